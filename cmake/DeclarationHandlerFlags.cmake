@@ -1,0 +1,35 @@
+# The flags of all targets of this project, in one place.
+
+if(DECLARATIONHANDLER_IS_TOP AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
+endif()
+
+# declarationhandler_flags(<target>): warnings and sanitizers.
+function(declarationhandler_flags target)
+  target_compile_options(${target} PRIVATE -Wall -Wextra)
+  if(DECLARATIONHANDLER_WERROR)
+    target_compile_options(${target} PRIVATE -Werror)
+  endif()
+  if(DECLARATIONHANDLER_SANITIZE)
+    set(sanitize -fsanitize=${DECLARATIONHANDLER_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    target_compile_options(${target} PRIVATE ${sanitize})
+    target_link_options(${target} PRIVATE ${sanitize})
+  endif()
+endfunction()
+
+# declarationhandler_library(<target>): in addition what holds for the code under src/.
+function(declarationhandler_library target)
+  declarationhandler_flags(${target})
+  set_target_properties(${target} PROPERTIES
+    CXX_STANDARD 11
+    CXX_STANDARD_REQUIRED ON
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    VERSION ${PROJECT_VERSION}
+    SOVERSION ${PROJECT_VERSION_MAJOR})
+  target_compile_definitions(${target} PRIVATE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+  target_link_options(${target} PRIVATE
+    # Every symbol must be found at link time; the sanitizers' own are only there at run time.
+    $<$<NOT:$<BOOL:${DECLARATIONHANDLER_SANITIZE}>>:-Wl,--no-undefined>)
+endfunction()

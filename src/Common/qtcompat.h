@@ -1,0 +1,34 @@
+#ifndef QTCOMPAT_H
+#define QTCOMPAT_H
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+
+/// The places where Qt 4.8 and Qt 5 are written differently. Nothing else in the library asks for
+/// the version of Qt.
+namespace QtCompat {
+
+/// The 8-bit form under which Qt knows a property.
+inline QByteArray ToAscii(const QString& text)
+{
+#if QT_VERSION >= 0x050000
+    return text.toLatin1();
+#else
+    return text.toAscii();
+#endif
+}
+
+/// Whether \a value converts to the type with that number, a user type's number included.
+inline bool CanConvert(const QVariant& value, int userType)
+{
+#if QT_VERSION >= 0x050000
+    return value.canConvert(userType);
+#else
+    return value.canConvert(static_cast<QVariant::Type>(userType));
+#endif
+}
+
+} // namespace QtCompat
+
+#endif

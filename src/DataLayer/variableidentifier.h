@@ -1,0 +1,54 @@
+#ifndef VARIABLEIDENTIFIER_H
+#define VARIABLEIDENTIFIER_H
+
+#include <QHash>
+#include <QMetaType>
+#include <QString>
+
+/// Names one data variable: a name within a package. Names and packages are case-sensitive, and a
+/// null text equals an empty one. A plain value; copies may be used in different threads.
+class VariableIdentifier
+{
+public:
+    /// Empty name and package; the meta-type system needs it.
+    VariableIdentifier() { }
+    VariableIdentifier(const QString& name, const QString& package) : m_name(name), m_package(package) { }
+
+    QString GetName() const { return m_name; }
+    QString GetPackage() const { return m_package; }
+
+private:
+    friend bool operator==(const VariableIdentifier& left, const VariableIdentifier& right);
+    friend bool operator<(const VariableIdentifier& left, const VariableIdentifier& right);
+    friend uint qHash(const VariableIdentifier& identifier);
+
+    QString m_name;
+    QString m_package;
+};
+
+inline bool operator==(const VariableIdentifier& left, const VariableIdentifier& right)
+{
+    return left.m_name == right.m_name && left.m_package == right.m_package;
+}
+
+inline bool operator!=(const VariableIdentifier& left, const VariableIdentifier& right)
+{
+    return !(left == right);
+}
+
+/// Orders by package, then by name.
+inline bool operator<(const VariableIdentifier& left, const VariableIdentifier& right)
+{
+    if (left.m_package == right.m_package)
+        return left.m_name < right.m_name;
+    return left.m_package < right.m_package;
+}
+
+inline uint qHash(const VariableIdentifier& identifier)
+{
+    return 31 * qHash(identifier.m_package) + qHash(identifier.m_name);
+}
+
+Q_DECLARE_METATYPE(VariableIdentifier)
+
+#endif

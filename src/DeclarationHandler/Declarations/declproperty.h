@@ -1,0 +1,80 @@
+#ifndef DECLPROPERTY_H
+#define DECLPROPERTY_H
+
+#include <QString>
+
+#include "DataLayer/idataobserver.h"
+#include "DataLayer/variableidentifier.h"
+#include "DeclarationHandler/declaration.h"
+
+class IDataPeer;
+class QVariant;
+
+/// Keeps one property of an object equal to the value of a statement.
+///
+/// A change of a variable that the statement reads may come from any thread; it is evaluated again by
+/// a queued call in the declaration's own thread, once for each change.
+///
+/// An Update() that runs into itself again, through declarations that read each other's properties,
+/// answers false and does nothing; the first time this happens to a declaration, one line on the
+/// debug stream names it. A declaration may be deleted from inside its own Update().
+class DECLARATIONHANDLER_EXPORT DeclProperty : public Declaration, public IDataObserver
+{
+    Q_OBJECT
+
+public:
+    /// A declaration without a tree yet, which acts on notifications. \a property is the normal name.
+    /// VariableIdentifier must be known to the meta-type system by then.
+    DeclProperty(QObject* activeObject, const QString& property);
+    /// A declaration that does not act on notifications. Takes ownership of the tree.
+    DeclProperty(IExpression* condition, QObject* activeObject, const QString& property);
+    /// Unregisters from the data peer.
+    ~DeclProperty() override;
+
+    /// Stores the property's current value in the tree and gives the tree's answer; false without a
+    /// tree or object.
+    bool Save() override;
+
+    /// May be called from any thread.
+    void OnNotify(const VariableIdentifier& identifier) override;
+
+    /// Writes \a value, unless the property has it already and a value was written before; "visible" is
+    /// always written. A value that does not convert to the type of the property's present value is told
+    /// on the debug stream and written all the same. Answers whether it was written, which is false
+    /// without an object.
+    virtual bool SetProperty(const QVariant& value);
+
+    /// Writes the image in the file that \a value names, as SetProperty() does. A file that cannot be
+    /// loaded gives a null image; one that does not exist is told on the debug stream, except "::empty",
+    /// which stands for no image. An empty path writes nothing, says so and is false.
+    virtual bool SetPixmap(const QVariant& value);
+
+    QString GetProperty() const;
+
+    /// The data peer that the statement's variables were registered with; it stays the caller's and
+    /// must outlive the declaration.
+    void SetDataPeer(IDataPeer* dataPeer);
+
+Q_SIGNALS:
+    void DoNotifyDeclaration(const VariableIdentifier&);
+
+public Q_SLOTS:
+    void OnNotifyDeclaration(const VariableIdentifier&);
+    bool Update(bool updateToInvalid) override;
+    bool Update();
+
+private:
+    Q_DISABLE_COPY(DeclProperty)
+
+    bool TakesImagePath(const QVariant& value) const;
+    QVariant CurrentValue() const;
+    void ReportCycle();
+
+    QString m_property;
+    IDataPeer* m_dataPeer;
+    bool m_written;
+    bool m_cycleReported;
+    bool* m_destroyed; ///< Where a running Update() learns that this object is gone; else null.
+};
+
+#endif

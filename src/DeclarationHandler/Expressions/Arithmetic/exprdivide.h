@@ -1,0 +1,18 @@
+#ifndef EXPRDIVIDE_H
+#define EXPRDIVIDE_H
+
+#include "DeclarationHandler/binaryexpression.h"
+
+/// «left / right»: computed in doubles, as ComputeNumbers() does it. Dividing by
+/// zero gives infinity or NaN. Cannot be written through.
+class DECLARATIONHANDLER_EXPORT ExprDivide : public BinaryExpression
+{
+public:
+    /// Takes ownership of both operands.
+    ExprDivide(IExpression* left, IExpression* right);
+
+    QVariant Retrieve() const override;
+    bool Store(const QVariant& value) override;
+};
+
+#endif

@@ -1,0 +1,19 @@
+#ifndef COMPARENUMBERS_H
+#define COMPARENUMBERS_H
+
+#include "DeclarationHandler/iexpression.h"
+
+/// The rule of the four ordering operators: the left operand is evaluated first; one value that
+/// converts to a number is enough, the other then counts as 0 if it does not. Invalid when neither
+/// converts, else a truth value. Texts always convert, and compare by the number they spell.
+template<typename Comparison>
+QVariant CompareNumbers(const IExpression& left, const IExpression& right, Comparison comparison)
+{
+    const QVariant leftValue = left.Retrieve();
+    const QVariant rightValue = right.Retrieve();
+    if (!leftValue.canConvert(QVariant::Double) && !rightValue.canConvert(QVariant::Double))
+        return QVariant();
+    return comparison(leftValue.toDouble(), rightValue.toDouble());
+}
+
+#endif

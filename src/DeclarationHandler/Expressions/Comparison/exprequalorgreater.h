@@ -1,0 +1,17 @@
+#ifndef EXPREQUALORGREATER_H
+#define EXPREQUALORGREATER_H
+
+#include "DeclarationHandler/binaryexpression.h"
+
+/// «left >= right»: the numbers compared, as CompareNumbers() does it. Cannot be written through.
+class DECLARATIONHANDLER_EXPORT ExprEqualOrGreater : public BinaryExpression
+{
+public:
+    /// Takes ownership of both operands.
+    ExprEqualOrGreater(IExpression* left, IExpression* right);
+
+    QVariant Retrieve() const override;
+    bool Store(const QVariant& value) override;
+};
+
+#endif

@@ -1,0 +1,15 @@
+#include "DeclarationHandler/Expressions/Comparison/exprnotequal.h"
+
+ExprNotEqual::ExprNotEqual(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+
+QVariant ExprNotEqual::Retrieve() const
+{
+    // The order matters: operands may have effects, and QVariant's equality is not symmetric.
+    const QVariant right = m_right->Retrieve();
+    return m_left->Retrieve() != right;
+}
+
+bool ExprNotEqual::Store(const QVariant&)
+{
+    return false;
+}

@@ -1,0 +1,79 @@
+#include "DeclarationHandler/Expressions/exprarray.h"
+
+#include <QDebug>
+
+ExprArray::ExprArray(IExpression* collection, IExpression* index, bool readOnly)
+    : BinaryExpression(collection, index, readOnly)
+{
+}
+
+QVariant ExprArray::Retrieve() const
+{
+    if (!m_left)
+        return QVariant();
+    QVariant result;
+    const QVariant collection = m_left->Retrieve();
+    if (collection.canConvert(QVariant::List))
+        RetrieveFromList(result, collection);
+    else if (collection.canConvert(QVariant::Map))
+        RetrieveFromMap(result, collection);
+    else if (collection.isValid())
+        qDebug() << "Retrieve"
+                 << ": Failed to evaluate ExprArray! Collection has unknown type:" << collection;
+    return result;
+}
+
+bool ExprArray::Store(const QVariant& value)
+{
+    if (m_readOnly)
+        return false;
+    QVariantList list = m_left->Retrieve().toList();
+    bool isInteger = false;
+    const int index = m_right->Retrieve().toInt(&isInteger);
+    if (!isInteger || index < 0 || index >= list.size())
+        return false;
+    list[index] = value;
+    return m_left->Store(list);
+}
+
+bool ExprArray::RetrieveFromMap(QVariant& result, const QVariant& collection) const
+{
+    if (!m_right || collection.isNull())
+        return false;
+    const QVariantMap map = collection.toMap();
+    const QVariant key = m_right->Retrieve();
+    if (key.isNull())
+        return false;
+    const QString name = key.toString();
+    if (name.trimmed().isEmpty()) {
+        qDebug() << "RetrieveFromMap"
+                 << ": Map key is not valid! Key:" << key;
+        return false;
+    }
+    result = map.value(name);
+    return !result.isNull();
+}
+
+bool ExprArray::RetrieveFromList(QVariant& result, const QVariant& collection) const
+{
+    if (!m_right || collection.isNull())
+        return false;
+    const QVariantList list = collection.toList();
+    const QVariant subscript = m_right->Retrieve();
+    if (subscript.isNull())
+        return false;
+    bool isInteger = false;
+    const int index = subscript.toInt(&isInteger);
+    if (!isInteger) {
+        qDebug() << "RetrieveFromList"
+                 << ": Index expression is not integer! Index:" << subscript;
+        return false;
+    }
+    if (index < 0 || index >= list.count()) {
+        qDebug() << "RetrieveFromList"
+                 << ": Index out of bounds! Index:" << index;
+        return false;
+    }
+    result = list.at(index);
+    return true;
+}

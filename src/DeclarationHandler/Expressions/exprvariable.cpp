@@ -1,0 +1,26 @@
+#include "DeclarationHandler/Expressions/exprvariable.h"
+
+#include "DataLayer/idatapeer.h"
+
+ExprVariable::ExprVariable(IDataPeer* dataPeer, const VariableIdentifier& identifier, IDataObserver* observer,
+                           bool readOnly)
+    : Expression(readOnly), m_dataPeer(dataPeer), m_identifier(identifier)
+{
+    if (observer)
+        m_dataPeer->AddObserver(m_identifier, observer);
+    else
+        m_dataPeer->AddReference(m_identifier);
+}
+
+QVariant ExprVariable::Retrieve() const
+{
+    return m_dataPeer->GetValue(m_identifier, QVariant());
+}
+
+bool ExprVariable::Store(const QVariant& value)
+{
+    if (m_readOnly)
+        return false;
+    m_dataPeer->ChangeValue(m_identifier, value, IDataPeer::ChangeValueFlags());
+    return true;
+}

@@ -1,0 +1,166 @@
+#include "DeclarationHandler/Tokens/token.h"
+
+#include <QHash>
+
+#include "DeclarationHandler/Expressions/exprconstant.h"
+
+namespace {
+
+enum Precedence
+{
+    None = 0,
+    Logical = 1,
+    Comparison = 2,
+    Additive = 3,
+    Multiplicative = 4,
+    Prefix = 5,
+    Opening = 6
+};
+
+enum Boundary
+{
+    Anywhere,
+    WordEnd
+};
+
+struct Row
+{
+    const char* text;
+    Token::TOKEN_TYPE type;
+    Boundary boundary;
+    Precedence precedence;
+    bool isBinary;
+};
+
+// All tokens with a fixed text, in the order in which they are tried.
+const Row Rows[] = {
+    {"!=", Token::TT_NOT_EQUAL, Anywhere, Comparison, true},
+    {"<=", Token::TT_EQUAL_OR_SMALLER, Anywhere, Comparison, true},
+    {">=", Token::TT_EQUAL_OR_GREATER, Anywhere, Comparison, true},
+    {"OR", Token::TT_OR, WordEnd, Logical, true},
+    {"AND", Token::TT_AND, WordEnd, Logical, true},
+    {"NOR", Token::TT_NOR, WordEnd, Logical, true},
+    {"XOR", Token::TT_XOR, WordEnd, Logical, true},
+    {"NAND", Token::TT_NAND, WordEnd, Logical, true},
+    {"NOT", Token::TT_NOT, WordEnd, Prefix, false},
+    {"HASVALUE", Token::TT_HASVALUE, WordEnd, Prefix, false},
+    {"TRUE", Token::TT_TRUE, WordEnd, None, false},
+    {"FALSE", Token::TT_FALSE, WordEnd, None, false},
+    {"(", Token::TT_LEFT_PARENTHESIS, Anywhere, Opening, false},
+    {")", Token::TT_RIGHT_PARENTHESIS, Anywhere, None, false},
+    {"[", Token::TT_LEFT_BRACKET, Anywhere, None, false},
+    {"]", Token::TT_RIGHT_BRACKET, Anywhere, None, false},
+    {"-", Token::TT_MINUS, Anywhere, Additive, true},
+    {"+", Token::TT_PLUS, Anywhere, Additive, true},
+    {"/", Token::TT_DIVIDE, Anywhere, Multiplicative, true},
+    {"*", Token::TT_MULTIPLY, Anywhere, Multiplicative, true},
+    {"=", Token::TT_EQUAL, Anywhere, Comparison, true},
+    {"<", Token::TT_SMALLER, Anywhere, Comparison, true},
+    {">", Token::TT_GREATER, Anywhere, Comparison, true},
+    {".", Token::TT_DOT, Anywhere, None, false},
+};
+const int RowCount = sizeof(Rows) / sizeof(Rows[0]);
+
+bool IsSingleChar(const Row& row)
+{
+    return row.text[1] == '\0';
+}
+
+/// Null for kinds without a fixed text.
+const Row* FindRow(Token::TOKEN_TYPE type)
+{
+    for (int i = 0; i < RowCount; ++i) {
+        if (Rows[i].type == type)
+            return &Rows[i];
+    }
+    return nullptr;
+}
+
+bool Matches(const Row& row, const QString& text)
+{
+    const QLatin1String pattern(row.text);
+    if (!text.startsWith(pattern, Qt::CaseSensitive))
+        return false;
+    const int length = static_cast<int>(qstrlen(row.text));
+    return row.boundary == Anywhere || text.length() == length || !text.at(length).isLetterOrNumber();
+}
+
+QHash<QChar, Token::TOKEN_TYPE> SingleCharRows()
+{
+    QHash<QChar, Token::TOKEN_TYPE> types;
+    for (int i = 0; i < RowCount; ++i) {
+        if (IsSingleChar(Rows[i]))
+            types.insert(QLatin1Char(Rows[i].text[0]), Rows[i].type);
+    }
+    return types;
+}
+
+} // namespace
+
+Token::Token(const QString& lexeme, TOKEN_TYPE type) : m_lexeme(lexeme), m_tokenType(type) { }
+
+Token::~Token() { }
+
+IExpression* Token::CreateExpression(IDataPeer*, IDataObserver*, QObject*, QObject*, const QString&, bool) const
+{
+    if (m_tokenType == TT_TRUE || m_tokenType == TT_FALSE)
+        return new ExprConstant(m_tokenType == TT_TRUE);
+    return nullptr;
+}
+
+QString Token::GetLexeme() const
+{
+    return m_lexeme;
+}
+
+int Token::GetLexemeLength() const
+{
+    return m_lexeme.length();
+}
+
+Token::TOKEN_TYPE Token::GetTokenType() const
+{
+    return m_tokenType;
+}
+
+int Token::GetLexemeOffset() const
+{
+    return 0;
+}
+
+int Token::GetPrecedence() const
+{
+    const Row* const row = FindRow(m_tokenType);
+    return row ? row->precedence : None;
+}
+
+bool Token::IsBinOp() const
+{
+    const Row* const row = FindRow(m_tokenType);
+    return row && row->isBinary;
+}
+
+Token* Token::Parse(const QString& text)
+{
+    if (text.isEmpty())
+        return nullptr;
+    Token* const token = ParseString(text);
+    return token ? token : ParseChar(text);
+}
+
+Token* Token::ParseString(const QString& text)
+{
+    for (int i = 0; i < RowCount; ++i) {
+        if (!IsSingleChar(Rows[i]) && Matches(Rows[i], text))
+            return new Token(QLatin1String(Rows[i].text), Rows[i].type);
+    }
+    return nullptr;
+}
+
+Token* Token::ParseChar(const QString& text)
+{
+    // Complete before the first look-up in any thread.
+    static const QHash<QChar, TOKEN_TYPE> charToTokenType = SingleCharRows();
+    const QHash<QChar, TOKEN_TYPE>::const_iterator entry = charToTokenType.constFind(text.at(0));
+    return entry == charToTokenType.constEnd() ? nullptr : new Token(text.at(0), entry.value());
+}

@@ -1,0 +1,125 @@
+#include "DeclarationHandler/Tokens/variabletoken.h"
+
+#include <QDebug>
+#include <QObject>
+
+#include "DataLayer/variableidentifier.h"
+#include "DeclarationHandler/Expressions/exprobjectproperty.h"
+#include "DeclarationHandler/Expressions/exprvariable.h"
+#include "DeclarationHandler/Tokens/identifiertoken.h"
+#include "DeclarationHandler/Tokens/packagetoken.h"
+#include "DeclarationHandler/Tokens/textview.h"
+
+namespace {
+
+const char* const NoObjectMessage = "Not a valid QObject found for: '%1'";
+
+const QLatin1String WidgetElement("Widget");
+const QLatin1String TopWidgetElement("TopWidget");
+const QLatin1String ParentWidgetElement("ParentWidget");
+
+bool IsWidgetPath(const QStringList& path)
+{
+    if (path.isEmpty())
+        return false;
+    const QString& first = path.first();
+    return first == WidgetElement || first == TopWidgetElement || first == ParentWidgetElement;
+}
+
+} // namespace
+
+VariableToken::VariableToken(const QString& lexeme, Token* package, Token* identifier)
+    : Token(lexeme, TT_VARIABLE), m_package(package), m_identifier(identifier)
+{
+}
+
+VariableToken::~VariableToken()
+{
+    delete m_package;
+    delete m_identifier;
+}
+
+Token* VariableToken::Parse(const QString& text)
+{
+    if (text.isEmpty())
+        return nullptr;
+    Token* const package = PackageToken::Parse(text);
+    const int position = package ? package->GetLexemeLength() : 0;
+    Token* const identifier = IdentifierToken::Parse(TextView::From(text, position));
+    if (!identifier) {
+        delete package;
+        return nullptr;
+    }
+    const int length = position + identifier->GetLexemeLength();
+    return new VariableToken(TextView::StartOf(text, length), package, identifier);
+}
+
+QString VariableToken::GetVariableName() const
+{
+    return m_identifier ? m_identifier->GetLexeme() : QString::fromLatin1("");
+}
+
+QString VariableToken::GetPackage(const QString& defaultPackage) const
+{
+    if (!m_package)
+        return defaultPackage;
+    return m_package->GetLexeme().mid(1, m_package->GetLexemeLength() - 2);
+}
+
+bool VariableToken::HasPackage() const
+{
+    return m_package != nullptr;
+}
+
+QObject* VariableToken::GetTopObject(QObject* widget, QObject* topWidget, const QStringList& path) const
+{
+    const QString first = path.value(0);
+    if (first == WidgetElement)
+        return widget;
+    if (first == ParentWidgetElement)
+        return widget && widget->parent() ? widget->parent() : topWidget;
+    return first == TopWidgetElement ? topWidget : nullptr;
+}
+
+QObject* VariableToken::GetChildObject(QObject* parent, const QStringList& path, int* index) const
+{
+    if (!parent)
+        return nullptr;
+    QObject* const child = parent->findChild<QObject*>(path.value(*index));
+    ++*index;
+    return child;
+}
+
+QObject* VariableToken::GetObjectFromPackage(QObject* widget, QObject* topWidget) const
+{
+    if (!m_package)
+        return nullptr;
+    const QStringList path = GetPath();
+    QObject* object = GetTopObject(widget, topWidget, path);
+    int index = 1;
+    while (object && index < path.count())
+        object = GetChildObject(object, path, &index);
+    return object;
+}
+
+IExpression* VariableToken::CreateExpression(IDataPeer* dataPeer, IDataObserver* dataObserver, QObject* widget,
+                                             QObject* topWidget, const QString& defaultPackage, bool readOnly) const
+{
+    const QString name = GetVariableName();
+    const QString package = GetPackage(defaultPackage);
+    if (!IsWidgetPath(GetPath()))
+        return new ExprVariable(dataPeer, VariableIdentifier(name, package), dataObserver, readOnly);
+
+    QObject* const object = GetObjectFromPackage(widget, topWidget);
+    if (!object) {
+        qDebug() << QString::fromLatin1(NoObjectMessage).arg(package);
+        return nullptr;
+    }
+    return new ExprObjectProperty(object, name, readOnly);
+}
+
+QStringList VariableToken::GetPath() const
+{
+    const PackageToken* const package = dynamic_cast<const PackageToken*>(m_package);
+    return package ? package->GetPackages() : QStringList();
+}

@@ -1,0 +1,18 @@
+#ifndef ATOMICEXPRESSION_H
+#define ATOMICEXPRESSION_H
+
+#include "DeclarationHandler/expression.h"
+
+/// The base of nodes with one operand.
+class DECLARATIONHANDLER_EXPORT AtomicExpression : public Expression
+{
+public:
+    /// Takes ownership of the operand.
+    AtomicExpression(IExpression* expression, bool readOnly);
+    ~AtomicExpression() override;
+
+protected:
+    IExpression* m_expression;
+};
+
+#endif

@@ -1,0 +1,3 @@
+#include "DeclarationHandler/expression.h"
+
+Expression::Expression(bool readOnly) : m_readOnly(readOnly) { }

@@ -1,0 +1,79 @@
+#include "DeclarationHandler/interpreter.h"
+
+#include <QDebug>
+#include <QMutexLocker>
+#include <QScopedPointer>
+#include <QStringList>
+
+#include "DeclarationHandler/iexpression.h"
+#include "DeclarationHandler/parser.h"
+
+namespace {
+
+void PrintResult(const QString& statement, const IParsingResult& result)
+{
+    if (!result.HasSucceeded())
+        qDebug() << "Failed to parse statement: \"" << statement << "\".\nError: " << result.GetErrorMessage();
+    const QStringList warnings = result.GetWarningMessages();
+    if (!warnings.isEmpty()) {
+        qDebug() << "Warning while parsing statement: \"" << statement
+                 << "\".\nWarning: " << warnings.join(QLatin1String("\n"));
+    }
+}
+
+} // namespace
+
+Interpreter::Interpreter(IDataPeer* dataPeer, IDataObserver* dataObserver, IParser* parser)
+    : m_dataPeer(dataPeer),
+      m_dataObserver(dataObserver),
+      m_parser(parser ? parser : new Parser),
+      m_lock(QMutex::Recursive)
+{
+}
+
+Interpreter::~Interpreter()
+{
+    delete m_parser;
+}
+
+QVariant Interpreter::Evaluate(const QString& statement, IParsingResult** result)
+{
+    const QMutexLocker locker(&m_lock);
+    const IInterpreter* const self = this;
+    return self->Evaluate(statement, m_dataPeer, m_dataObserver, QLatin1String(""), nullptr, nullptr, result);
+}
+
+QVariant Interpreter::Evaluate(const QString& statement, IDataPeer* dataPeer, IDataObserver* dataObserver,
+                               const QString& defaultPackage, QObject* widget, QObject* topWidget,
+                               IParsingResult** result) const
+{
+    const IInterpreter* const self = this;
+    const QScopedPointer<IExpression> expression(
+        self->CreateStatement(statement, dataPeer, dataObserver, true, defaultPackage, widget, topWidget, result));
+    return expression ? expression->Retrieve() : QVariant();
+}
+
+IExpression* Interpreter::CreateStatement(const QString& statement, bool readOnly, IParsingResult** result)
+{
+    const QMutexLocker locker(&m_lock);
+    const IInterpreter* const self = this;
+    return self->CreateStatement(statement, m_dataPeer, m_dataObserver, readOnly, QLatin1String(""), nullptr, nullptr,
+                                 result);
+}
+
+IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* dataPeer, IDataObserver* dataObserver,
+                                          bool readOnly, const QString& defaultPackage, QObject* widget,
+                                          QObject* topWidget, IParsingResult** result) const
+{
+    if (statement.trimmed().isEmpty())
+        return nullptr;
+    const QScopedPointer<IParser> parser(m_parser->NewParser());
+    parser->Tokenize(statement);
+    IExpression* const expression = parser->Parse(dataPeer, dataObserver, widget, topWidget, defaultPackage, readOnly);
+    QScopedPointer<IParsingResult> record(parser->CopyResult());
+    if (result)
+        *result = record.take();
+    else
+        PrintResult(statement, *record);
+    return expression;
+}
