@@ -1,6 +1,5 @@
 #include "DataLayer/memorydatapeer.h"
 
-#include <QMutexLocker>
 #include <QSet>
 #include <QThread>
 
@@ -15,7 +14,7 @@ MemoryDataPeer::~MemoryDataPeer()
 
 QVariant MemoryDataPeer::GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     const Variable* const variable = m_variables.value(identifier);
     return variable && variable->value.isValid() ? variable->value : defaultValue;
 }
@@ -25,7 +24,7 @@ bool MemoryDataPeer::ChangeValue(const VariableIdentifier& identifier, const QVa
 {
     Variable* variable = nullptr;
     {
-        const QMutexLocker locker(&m_mutex);
+        const std::lock_guard<std::mutex> lock(m_mutex);
         variable = Find(identifier);
         // QVariant alone calls a text and a number equal; to a statement they differ.
         const bool changed = variable->value.userType() != value.userType() || variable->value != value;
@@ -41,7 +40,7 @@ bool MemoryDataPeer::AddObserver(const VariableIdentifier& identifier, IDataObse
 {
     if (!observer)
         return false;
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     Variable* const variable = Find(identifier);
     QList<Variable*>& observed = m_subscriptions[observer];
     if (!observed.contains(variable)) {
@@ -53,7 +52,7 @@ bool MemoryDataPeer::AddObserver(const VariableIdentifier& identifier, IDataObse
 
 void MemoryDataPeer::RemoveObserver(IDataObserver* observer)
 {
-    const QMutexLocker locker(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     const QList<Variable*> observed = m_subscriptions.take(observer);
     for (int i = 0; i < observed.count(); ++i)
         observed.at(i)->observers.removeOne(observer);
@@ -61,13 +60,13 @@ void MemoryDataPeer::RemoveObserver(IDataObserver* observer)
     const Qt::HANDLE thread = QThread::currentThreadId();
     m_removals.insert(thread, observer);
     while (MustWait(observer, thread))
-        m_callEnded.wait(&m_mutex);
+        m_callEnded.wait(lock);
     m_removals.remove(thread);
 }
 
 bool MemoryDataPeer::AddReference(const VariableIdentifier& identifier)
 {
-    const QMutexLocker locker(&m_mutex);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     Find(identifier);
     return true;
 }
@@ -82,7 +81,7 @@ MemoryDataPeer::Variable* MemoryDataPeer::Find(const VariableIdentifier& identif
 
 void MemoryDataPeer::Notify(const VariableIdentifier& identifier, Variable* variable)
 {
-    QMutexLocker locker(&m_mutex);
+    std::unique_lock<std::mutex> lock(m_mutex);
     const QList<IDataObserver*> observers = variable->observers;
     for (int i = 0; i < observers.count(); ++i) {
         const Call call = {observers.at(i), QThread::currentThreadId()};
@@ -90,9 +89,9 @@ void MemoryDataPeer::Notify(const VariableIdentifier& identifier, Variable* vari
         if (!m_subscriptions.value(call.observer).contains(variable))
             continue;
         m_calls.append(call);
-        locker.unlock();
+        lock.unlock();
         call.observer->OnNotify(identifier);
-        locker.relock();
+        lock.lock();
         EndCall(call);
     }
 }
@@ -104,7 +103,7 @@ void MemoryDataPeer::EndCall(const Call& call)
         --last;
     m_calls.removeAt(last);
     if (!m_removals.isEmpty())
-        m_callEnded.wakeAll();
+        m_callEnded.notify_all();
 }
 
 bool MemoryDataPeer::MustWait(IDataObserver* observer, Qt::HANDLE thread) const

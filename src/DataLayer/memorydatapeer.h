@@ -3,8 +3,9 @@
 
 #include <QHash>
 #include <QList>
-#include <QMutex>
-#include <QWaitCondition>
+
+#include <condition_variable>
+#include <mutex>
 
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/variableidentifier.h"
@@ -52,8 +53,8 @@ private:
     bool MustWait(IDataObserver* observer, Qt::HANDLE thread) const;
     bool WaitsFor(Qt::HANDLE waiting, Qt::HANDLE thread) const;
 
-    QMutex m_mutex;
-    QWaitCondition m_callEnded;
+    std::mutex m_mutex; ///< Guards everything below.
+    std::condition_variable m_callEnded;
     QHash<VariableIdentifier, Variable*> m_variables;        ///< Owned; entries never go away.
     QHash<IDataObserver*, QList<Variable*>> m_subscriptions; ///< What each observer observes.
     QList<Call> m_calls;                                     ///< Running now, in all threads.
