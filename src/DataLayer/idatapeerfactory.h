@@ -20,10 +20,11 @@ protected:
 
 /// The data layer's factory, which lives to the end of the process. May be called from any thread.
 ///
-/// A host with a data layer of its own defines this function itself, in the program or in a library
-/// that comes before libDataLayer in link order, and registers VariableIdentifier with
-/// qRegisterMetaType<VariableIdentifier>("VariableIdentifier") before it makes the first
-/// declaration. The argument is for such data layers; declarations pass false.
+/// A host with a data layer of its own defines this function itself and registers VariableIdentifier
+/// with qRegisterMetaType<VariableIdentifier>("VariableIdentifier") before it makes the first
+/// declaration. The definition stands in the program, or in a shared library that comes before
+/// libDataLayer in link order and that the program itself uses (a linker may leave out others). The
+/// argument is for such data layers; declarations pass false.
 DATALAYER_EXPORT IDataPeerFactory* Ovex_DataPeerFactory(bool);
 
 #endif
