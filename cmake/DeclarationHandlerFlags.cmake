@@ -29,7 +29,8 @@ function(declarationhandler_library target)
     SOVERSION ${PROJECT_VERSION_MAJOR})
   target_compile_definitions(${target} PRIVATE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
-  target_link_options(${target} PRIVATE
-    # Every symbol must be found at link time; the sanitizers' own are only there at run time.
-    $<$<NOT:$<BOOL:${DECLARATIONHANDLER_SANITIZE}>>:-Wl,--no-undefined>)
+  if(NOT DECLARATIONHANDLER_SANITIZE)
+    # Every symbol must be found at link time; only the sanitizers' own come at run time.
+    target_link_options(${target} PRIVATE -Wl,--no-undefined)
+  endif()
 endfunction()

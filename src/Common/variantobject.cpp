@@ -2,9 +2,9 @@
 
 #include <QMetaProperty>
 
-VariantObject::VariantObject() { }
+VariantObject::VariantObject() {}
 
-VariantObject::VariantObject(QObject* parent) : QObject(parent) { }
+VariantObject::VariantObject(QObject* parent) : QObject(parent) {}
 
 VariantObject::VariantObject(const VariantObject& other) : QObject(other.parent())
 {

@@ -9,7 +9,7 @@ class VariableIdentifier;
 class DATALAYER_EXPORT IDataObserver
 {
 public:
-    virtual ~IDataObserver() { }
+    virtual ~IDataObserver() {}
 
     /// Called after the variable has changed, once for each change, in the thread that changed it.
     virtual void OnNotify(const VariableIdentifier& identifier) = 0;

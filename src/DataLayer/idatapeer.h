@@ -48,7 +48,7 @@ public:
     virtual bool AddReference(const VariableIdentifier& identifier) = 0;
 
 protected:
-    virtual ~IDataPeer() { }
+    virtual ~IDataPeer() {}
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(IDataPeer::ChangeValueFlags)

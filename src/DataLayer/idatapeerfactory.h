@@ -15,7 +15,7 @@ public:
     virtual IDataPeer* GetDataPeer(const qint32& peer) = 0;
 
 protected:
-    ~IDataPeerFactory() { }
+    ~IDataPeerFactory() {}
 };
 
 /// The data layer's factory, which lives to the end of the process. May be called from any thread.

@@ -5,7 +5,20 @@
 
 #include "DataLayer/idataobserver.h"
 
-MemoryDataPeer::MemoryDataPeer() { }
+namespace {
+
+/// QVariant alone calls a text and a number equal, which differ to a statement, and two numbers that are
+/// nearly so, which would let a slow drift go unnoticed.
+bool AreSame(const QVariant& left, const QVariant& right)
+{
+    if (left.userType() != right.userType())
+        return false;
+    return left.type() == QVariant::Double ? left.toDouble() == right.toDouble() : left == right;
+}
+
+} // namespace
+
+MemoryDataPeer::MemoryDataPeer() : m_removalCount(0) {}
 
 MemoryDataPeer::~MemoryDataPeer()
 {
@@ -23,16 +36,15 @@ bool MemoryDataPeer::ChangeValue(const VariableIdentifier& identifier, const QVa
                                  QFlags<IDataPeer::ChangeValueFlag> flags)
 {
     Variable* variable = nullptr;
+    // Swapped, so that comparing and destroying a host's own types happens outside the lock.
+    QVariant previous = value;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         variable = Find(identifier);
-        // QVariant alone calls a text and a number equal; to a statement they differ.
-        const bool changed = variable->value.userType() != value.userType() || variable->value != value;
-        variable->value = value;
-        if (!changed && !flags.testFlag(ForceNotification))
-            return true;
+        qSwap(variable->value, previous);
     }
-    Notify(identifier, variable);
+    if (!AreSame(previous, value) || flags.testFlag(ForceNotification))
+        Notify(identifier, variable);
     return true;
 }
 
@@ -58,8 +70,9 @@ void MemoryDataPeer::RemoveObserver(IDataObserver* observer)
         observed.at(i)->observers.removeOne(observer);
 
     const Qt::HANDLE thread = QThread::currentThreadId();
-    m_removals.insert(thread, observer);
-    while (MustWait(observer, thread))
+    const Removal removal = {observer, ++m_removalCount};
+    m_removals.insert(thread, removal);
+    while (MustWait(removal, thread))
         m_callEnded.wait(lock);
     m_removals.remove(thread);
 }
@@ -79,7 +92,8 @@ MemoryDataPeer::Variable* MemoryDataPeer::Find(const VariableIdentifier& identif
     return variable;
 }
 
-void MemoryDataPeer::Notify(const VariableIdentifier& identifier, Variable* variable)
+// By value: an observer may destroy the identifier that ChangeValue() was given.
+void MemoryDataPeer::Notify(VariableIdentifier identifier, Variable* variable)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     const QList<IDataObserver*> observers = variable->observers;
@@ -106,17 +120,19 @@ void MemoryDataPeer::EndCall(const Call& call)
         m_callEnded.notify_all();
 }
 
-bool MemoryDataPeer::MustWait(IDataObserver* observer, Qt::HANDLE thread) const
+bool MemoryDataPeer::MustWait(const Removal& removal, Qt::HANDLE thread) const
 {
     for (int i = 0; i < m_calls.count(); ++i) {
         const Call& call = m_calls.at(i);
-        if (call.observer == observer && call.thread != thread && !WaitsFor(call.thread, thread))
+        if (call.observer == removal.observer && call.thread != thread && !WaitsFor(call.thread, thread, removal))
             return true;
     }
     return false;
 }
 
-bool MemoryDataPeer::WaitsFor(Qt::HANDLE waiting, Qt::HANDLE thread) const
+// Whether the thread \a waiting waits, through any number of others, for \a thread. Only removals that
+// began before \a removal count: of those in a circle the youngest alone gives way.
+bool MemoryDataPeer::WaitsFor(Qt::HANDLE waiting, Qt::HANDLE thread, const Removal& removal) const
 {
     QSet<Qt::HANDLE> seen;
     QList<Qt::HANDLE> open;
@@ -125,11 +141,12 @@ bool MemoryDataPeer::WaitsFor(Qt::HANDLE waiting, Qt::HANDLE thread) const
         const Qt::HANDLE current = open.takeLast();
         if (current == thread)
             return true;
-        if (seen.contains(current) || !m_removals.contains(current))
+        const Removal next = m_removals.value(current);
+        if (seen.contains(current) || !next.observer || next.number > removal.number)
             continue;
         seen.insert(current);
         for (int i = 0; i < m_calls.count(); ++i) {
-            if (m_calls.at(i).observer == m_removals.value(current) && m_calls.at(i).thread != current)
+            if (m_calls.at(i).observer == next.observer && m_calls.at(i).thread != current)
                 open.append(m_calls.at(i).thread);
         }
     }

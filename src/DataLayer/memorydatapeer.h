@@ -47,18 +47,26 @@ private:
         Qt::HANDLE thread;
     };
 
+    /// A RemoveObserver() that is running.
+    struct Removal
+    {
+        IDataObserver* observer;
+        quint64 number; ///< Later ones have higher numbers.
+    };
+
     Variable* Find(const VariableIdentifier& identifier);
-    void Notify(const VariableIdentifier& identifier, Variable* variable);
+    void Notify(VariableIdentifier identifier, Variable* variable);
     void EndCall(const Call& call);
-    bool MustWait(IDataObserver* observer, Qt::HANDLE thread) const;
-    bool WaitsFor(Qt::HANDLE waiting, Qt::HANDLE thread) const;
+    bool MustWait(const Removal& removal, Qt::HANDLE thread) const;
+    bool WaitsFor(Qt::HANDLE waiting, Qt::HANDLE thread, const Removal& removal) const;
 
     std::mutex m_mutex; ///< Guards everything below.
     std::condition_variable m_callEnded;
     QHash<VariableIdentifier, Variable*> m_variables;        ///< Owned; entries never go away.
     QHash<IDataObserver*, QList<Variable*>> m_subscriptions; ///< What each observer observes.
     QList<Call> m_calls;                                     ///< Running now, in all threads.
-    QHash<Qt::HANDLE, IDataObserver*> m_removals;            ///< Which thread waits for whom.
+    QHash<Qt::HANDLE, Removal> m_removals;                   ///< By the thread that waits.
+    quint64 m_removalCount;
 };
 
 #endif

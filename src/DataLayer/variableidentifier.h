@@ -11,8 +11,8 @@ class VariableIdentifier
 {
 public:
     /// Empty name and package; the meta-type system needs it.
-    VariableIdentifier() { }
-    VariableIdentifier(const QString& name, const QString& package) : m_name(name), m_package(package) { }
+    VariableIdentifier() {}
+    VariableIdentifier(const QString& name, const QString& package) : m_name(name), m_package(package) {}
 
     QString GetName() const { return m_name; }
     QString GetPackage() const { return m_package; }

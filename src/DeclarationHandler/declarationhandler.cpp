@@ -50,7 +50,7 @@ int CountAncestors(const QObject* object, const QSet<QObject*>& widgets)
 
 } // namespace
 
-DeclarationHandler::DeclarationHandler() { }
+DeclarationHandler::DeclarationHandler() {}
 
 DeclarationHandler::~DeclarationHandler()
 {
@@ -141,8 +141,8 @@ void DeclarationHandler::ConnectPropertyCrossReferences()
     m_pendingReferences.clear();
 }
 
-// A slot that runs in between may clear or delete this handler: from here on the walks below look only
-// at their own copy of the list, in which declarations that are gone are null.
+// Slots that run in between may clear or delete this handler. The walks below therefore look only at a
+// copy of the list, in which declarations that are gone are null.
 
 void DeclarationHandler::Update()
 {
@@ -185,12 +185,12 @@ void DeclarationHandler::Clear()
 {
     qDeleteAll(m_declaredProperties);
     m_declaredProperties.clear();
+    m_pendingReferences.clear();
+    m_guards.clear();
     const QVector<QPointer<Declaration>> declarations = m_declarations;
     m_declarations.clear();
     for (int i = 0; i < declarations.count(); ++i)
         delete declarations.at(i).data();
-    m_pendingReferences.clear();
-    m_guards.clear();
 }
 
 IExpression* DeclarationHandler::ParseExpression(IDataPeer* dataPeer, IDataObserver* dataObserver, QObject* topWidget,

@@ -1,3 +1,3 @@
 #include "DeclarationHandler/expression.h"
 
-Expression::Expression(bool readOnly) : m_readOnly(readOnly) { }
+Expression::Expression(bool readOnly) : m_readOnly(readOnly) {}

@@ -11,7 +11,7 @@
 class DECLARATIONHANDLER_EXPORT IExpression
 {
 public:
-    virtual ~IExpression() { }
+    virtual ~IExpression() {}
 
     /// The node's value, computed afresh at each call; invalid when none can be formed.
     virtual QVariant Retrieve() const = 0;

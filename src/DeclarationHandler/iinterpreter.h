@@ -24,7 +24,7 @@ class QString;
 class DECLARATIONHANDLER_EXPORT IInterpreter
 {
 public:
-    virtual ~IInterpreter() { }
+    virtual ~IInterpreter() {}
 
     /// The statement's value; invalid when it has none or no tree can be built.
     virtual QVariant Evaluate(const QString& statement, IParsingResult** result) = 0;

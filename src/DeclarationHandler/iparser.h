@@ -15,7 +15,7 @@ class QString;
 class DECLARATIONHANDLER_EXPORT IParser
 {
 public:
-    virtual ~IParser() { }
+    virtual ~IParser() {}
 
     /// A new parser of the same kind, owned by the caller. May be called from any thread.
     virtual IParser* NewParser() const = 0;

@@ -9,7 +9,7 @@
 class DECLARATIONHANDLER_EXPORT IParsingResult
 {
 public:
-    virtual ~IParsingResult() { }
+    virtual ~IParsingResult() {}
 
     /// Takes over everything that \a other holds.
     virtual IParsingResult& operator=(const IParsingResult& other) = 0;

@@ -36,7 +36,7 @@
 //   existence      "HASVALUE" expression(p)
 //   negation       "NOT" expression(p)
 //   atomic         text | number | "TRUE" | "FALSE" | reference
-//   selectors      { "[" expression(0) "]" } [ "." atomic selectors ]
+//   selectors      { "[" expression(0) "]" | "." atomic }
 //
 // The prefix operators take the precedence of their place, so their operand reaches as far right as
 // that allows. Parentheses take no selectors.
@@ -146,8 +146,10 @@ void Parser::Tokenize(const QString& statement)
 {
     Reset();
     int position = SkipSpace(statement, 0);
+    QString unread;
     while (position < statement.length()) {
-        Token* const token = GetToken(TextView::From(statement, position));
+        unread.setRawData(statement.constData() + position, statement.length() - position);
+        Token* const token = GetToken(unread);
         if (!token) {
             const QString rest = statement.mid(position);
             m_result.SetParsedCharacters(position);
@@ -324,10 +326,16 @@ IExpression* Parser::CreateNegatedExpression(int* position, int minPrecedence, c
 IExpression* Parser::CreateVariableExpression(int* position, const QString& defaultPackage, bool readOnly,
                                               IExpression* left)
 {
-    IExpression* const array = CreateArrayExpression(position, defaultPackage, readOnly, left);
-    IExpression* const base = array ? array : left;
-    IExpression* const property = CreatePropertyExpression(position, defaultPackage, readOnly, base);
-    return property ? property : base;
+    // A loop, since chains of members add no nesting that would bound a recursion.
+    IExpression* base = left;
+    for (;;) {
+        if (IExpression* const array = CreateArrayExpression(position, defaultPackage, readOnly, base))
+            base = array;
+        IExpression* const property = CreatePropertyExpression(position, defaultPackage, readOnly, base);
+        if (!property)
+            return base;
+        base = property;
+    }
 }
 
 IExpression* Parser::CreateArrayExpression(int* position, const QString& defaultPackage, bool readOnly,
@@ -378,9 +386,8 @@ IExpression* Parser::CreatePropertyExpression(int* position, const QString& defa
         delete member;
         return nullptr;
     }
-    IExpression* const property = new ExprProperty(left, member, readOnly);
     *position = next;
-    return CreateVariableExpression(position, defaultPackage, readOnly, property);
+    return new ExprProperty(left, member, readOnly);
 }
 
 bool Parser::HasTokens(int position, int count) const

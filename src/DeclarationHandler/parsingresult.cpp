@@ -1,6 +1,6 @@
 #include "DeclarationHandler/parsingresult.h"
 
-ParsingResult::ParsingResult() : m_parsedCharacters(0) { }
+ParsingResult::ParsingResult() : m_parsedCharacters(0) {}
 
 ParsingResult::ParsingResult(const ParsingResult& other)
     : IParsingResult(),

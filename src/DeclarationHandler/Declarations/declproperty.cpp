@@ -24,6 +24,7 @@ DeclProperty::DeclProperty(QObject* activeObject, const QString& property)
       m_dataPeer(nullptr),
       m_written(false),
       m_cycleReported(false),
+      m_postponed(0),
       m_destroyed(nullptr)
 {
     connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this, SLOT(OnNotifyDeclaration(VariableIdentifier)),
@@ -36,6 +37,7 @@ DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const 
       m_dataPeer(nullptr),
       m_written(false),
       m_cycleReported(false),
+      m_postponed(0),
       m_destroyed(nullptr)
 {
 }
@@ -107,7 +109,11 @@ void DeclProperty::SetDataPeer(IDataPeer* dataPeer)
 
 void DeclProperty::OnNotifyDeclaration(const VariableIdentifier&)
 {
-    Update(true);
+    // A slot of the widget may run an event loop inside Update(); what arrives there must not be lost.
+    if (m_destroyed)
+        ++m_postponed;
+    else
+        Update(true);
 }
 
 bool DeclProperty::Update(bool updateToInvalid)
@@ -123,19 +129,27 @@ bool DeclProperty::Update(bool updateToInvalid)
 
     bool written = false;
     const QVariant value = m_condition->Retrieve();
-    if (updateToInvalid || value.isValid()) {
+    if (!destroyed && (updateToInvalid || value.isValid())) {
         written = TakesImagePath(value) ? SetPixmap(value) : SetProperty(value);
         if (!destroyed)
             Q_EMIT Updated();
     }
-    if (!destroyed)
+    if (!destroyed) {
         m_destroyed = nullptr;
+        RepostNotifications();
+    }
     return written;
 }
 
 bool DeclProperty::Update()
 {
     return Declaration::Update();
+}
+
+void DeclProperty::RepostNotifications()
+{
+    for (; m_postponed > 0; --m_postponed)
+        Q_EMIT DoNotifyDeclaration(VariableIdentifier());
 }
 
 bool DeclProperty::TakesImagePath(const QVariant& value) const

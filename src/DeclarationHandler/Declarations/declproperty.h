@@ -68,12 +68,14 @@ private:
 
     bool TakesImagePath(const QVariant& value) const;
     QVariant CurrentValue() const;
+    void RepostNotifications();
     void ReportCycle();
 
     QString m_property;
     IDataPeer* m_dataPeer;
     bool m_written;
     bool m_cycleReported;
+    int m_postponed;   ///< Notifications that arrived while an Update() was running.
     bool* m_destroyed; ///< Where a running Update() learns that this object is gone; else null.
 };
 

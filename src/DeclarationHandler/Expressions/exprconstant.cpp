@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/exprconstant.h"
 
-ExprConstant::ExprConstant(const QVariant& value) : Expression(true), m_value(value) { }
+ExprConstant::ExprConstant(const QVariant& value) : Expression(true), m_value(value) {}
 
 QVariant ExprConstant::Retrieve() const
 {

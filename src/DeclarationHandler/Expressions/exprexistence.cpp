@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/exprexistence.h"
 
-ExprExistence::ExprExistence(IExpression* expression) : AtomicExpression(expression, true) { }
+ExprExistence::ExprExistence(IExpression* expression) : AtomicExpression(expression, true) {}
 
 QVariant ExprExistence::Retrieve() const
 {

@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/exprparentheses.h"
 
-ExprParentheses::ExprParentheses(IExpression* expression) : AtomicExpression(expression, false) { }
+ExprParentheses::ExprParentheses(IExpression* expression) : AtomicExpression(expression, false) {}
 
 QVariant ExprParentheses::Retrieve() const
 {

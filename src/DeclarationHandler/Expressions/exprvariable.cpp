@@ -21,6 +21,8 @@ bool ExprVariable::Store(const QVariant& value)
 {
     if (m_readOnly)
         return false;
-    m_dataPeer->ChangeValue(m_identifier, value, IDataPeer::ChangeValueFlags());
+    // A copy: whoever is notified may delete this node.
+    const VariableIdentifier identifier = m_identifier;
+    m_dataPeer->ChangeValue(identifier, value, IDataPeer::ChangeValueFlags());
     return true;
 }

@@ -4,7 +4,7 @@
 #include "DeclarationHandler/Tokens/quotedtext.h"
 #include "DeclarationHandler/Tokens/textview.h"
 
-DoubleQuoteToken::DoubleQuoteToken(const QString& lexeme) : Token(lexeme, TT_DOUBLE_QUOTE) { }
+DoubleQuoteToken::DoubleQuoteToken(const QString& lexeme) : Token(lexeme, TT_DOUBLE_QUOTE) {}
 
 IExpression* DoubleQuoteToken::CreateExpression(IDataPeer*, IDataObserver*, QObject*, QObject*, const QString&,
                                                 bool) const

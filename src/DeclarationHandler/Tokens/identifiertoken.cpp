@@ -11,7 +11,7 @@ bool ContinuesName(QChar character)
 
 } // namespace
 
-IdentifierToken::IdentifierToken(const QString& lexeme) : Token(lexeme, TT_IDENTIFIER) { }
+IdentifierToken::IdentifierToken(const QString& lexeme) : Token(lexeme, TT_IDENTIFIER) {}
 
 Token* IdentifierToken::Parse(const QString& text)
 {

@@ -17,7 +17,7 @@ bool IsPoint(QChar character)
 
 } // namespace
 
-NumberToken::NumberToken(const QString& lexeme) : Token(lexeme, TT_NUMBER) { }
+NumberToken::NumberToken(const QString& lexeme) : Token(lexeme, TT_NUMBER) {}
 
 IExpression* NumberToken::CreateExpression(IDataPeer*, IDataObserver*, QObject*, QObject*, const QString&, bool) const
 {

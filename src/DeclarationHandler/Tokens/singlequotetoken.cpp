@@ -4,7 +4,7 @@
 #include "DeclarationHandler/Tokens/quotedtext.h"
 #include "DeclarationHandler/Tokens/textview.h"
 
-SingleQuoteToken::SingleQuoteToken(const QString& lexeme) : Token(lexeme, TT_SINGLE_QUOTE) { }
+SingleQuoteToken::SingleQuoteToken(const QString& lexeme) : Token(lexeme, TT_SINGLE_QUOTE) {}
 
 IExpression* SingleQuoteToken::CreateExpression(IDataPeer*, IDataObserver*, QObject*, QObject*, const QString&,
                                                 bool) const

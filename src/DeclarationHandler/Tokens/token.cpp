@@ -69,17 +69,23 @@ bool IsSingleChar(const Row& row)
 /// Null for kinds without a fixed text.
 const Row* FindRow(Token::TOKEN_TYPE type)
 {
-    for (int i = 0; i < RowCount; ++i) {
-        if (Rows[i].type == type)
-            return &Rows[i];
-    }
-    return nullptr;
+    struct Index
+    {
+        const Row* rows[Token::TT_HASVALUE + 1];
+        Index() : rows()
+        {
+            for (int i = 0; i < RowCount; ++i)
+                rows[Rows[i].type] = &Rows[i];
+        }
+    };
+    static const Index index;
+    return index.rows[type];
 }
 
 bool Matches(const Row& row, const QString& text)
 {
-    const QLatin1String pattern(row.text);
-    if (!text.startsWith(pattern, Qt::CaseSensitive))
+    // The first character alone rules out nearly all.
+    if (text.at(0) != QLatin1Char(row.text[0]) || !text.startsWith(QLatin1String(row.text), Qt::CaseSensitive))
         return false;
     const int length = static_cast<int>(qstrlen(row.text));
     return row.boundary == Anywhere || text.length() == length || !text.at(length).isLetterOrNumber();
@@ -97,9 +103,9 @@ QHash<QChar, Token::TOKEN_TYPE> SingleCharRows()
 
 } // namespace
 
-Token::Token(const QString& lexeme, TOKEN_TYPE type) : m_lexeme(lexeme), m_tokenType(type) { }
+Token::Token(const QString& lexeme, TOKEN_TYPE type) : m_lexeme(lexeme), m_tokenType(type) {}
 
-Token::~Token() { }
+Token::~Token() {}
 
 IExpression* Token::CreateExpression(IDataPeer*, IDataObserver*, QObject*, QObject*, const QString&, bool) const
 {
@@ -150,7 +156,7 @@ Token* Token::Parse(const QString& text)
 
 Token* Token::ParseString(const QString& text)
 {
-    for (int i = 0; i < RowCount; ++i) {
+    for (int i = 0; i < RowCount && !text.isEmpty(); ++i) {
         if (!IsSingleChar(Rows[i]) && Matches(Rows[i], text))
             return new Token(QLatin1String(Rows[i].text), Rows[i].type);
     }

@@ -44,7 +44,11 @@ Token* VariableToken::Parse(const QString& text)
     if (text.isEmpty())
         return nullptr;
     Token* const package = PackageToken::Parse(text);
-    const int position = package ? package->GetLexemeLength() : 0;
+    if (!package) {
+        Token* const identifier = IdentifierToken::Parse(text);
+        return identifier ? new VariableToken(identifier->GetLexeme(), nullptr, identifier) : nullptr;
+    }
+    const int position = package->GetLexemeLength();
     Token* const identifier = IdentifierToken::Parse(TextView::From(text, position));
     if (!identifier) {
         delete package;

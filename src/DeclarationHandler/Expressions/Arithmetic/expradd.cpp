@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Arithmetic/expradd.h"
 
-ExprAdd::ExprAdd(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprAdd::ExprAdd(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprAdd::Retrieve() const
 {

@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Arithmetic/computenumbers.h"
 
-ExprDivide::ExprDivide(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprDivide::ExprDivide(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprDivide::Retrieve() const
 {

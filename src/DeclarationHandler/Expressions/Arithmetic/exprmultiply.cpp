@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Arithmetic/computenumbers.h"
 
-ExprMultiply::ExprMultiply(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprMultiply::ExprMultiply(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprMultiply::Retrieve() const
 {

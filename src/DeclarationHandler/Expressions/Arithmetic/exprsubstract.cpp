@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Arithmetic/computenumbers.h"
 
-ExprSubstract::ExprSubstract(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprSubstract::ExprSubstract(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprSubstract::Retrieve() const
 {

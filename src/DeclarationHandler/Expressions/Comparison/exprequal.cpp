@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Comparison/exprequal.h"
 
-ExprEqual::ExprEqual(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprEqual::ExprEqual(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprEqual::Retrieve() const
 {

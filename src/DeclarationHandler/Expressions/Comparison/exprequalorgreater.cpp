@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Comparison/comparenumbers.h"
 
-ExprEqualOrGreater::ExprEqualOrGreater(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprEqualOrGreater::ExprEqualOrGreater(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprEqualOrGreater::Retrieve() const
 {

@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Comparison/comparenumbers.h"
 
-ExprEqualOrSmaller::ExprEqualOrSmaller(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprEqualOrSmaller::ExprEqualOrSmaller(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprEqualOrSmaller::Retrieve() const
 {

@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Comparison/comparenumbers.h"
 
-ExprGreater::ExprGreater(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprGreater::ExprGreater(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprGreater::Retrieve() const
 {

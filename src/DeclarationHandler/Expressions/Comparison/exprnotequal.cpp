@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Comparison/exprnotequal.h"
 
-ExprNotEqual::ExprNotEqual(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprNotEqual::ExprNotEqual(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprNotEqual::Retrieve() const
 {

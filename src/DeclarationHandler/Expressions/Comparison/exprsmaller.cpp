@@ -4,7 +4,7 @@
 
 #include "DeclarationHandler/Expressions/Comparison/comparenumbers.h"
 
-ExprSmaller::ExprSmaller(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprSmaller::ExprSmaller(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprSmaller::Retrieve() const
 {

@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Logic/exprand.h"
 
-ExprAnd::ExprAnd(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprAnd::ExprAnd(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprAnd::Retrieve() const
 {

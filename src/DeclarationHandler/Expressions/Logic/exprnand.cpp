@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Logic/exprnand.h"
 
-ExprNand::ExprNand(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprNand::ExprNand(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprNand::Retrieve() const
 {

@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Logic/exprnor.h"
 
-ExprNor::ExprNor(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprNor::ExprNor(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprNor::Retrieve() const
 {

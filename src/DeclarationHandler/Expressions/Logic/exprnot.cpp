@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Logic/exprnot.h"
 
-ExprNot::ExprNot(IExpression* expression, bool readOnly) : AtomicExpression(expression, readOnly) { }
+ExprNot::ExprNot(IExpression* expression, bool readOnly) : AtomicExpression(expression, readOnly) {}
 
 QVariant ExprNot::Retrieve() const
 {

@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Logic/expror.h"
 
-ExprOr::ExprOr(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprOr::ExprOr(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprOr::Retrieve() const
 {

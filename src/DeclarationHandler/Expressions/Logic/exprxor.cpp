@@ -1,6 +1,6 @@
 #include "DeclarationHandler/Expressions/Logic/exprxor.h"
 
-ExprXor::ExprXor(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) { }
+ExprXor::ExprXor(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprXor::Retrieve() const
 {
