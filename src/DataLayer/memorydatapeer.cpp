@@ -7,13 +7,35 @@
 
 namespace {
 
+bool AreSame(const QVariant& left, const QVariant& right);
+
+bool AreSame(const QVariantList& left, const QVariantList& right)
+{
+    int i = 0;
+    while (i < left.count() && i < right.count() && AreSame(left.at(i), right.at(i)))
+        ++i;
+    return i == left.count() && i == right.count();
+}
+
 /// QVariant alone calls a text and a number equal, which differ to a statement, and two numbers that are
 /// nearly so, which would let a slow drift go unnoticed.
 bool AreSame(const QVariant& left, const QVariant& right)
 {
     if (left.userType() != right.userType())
         return false;
-    return left.type() == QVariant::Double ? left.toDouble() == right.toDouble() : left == right;
+    switch (left.userType()) {
+    case QMetaType::Double:
+        return left.toDouble() == right.toDouble();
+    case QMetaType::QVariantList:
+        return AreSame(left.toList(), right.toList());
+    case QMetaType::QVariantMap: {
+        const QVariantMap leftMap = left.toMap();
+        const QVariantMap rightMap = right.toMap();
+        return leftMap.keys() == rightMap.keys() && AreSame(leftMap.values(), rightMap.values());
+    }
+    default:
+        return left == right;
+    }
 }
 
 } // namespace

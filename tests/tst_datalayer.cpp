@@ -1,0 +1,225 @@
+#include <QLabel>
+#include <QtTest>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "DataLayer/idataobserver.h"
+#include "DataLayer/idatapeer.h"
+#include "DataLayer/idatapeerfactory.h"
+#include "DataLayer/variableidentifier.h"
+#include "DeclarationHandler/declarationhandler.h"
+#include "support/values.h"
+
+namespace {
+
+IDataPeer& Peer()
+{
+    return *Ovex_DataPeerFactory(false)->GetDataPeer(0);
+}
+
+/// Runs a function at each notification. Unregisters at its end, also where a check fails.
+class Observer : public IDataObserver
+{
+public:
+    explicit Observer(std::function<void(const VariableIdentifier&)> run) : m_run(run) {}
+    ~Observer() override { Peer().RemoveObserver(this); }
+    void OnNotify(const VariableIdentifier& identifier) override { m_run(identifier); }
+
+private:
+    const std::function<void(const VariableIdentifier&)> m_run;
+};
+
+/// Runs a function in a thread of its own until the end of the scope.
+class Worker
+{
+public:
+    explicit Worker(std::function<void()> run) : m_thread(QThread::create(run)) { m_thread->start(); }
+    ~Worker() { m_thread->wait(); }
+
+private:
+    const std::unique_ptr<QThread> m_thread;
+};
+
+bool Change(const VariableIdentifier& id, const QVariant& value, IDataPeer::ChangeValueFlags flags = IDataPeer::NoFlag)
+{
+    return Peer().ChangeValue(id, value, flags);
+}
+
+} // namespace
+
+class tst_DataLayer : public QObject
+{
+    Q_OBJECT
+
+    const VariableIdentifier m_id = VariableIdentifier("x", "p");
+
+private Q_SLOTS:
+    void init() { Change(m_id, QVariant()); }
+
+    void Identifiers()
+    {
+        QVERIFY(VariableIdentifier() == VariableIdentifier(QString(), ""));
+        for (const QString& name : {"x", "X", "p"}) {
+            const VariableIdentifier other(name, name == "p" ? "x" : "p");
+            QCOMPARE(other == m_id, name == "x");
+            QCOMPARE(other != m_id, name != "x");
+            QCOMPARE((other < m_id) != (m_id < other), name != "x");
+        }
+        QCOMPARE(qHash(VariableIdentifier("x", "p")), qHash(m_id));
+        QCOMPARE(QMetaType::type("VariableIdentifier"), qMetaTypeId<VariableIdentifier>());
+    }
+
+    void Values()
+    {
+        QCOMPARE(Peer().GetValue(m_id, "default"), QVariant("default"));
+        QVERIFY(Change(m_id, 2.0));
+        QCOMPARE(Exact(Peer().GetValue(m_id, "default")), QString("2.0"));
+        const VariableIdentifier other("x", "q");
+        QVERIFY(Peer().AddReference(other));
+        QVERIFY(!Peer().GetValue(other, QVariant()).isValid());
+    }
+
+    // Value before and after => notifications of a plain and of a forced write.
+    void Notifications_data()
+    {
+        Rows({{"1, 1 => 0 1", "1, 2 => 1 2", "1, '1' => 1 2", "1, 1.0 => 1 2", "1.0, 1.0000000000000002 => 1 2",
+               "-, 1 => 1 2", "1, - => 1 2", "-, - => 0 1", "[1], [1] => 0 1", "[1], ['1'] => 1 2"}});
+    }
+
+    void Notifications()
+    {
+        QFETCH(QString, given);
+        const QVariantList values = Operands(given);
+        int calls = 0;
+        Observer observer([&](const VariableIdentifier& id) { calls += id == m_id ? 1 : 100; });
+        Change(m_id, Operands(given).value(0));
+        QVERIFY(Peer().AddObserver(m_id, &observer));
+        QVERIFY(Peer().AddObserver(m_id, &observer));
+        Change(m_id, Operands(given).value(1));
+        const QString plain = QString::number(calls);
+        Change(m_id, Operands(given).value(1), IDataPeer::ForceNotification);
+        QTEST(plain + " " + QString::number(calls), "expected");
+        Peer().RemoveObserver(&observer);
+        Change(m_id, "more");
+        QVERIFY(calls < 3);
+        QVERIFY(!Peer().AddObserver(m_id, nullptr));
+    }
+
+    // Observers that write, remove others, or themselves.
+    void Reentry()
+    {
+        QStringList log;
+        Observer last([&](const VariableIdentifier&) { log << "last"; });
+        Observer second([&](const VariableIdentifier&) {
+            log << "second " + Exact(Peer().GetValue(m_id, QVariant()));
+            Peer().RemoveObserver(&second);
+            Peer().RemoveObserver(&last);
+            Change(m_id, 2);
+        });
+        Observer first([&](const VariableIdentifier&) { log << "first"; });
+        for (Observer* const observer : {&first, &second, &last})
+            Peer().AddObserver(m_id, observer);
+        Change(m_id, 1);
+        QCOMPARE(log.join(", "), QString("first, second 1, first"));
+    }
+
+    void RemovalWaitsForARunningCall()
+    {
+        QSemaphore running;
+        std::atomic<bool> returned(false);
+        bool finishedFirst = false;
+        Observer observer([&](const VariableIdentifier&) {
+            running.release();
+            QTest::qSleep(50);
+            finishedFirst = !returned;
+        });
+        Peer().AddObserver(m_id, &observer);
+        const Worker writer([&] { Change(m_id, 1); });
+        running.acquire();
+        Peer().RemoveObserver(&observer);
+        returned = true;
+        QVERIFY(finishedFirst);
+    }
+
+    // Each of two observers removes the other one while both are called.
+    void MutualRemovalEnds()
+    {
+        const VariableIdentifier other("y", "p");
+        QSemaphore running;
+        std::unique_ptr<Observer> observers[2];
+        for (const int i : {0, 1}) {
+            observers[i].reset(new Observer([&, i](const VariableIdentifier&) {
+                running.release();
+                while (running.available() < 2)
+                    QThread::yieldCurrentThread();
+                Peer().RemoveObserver(observers[1 - i].get());
+            }));
+        }
+        Peer().AddObserver(m_id, observers[0].get());
+        Peer().AddObserver(other, observers[1].get());
+        {
+            const Worker worker([&] { Change(other, 1, IDataPeer::ForceNotification); });
+            Change(m_id, 1);
+        }
+        QCOMPARE(running.available(), 2);
+    }
+
+    // No call reaches an observer that is removed, and then deleted, while others write.
+    void ObserversComeAndGo()
+    {
+        std::atomic<bool> stop(false);
+        std::atomic<int> calls(0);
+        const auto write = [&] {
+            for (int i = 0; !stop; ++i)
+                Change(m_id, i);
+        };
+        {
+            const Worker first(write);
+            const Worker second(write);
+            for (int i = 0; i < 500 || calls < 500; ++i) {
+                const std::unique_ptr<Observer> observer(new Observer([&](const VariableIdentifier&) { ++calls; }));
+                Peer().AddObserver(m_id, observer.get());
+                QThread::yieldCurrentThread();
+            }
+            stop = true;
+        }
+        QVERIFY(calls >= 500);
+    }
+
+    void FormFollowsOtherThreads()
+    {
+        QWidget form;
+        QLabel* const label = new QLabel(&form);
+        QLabel* const reader = new QLabel(&form);
+        label->setObjectName("label");
+        std::atomic<bool> stop(false);
+        {
+            DeclarationHandler handler;
+            QVERIFY(handler.AddDeclaration(&form, label, "~text", "'n ' + x", "p", true, false));
+            QVERIFY(handler.AddDeclaration(&form, reader, "~text", "@TopWidget\\label:text", "p", true, false));
+            handler.ConnectPropertyCrossReferences();
+            {
+                const Worker worker([&] {
+                    for (int i = 0; i <= 100; ++i)
+                        Change(m_id, i);
+                });
+            }
+            QCOMPARE(label->text(), QString());
+            QCoreApplication::processEvents();
+            QCOMPARE(label->text(), QString("n 100"));
+            QCOMPARE(reader->text(), QString("n 100"));
+            const Worker worker([&] {
+                for (int i = 0; !stop; ++i)
+                    Change(m_id, i);
+            });
+            QCoreApplication::processEvents();
+            handler.Clear();
+            stop = true;
+        }
+    }
+};
+
+QTEST_MAIN(tst_DataLayer)
+#include "tst_datalayer.moc"

@@ -1,0 +1,254 @@
+#include <QPixmap>
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+#include "DeclarationHandler/Declarations/declproperty.h"
+#include "support/messagecatcher.h"
+#include "support/recordingdatapeer.h"
+#include "support/spyexpression.h"
+
+namespace {
+
+/// Counts the writes of its one number, which goes by two names.
+class Target : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(int number READ Number WRITE Write)
+    Q_PROPERTY(int visible READ Number WRITE Write)
+
+public:
+    int Number() const { return m_number; }
+    void Write(int number)
+    {
+        m_number = number;
+        ++m_writes;
+        if (m_written)
+            m_written();
+    }
+
+    int m_number = 5;
+    int m_writes = 0;
+    std::function<void()> m_written;
+};
+
+} // namespace
+
+class tst_Declarations : public QObject
+{
+    Q_OBJECT
+
+    QScopedPointer<Target> m_target;
+    QStringList m_log;
+
+    SpyExpression* Spy(const QVariant& value = 5, bool accepts = true)
+    {
+        return new SpyExpression("tree", value, &m_log, accepts);
+    }
+
+private Q_SLOTS:
+    void initTestCase() { qRegisterMetaType<VariableIdentifier>("VariableIdentifier"); }
+
+    void init()
+    {
+        m_target.reset(new Target);
+        m_log.clear();
+    }
+
+    void MetaObject()
+    {
+        QStringList methods;
+        for (const QMetaObject* type : {&Declaration::staticMetaObject, &DeclProperty::staticMetaObject}) {
+            for (int i = type->methodOffset(); i < type->methodCount(); ++i) {
+                const QMetaMethod method = type->method(i);
+                methods << method.typeName() + (" " + method.methodSignature() + " ") + method.parameterNames().join();
+            }
+        }
+        QCOMPARE(methods.join("|"),
+                 QString("void Updated() |bool Update(bool) updateToInvalid|bool Update() |"
+                         "void DoNotifyDeclaration(VariableIdentifier) |void "
+                         "OnNotifyDeclaration(VariableIdentifier) |"
+                         "bool Update(bool) updateToInvalid|bool Update() "));
+        DeclProperty declaration(m_target.data(), "number");
+        QCOMPARE(declaration.qt_metacast("IDataObserver"), static_cast<IDataObserver*>(&declaration));
+        QVERIFY(!declaration.parent());
+    }
+
+    // Without a tree, without an object, and when the object is gone.
+    void Incomplete()
+    {
+        DeclProperty treeless(m_target.data(), "number");
+        DeclProperty objectless(Spy(), nullptr, "number");
+        Target* const target = new Target;
+        DeclProperty orphaned(Spy(), target, "number");
+        QCOMPARE(orphaned.GetActiveObject(), target);
+        delete target;
+        for (DeclProperty* const declaration : {&treeless, &objectless, &orphaned}) {
+            const QSignalSpy updated(declaration, &Declaration::Updated);
+            QVERIFY(!declaration->Update() && !declaration->Save());
+            QVERIFY(declaration->GetActiveObject() || (!declaration->SetProperty(7) && !declaration->SetPixmap("p")));
+            QCOMPARE(updated.count() + m_log.size() + m_target->m_writes, 0);
+        }
+    }
+
+    // The property, and what four updates answer and how many writes there are by then. Before the third,
+    // somebody else changes the value.
+    void Writes_data()
+    {
+        Rows({{"number => true 1, false 1, true 2, false 2", "visible => true 1, true 2, true 3, true 4"}});
+    }
+
+    void Writes()
+    {
+        QFETCH(QString, given);
+        DeclProperty declaration(Spy(), m_target.data(), given);
+        const QSignalSpy updated(&declaration, &Declaration::Updated);
+        QStringList answers;
+        for (const int present : {5, 5, 6, 5}) {
+            m_target->m_number = present;
+            const QString answer = declaration.Update() ? "true" : "false";
+            answers << answer + " " + QString::number(m_target->m_writes);
+        }
+        QTEST(answers.join(", "), "expected");
+        QCOMPARE(updated.count(), 4);
+        QCOMPARE(m_log.join(" "), QString("tree tree tree tree"));
+    }
+
+    void InvalidValue()
+    {
+        DeclProperty declaration(Spy(QVariant()), m_target.data(), "number");
+        const QSignalSpy updated(&declaration, &Declaration::Updated);
+        QVERIFY(!declaration.Update(false));
+        QCOMPARE(updated.count() + m_target->m_writes, 0);
+        QVERIFY(declaration.Update());
+        QCOMPARE(updated.count() + m_target->m_writes, 2);
+    }
+
+    // The value that the property holds, and the one that is written => the line.
+    void IllegalAssignment_data()
+    {
+        Rows({{"5, LIST => Illegal assignment?: ' QVariant(QStringList, (\"a\")) ' to property:  \"p\"  with type:  "
+               "QVariant::int  value:  QVariant(int, 5)",
+               "'x', 5 => ", "-, LIST => ", "5, NULL => ", "NULL, 5 => "}});
+    }
+
+    void IllegalAssignment()
+    {
+        const auto value = [](const QString& text) {
+            return text == "LIST" ? QStringList("a")
+                : text == "NULL"  ? QVariant(QVariant::StringList)
+                                  : Operands(text).at(0);
+        };
+        QFETCH(QString, given);
+        QObject object;
+        object.setProperty("p", value(given.section(", ", 0, 0)));
+        DeclProperty declaration(Spy(value(given.section(", ", 1))), &object, "p");
+        MessageCatcher lines;
+        QVERIFY(declaration.Update());
+        QTEST(lines.Take().join("|"), "expected");
+        QCOMPARE(Exact(object.property("p")), Exact(value(given.section(", ", 1))));
+    }
+
+    // Property and value => answer, what the property holds then, and the line.
+    void Pixmaps_data()
+    {
+        Rows(
+            {{"pixmap, 'FILE' => true 3x2 ", "statusIcon, 'FILE' => true 3x2 ", "Pixmap, 'FILE' => true 'FILE' ",
+              "pixmap, '::empty' => true 0x0 ", "pixmap, 5 => true 0x0 Pixmap file does not exist \"5\"",
+              "statusIcon, '/no' => true 0x0 Pixmap file does not exist \"/no\"", "pixmap, - => true - ",
+              "pixmap, PIXMAP => true 4x4 ",
+              "pixmap, '' => false - Pixmap in widget  \"name\" has invalid type for pixmap QVariant(QString, \"\")"}});
+    }
+
+    void Pixmaps()
+    {
+        const QTemporaryDir folder;
+        const QString file = folder.filePath("3x2.png");
+        QVERIFY(QImage(3, 2, QImage::Format_RGB32).save(file));
+        QFETCH(QString, given);
+        const QByteArray property = given.section(", ", 0, 0).toLatin1();
+        const QString text = given.section(", ", 1).replace("FILE", file);
+        QObject object;
+        object.setObjectName("name");
+        DeclProperty declaration(Spy(text == "PIXMAP" ? QPixmap(4, 4) : Operands(text).at(0)), &object, property);
+        const QSignalSpy updated(&declaration, &Declaration::Updated);
+        MessageCatcher lines;
+        QStringList actual(declaration.Update() ? "true" : "false");
+        const QVariant held = object.property(property);
+        const QSize size = held.value<QPixmap>().size();
+        actual << (held.type() == QVariant::Pixmap ? QString("%1x%2").arg(size.width()).arg(size.height())
+                                                   : Exact(held).replace(file, "FILE"));
+        QTEST((actual << lines.Take().join("|")).join(" "), "expected");
+        QCOMPARE(updated.count(), 1);
+    }
+
+    // Each is a queued call of its own, in the declaration's thread.
+    void Notifications()
+    {
+        DeclProperty declaration(m_target.data(), "number");
+        declaration.SetCondition(Spy());
+        DeclProperty deaf(Spy(), m_target.data(), "number");
+        QList<QThread*> threads;
+        connect(
+            &declaration, &Declaration::Updated, this, [&] { threads << QThread::currentThread(); },
+            Qt::DirectConnection);
+        const std::unique_ptr<QThread> worker(QThread::create([&] {
+            for (IDataObserver* const observer : QList<IDataObserver*>{&declaration, &deaf, &declaration})
+                observer->OnNotify(VariableIdentifier("a", "p"));
+        }));
+        worker->start();
+        worker->wait();
+        QCOMPARE(m_log, QStringList());
+        QCoreApplication::processEvents();
+        QCOMPARE(m_log.join(" "), QString("tree tree"));
+        QCOMPARE(threads, (QList<QThread*>{thread(), thread()}));
+
+        // One that arrives while the property is being written waits for the end of that update.
+        m_target->m_written = [&] {
+            m_target->m_written = nullptr;
+            declaration.OnNotify(VariableIdentifier("a", "p"));
+            QCoreApplication::processEvents();
+            m_log << "written";
+        };
+        m_target->m_number = 6;
+        declaration.Update();
+        QCoreApplication::processEvents();
+        QCOMPARE(m_log.join(" "), QString("tree tree tree written tree"));
+    }
+
+    void Save()
+    {
+        QVERIFY(DeclProperty(Spy(), m_target.data(), "number").Save());
+        QVERIFY(!DeclProperty(Spy(5, false), m_target.data(), "number").Save());
+        QVERIFY(DeclProperty(Spy(), m_target.data(), "missing").Save());
+        QCOMPARE(m_log.join(" "), QString("tree=5 ~tree tree=5 ~tree tree=- ~tree"));
+    }
+
+    void Ownership()
+    {
+        RecordingDataPeer peer;
+        {
+            DeclProperty declaration(new SpyExpression("old", 1, &peer.m_calls), m_target.data(), "number");
+            SpyExpression* const tree = new SpyExpression("new", 2, &peer.m_calls);
+            declaration.SetCondition(tree);
+            declaration.SetCondition(tree);
+            declaration.SetDataPeer(&peer);
+        }
+        QCOMPARE(peer.TakeCalls(), QString("~old, unobserve, ~new"));
+    }
+
+    void DeletedInItsOwnUpdate()
+    {
+        DeclProperty* const announcing = new DeclProperty(Spy(), m_target.data(), "number");
+        connect(announcing, &Declaration::Updated, this, [=] { delete announcing; });
+        QVERIFY(announcing->Update());
+        DeclProperty* const writing = new DeclProperty(Spy(), m_target.data(), "number");
+        m_target->m_written = [=] { delete writing; };
+        QVERIFY(writing->Update());
+        QCOMPARE(m_log.join(" "), QString("tree ~tree tree ~tree"));
+    }
+};
+
+QTEST_MAIN(tst_Declarations)
+#include "tst_declarations.moc"

@@ -1,0 +1,202 @@
+#include <QtTest>
+
+#include "DeclarationHandler/Expressions/exprobjectproperty.h"
+#include "DeclarationHandler/Tokens/doublequotetoken.h"
+#include "DeclarationHandler/Tokens/identifiertoken.h"
+#include "DeclarationHandler/Tokens/numbertoken.h"
+#include "DeclarationHandler/Tokens/packagetoken.h"
+#include "DeclarationHandler/Tokens/singlequotetoken.h"
+#include "DeclarationHandler/Tokens/variabletoken.h"
+#include "DeclarationHandler/parser.h"
+#include "support/messagecatcher.h"
+#include "support/recordingdatapeer.h"
+
+namespace {
+
+Token* NextToken(const QString& text)
+{
+    for (Token* (*parse)(const QString&) :
+         {NumberToken::Parse, Token::Parse, SingleQuoteToken::Parse, DoubleQuoteToken::Parse, VariableToken::Parse}) {
+        if (Token* const token = parse(text))
+            return token;
+    }
+    return nullptr;
+}
+
+/// The lexeme, with a letter in front for number, text or variable.
+QString Describe(const Token& token)
+{
+    static const QHash<int, QString> letters = {{Token::TT_NUMBER, "n:"},
+                                                {Token::TT_SINGLE_QUOTE, "t:"},
+                                                {Token::TT_DOUBLE_QUOTE, "t:"},
+                                                {Token::TT_VARIABLE, "v:"}};
+    return letters.value(token.GetTokenType()) + token.GetLexeme();
+}
+
+} // namespace
+
+class tst_Tokens : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    // One text of each kind, in the order of the kinds.
+    void Kinds_data()
+    {
+        const QString texts = "name ( ) [ ] + - * / = != < > <= >= OR AND XOR NOR NAND NOT TRUE FALSE 7 @p:v . '' \"\" "
+                              "HASVALUE";
+        const QString precedences = "06000334422222211111500000005";
+        QTest::addColumn<int>("kind");
+        QTest::addColumn<int>("precedence");
+        for (int i = 0; i < precedences.size(); ++i)
+            QTest::newRow(qPrintable(texts.section(' ', i, i))) << i + 1 << precedences.at(i).digitValue();
+    }
+
+    void Kinds()
+    {
+        QFETCH(int, kind);
+        const QString text = QTest::currentDataTag();
+        const QScopedPointer<Token> token(kind == 1 ? IdentifierToken::Parse(text) : NextToken(text));
+        QCOMPARE(int(token->GetTokenType()), kind);
+        QCOMPARE(token->GetLexeme(), text);
+        QCOMPARE(token->GetLexemeOffset(), 0);
+        QTEST(token->GetPrecedence(), "precedence");
+        QCOMPARE(token->IsBinOp(), kind >= 6 && kind <= 20);
+
+        const Token plain(text, token->GetTokenType());
+        const QScopedPointer<IExpression> operand(
+            plain.CreateExpression(nullptr, nullptr, nullptr, nullptr, QString(), false));
+        QCOMPARE(operand ? Exact(operand->Retrieve()) : QString("none"),
+                 QStringList({"true", "false"}).value(kind - 22, "none"));
+    }
+
+    // A "?" stands before the rest that is not recognised.
+    void Lexing_data()
+    {
+        Rows({
+            // Keywords and names.
+            {" => ", " \t\n => ", "a AND b => v:a AND v:b", "a and b => v:a v:and v:b", "ORDER => v:ORDER",
+             "TRUE1 => v:TRUE1", "HASVALUEx => v:HASVALUEx", "OR( => OR (", "TRUE.FALSE => TRUE . FALSE",
+             "AND_x => AND ?_x", "a_1.b => v:a_1.b", "a..b. => v:a..b.", "_a => ?_a", "[0].k => [ n:0 ] . v:k",
+             "\u00e9\u2003\u0663\u00a0x => v:\u00e9 n:\u0663 v:x"},
+            // Operators.
+            {"x<=5 => v:x <= n:5", "x< =5 => v:x < = n:5", "x==5 => v:x = = n:5", "x>=-5 => v:x >= n:-5", "!x => ?!x",
+             "a ! = b => v:a ?! = b", "a + $b => v:a + ?$b", "a,b => v:a ?,b", "a - 1 => v:a - n:1", "a-b => v:a - v:b",
+             "a-(1) => v:a - ( n:1 )", "-x => - v:x", "- => -", ". => ."},
+            // Numbers.
+            {"a-1 => v:a n:-1", "5-3 => n:5 n:-3", "--5 => - n:-5", "-.5 => n:-.5", "-. => n:-.", "5. => n:5.",
+             "12.5.3 => n:12.5 n:.3", "1e5 => n:1 v:e5", "+5 => + n:5"},
+            // Texts.
+            {"'it''s' => t:'it' t:'s'", "'' => t:''", "\"a'b\" => t:\"a'b\"", "'a\\' => t:'a\\'", "' => ?'",
+             "x 'abc => v:x ?'abc", "\"abc' => ?\"abc'"},
+            // References.
+            {"@Engine:speed AND x => v:@Engine:speed AND v:x", "@E\\Left:rpm => v:@E\\Left:rpm", "@a:NOT => v:@a:NOT",
+             "@\\E\\\\Left\\:rpm => v:@\\E\\\\Left\\:rpm", "@a:b:c => v:@a:b ?:c", "@E: speed => ?@E: speed",
+             "@E:5 => ?@E:5", "@E => ?@E", "@:x => ?@:x", "@\\:x => ?@\\:x", "@a\\5:x => ?@a\\5:x",
+             "@a b:x => ?@a b:x"},
+        });
+    }
+
+    void Lexing()
+    {
+        QFETCH(QString, given);
+        QStringList tokens;
+        int position = 0;
+        QScopedPointer<Token> token;
+        do {
+            while (position < given.length() && given.at(position).isSpace())
+                ++position;
+            const QString rest = given.mid(position);
+            token.reset(NextToken(rest));
+            if (token || !rest.isEmpty())
+                tokens << (token ? Describe(*token) : "?" + rest);
+            QVERIFY(!token || (!token->GetLexeme().isEmpty() && rest.startsWith(token->GetLexeme())));
+            position += token ? token->GetLexemeLength() : 0;
+        } while (token);
+        QTEST(tokens.join(" "), "expected");
+
+        Parser parser;
+        parser.Tokenize(given);
+        const QScopedPointer<IParsingResult> result(parser.CopyResult());
+        const QString rest = given.mid(position);
+        QCOMPARE(result->GetParsedCharacters(), rest.isEmpty() ? 0 : position);
+        QCOMPARE(result->GetErrorMessage(), rest.isEmpty() ? "" : "Unrecognised token at \"" + rest + "\".");
+    }
+
+    // Name, package with the default «d», and elements of the prefix.
+    void References_data()
+    {
+        Rows({{"speed => speed, d, ", "@Engine:speed => speed, Engine, Engine", "a.b => a.b, d, ",
+               "@Engine\\Left:rpm => rpm, Engine\\Left, Engine Left",
+               "@\\Engine\\\\Left\\:rpm => rpm, \\Engine\\\\Left\\, Engine Left",
+               "@widget:text => text, widget, widget"}});
+    }
+
+    void References()
+    {
+        QFETCH(QString, given);
+        const QScopedPointer<Token> token(NextToken(given));
+        const VariableToken* const reference = dynamic_cast<VariableToken*>(token.data());
+        const QScopedPointer<Token> prefix(PackageToken::Parse(given));
+        QCOMPARE(reference->HasPackage(), !prefix.isNull());
+        const QStringList path = prefix ? static_cast<PackageToken*>(prefix.data())->GetPackages() : QStringList();
+        QTEST((QStringList{reference->GetVariableName(), reference->GetPackage("d"), path.join(" ")}).join(", "),
+              "expected");
+        QCOMPARE(reference->GetPackage(QString()).isNull(), prefix.isNull());
+
+        RecordingDataPeer peer;
+        delete token->CreateExpression(&peer, nullptr, this, this, "d", false);
+        QFETCH(QString, expected);
+        QCOMPARE(peer.TakeCalls(), "refer " + expected.section(", ", 1, 1) + ":" + expected.section(", ", 0, 0));
+        QVERIFY(!prefix || !prefix->CreateExpression(&peer, nullptr, this, this, "d", false));
+    }
+
+    // The widget bound is the edit in the form { outer, panel { box { inner }, edit } }.
+    void WidgetPaths_data()
+    {
+        Rows({{"@Widget:p => edit", "@ParentWidget:p => panel", "@TopWidget:p => form", "@TopWidget\\edit:p => edit",
+               "@TopWidget\\panel\\button:p => inner", "@TopWidget\\button:p => outer",
+               "@ParentWidget\\box\\button:p => inner",
+               "@TopWidget\\panel\\nobody\\button:p => "
+               "\"Not a valid QObject found for: 'TopWidget\\\\panel\\\\nobody\\\\button'\"",
+               "@Widget\\box:p => \"Not a valid QObject found for: 'Widget\\\\box'\""}});
+    }
+
+    void WidgetPaths()
+    {
+        const auto add = [](QObject* parent, const char* name, const char* label) {
+            QObject* const object = new QObject(parent);
+            object->setObjectName(name);
+            object->setProperty("p", label);
+            return object;
+        };
+        QObject root;
+        QObject* const form = add(&root, "form", "form");
+        add(form, "button", "outer");
+        QObject* const panel = add(form, "panel", "panel");
+        add(add(panel, "box", "box"), "button", "inner");
+        QObject* const edit = add(panel, "edit", "edit");
+
+        QFETCH(QString, given);
+        MessageCatcher messages;
+        const QScopedPointer<Token> token(VariableToken::Parse(given));
+        const QScopedPointer<IExpression> node(token->CreateExpression(nullptr, nullptr, edit, form, "d", false));
+        QCOMPARE(!node, !dynamic_cast<ExprObjectProperty*>(node.data()));
+        QTEST(node ? node->Retrieve().toString() : messages.Take().join("|"), "expected");
+    }
+
+    void StartOfWidgetPath()
+    {
+        const QScopedPointer<VariableToken> token(static_cast<VariableToken*>(VariableToken::Parse("x")));
+        QObject top;
+        for (QObject* const widget : {&top, static_cast<QObject*>(nullptr)})
+            QCOMPARE(token->GetTopObject(widget, &top, {"ParentWidget"}), &top);
+        QVERIFY(!token->GetTopObject(nullptr, &top, {"Widget"}) && !token->GetTopObject(&top, &top, {"topWidget"}));
+        int index = 1;
+        QVERIFY(!token->GetChildObject(nullptr, {"Widget", "x"}, &index) && index == 1);
+        QVERIFY(!token->GetChildObject(&top, {"Widget", "x"}, &index) && index == 2);
+    }
+};
+
+QTEST_APPLESS_MAIN(tst_Tokens)
+#include "tst_tokens.moc"
