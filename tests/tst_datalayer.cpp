@@ -4,6 +4,7 @@
 #include <atomic>
 #include <functional>
 #include <memory>
+#include <thread>
 
 #include "DataLayer/idataobserver.h"
 #include "DataLayer/idatapeer.h"
@@ -35,11 +36,11 @@ private:
 class Worker
 {
 public:
-    explicit Worker(std::function<void()> run) : m_thread(QThread::create(run)) { m_thread->start(); }
-    ~Worker() { m_thread->wait(); }
+    explicit Worker(std::function<void()> run) : m_thread(run) {}
+    ~Worker() { m_thread.join(); }
 
 private:
-    const std::unique_ptr<QThread> m_thread;
+    std::thread m_thread;
 };
 
 bool Change(const VariableIdentifier& id, const QVariant& value, IDataPeer::ChangeValueFlags flags = IDataPeer::NoFlag)
@@ -60,14 +61,10 @@ private Q_SLOTS:
 
     void Identifiers()
     {
-        QVERIFY(VariableIdentifier() == VariableIdentifier(QString(), ""));
-        for (const QString& name : {"x", "X", "p"}) {
-            const VariableIdentifier other(name, name == "p" ? "x" : "p");
-            QCOMPARE(other == m_id, name == "x");
-            QCOMPARE(other != m_id, name != "x");
-            QCOMPARE((other < m_id) != (m_id < other), name != "x");
-        }
-        QCOMPARE(qHash(VariableIdentifier("x", "p")), qHash(m_id));
+        const VariableIdentifier swapped("p", "x");
+        QVERIFY(VariableIdentifier("x", "p") == m_id && qHash(VariableIdentifier("x", "p")) == qHash(m_id));
+        QVERIFY(swapped != m_id && (swapped < m_id) != (m_id < swapped) && !(m_id < m_id));
+        QVERIFY(VariableIdentifier() == VariableIdentifier(QString(), "") && VariableIdentifier("X", "p") != m_id);
         QCOMPARE(QMetaType::type("VariableIdentifier"), qMetaTypeId<VariableIdentifier>());
     }
 
@@ -85,7 +82,8 @@ private Q_SLOTS:
     void Notifications_data()
     {
         Rows({{"1, 1 => 0 1", "1, 2 => 1 2", "1, '1' => 1 2", "1, 1.0 => 1 2", "1.0, 1.0000000000000002 => 1 2",
-               "-, 1 => 1 2", "1, - => 1 2", "-, - => 0 1", "[1], [1] => 0 1", "[1], ['1'] => 1 2"}});
+               "-, 1 => 1 2", "1, - => 1 2", "-, - => 0 1", "[1], [1] => 0 1", "[1], ['1'] => 1 2",
+               "{'a': 1}, {'a': 1.0} => 1 2"}});
     }
 
     void Notifications()
@@ -94,12 +92,12 @@ private Q_SLOTS:
         const QVariantList values = Operands(given);
         int calls = 0;
         Observer observer([&](const VariableIdentifier& id) { calls += id == m_id ? 1 : 100; });
-        Change(m_id, Operands(given).value(0));
+        Change(m_id, values.at(0));
         QVERIFY(Peer().AddObserver(m_id, &observer));
         QVERIFY(Peer().AddObserver(m_id, &observer));
-        Change(m_id, Operands(given).value(1));
+        Change(m_id, values.at(1));
         const QString plain = QString::number(calls);
-        Change(m_id, Operands(given).value(1), IDataPeer::ForceNotification);
+        Change(m_id, values.at(1), IDataPeer::ForceNotification);
         QTEST(plain + " " + QString::number(calls), "expected");
         Peer().RemoveObserver(&observer);
         Change(m_id, "more");
@@ -127,17 +125,18 @@ private Q_SLOTS:
 
     void RemovalWaitsForARunningCall()
     {
-        QSemaphore running;
+        std::atomic<bool> running(false);
         std::atomic<bool> returned(false);
-        bool finishedFirst = false;
+        std::atomic<bool> finishedFirst(false);
         Observer observer([&](const VariableIdentifier&) {
-            running.release();
+            running = true;
             QTest::qSleep(50);
             finishedFirst = !returned;
         });
         Peer().AddObserver(m_id, &observer);
         const Worker writer([&] { Change(m_id, 1); });
-        running.acquire();
+        while (!running)
+            std::this_thread::yield();
         Peer().RemoveObserver(&observer);
         returned = true;
         QVERIFY(finishedFirst);
@@ -146,24 +145,22 @@ private Q_SLOTS:
     // Each of two observers removes the other one while both are called.
     void MutualRemovalEnds()
     {
-        const VariableIdentifier other("y", "p");
-        QSemaphore running;
+        const VariableIdentifier ids[] = {m_id, VariableIdentifier("y", "p")};
+        std::atomic<int> running(0);
         std::unique_ptr<Observer> observers[2];
         for (const int i : {0, 1}) {
             observers[i].reset(new Observer([&, i](const VariableIdentifier&) {
-                running.release();
-                while (running.available() < 2)
-                    QThread::yieldCurrentThread();
+                for (++running; running < 2;)
+                    std::this_thread::yield();
                 Peer().RemoveObserver(observers[1 - i].get());
             }));
+            Peer().AddObserver(ids[i], observers[i].get());
         }
-        Peer().AddObserver(m_id, observers[0].get());
-        Peer().AddObserver(other, observers[1].get());
         {
-            const Worker worker([&] { Change(other, 1, IDataPeer::ForceNotification); });
-            Change(m_id, 1);
+            const Worker worker([&] { Change(ids[1], 1); });
+            Change(ids[0], 1);
         }
-        QCOMPARE(running.available(), 2);
+        QCOMPARE(int(running), 2);
     }
 
     // No call reaches an observer that is removed, and then deleted, while others write.
@@ -181,7 +178,7 @@ private Q_SLOTS:
             for (int i = 0; i < 500 || calls < 500; ++i) {
                 const std::unique_ptr<Observer> observer(new Observer([&](const VariableIdentifier&) { ++calls; }));
                 Peer().AddObserver(m_id, observer.get());
-                QThread::yieldCurrentThread();
+                std::this_thread::yield();
             }
             stop = true;
         }

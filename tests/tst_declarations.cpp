@@ -2,7 +2,7 @@
 #include <QtTest>
 
 #include <functional>
-#include <memory>
+#include <thread>
 
 #include "DeclarationHandler/Declarations/declproperty.h"
 #include "support/messagecatcher.h"
@@ -193,12 +193,11 @@ private Q_SLOTS:
         connect(
             &declaration, &Declaration::Updated, this, [&] { threads << QThread::currentThread(); },
             Qt::DirectConnection);
-        const std::unique_ptr<QThread> worker(QThread::create([&] {
+        std::thread worker([&] {
             for (IDataObserver* const observer : QList<IDataObserver*>{&declaration, &deaf, &declaration})
                 observer->OnNotify(VariableIdentifier("a", "p"));
-        }));
-        worker->start();
-        worker->wait();
+        });
+        worker.join();
         QCOMPARE(m_log, QStringList());
         QCoreApplication::processEvents();
         QCOMPARE(m_log.join(" "), QString("tree tree"));

@@ -119,16 +119,10 @@ private Q_SLOTS:
         QVERIFY(!Add(a, "text", "x", false, true) && !Add(a, "", "x") && !Add(nullptr, "~v", "x"));
         QVERIFY(!AddDefault(a, "text", "x"));
         QCOMPARE(s_peer.TakeCalls(), QString());
-        QVERIFY(Add(a, "~text", "x +* y"));
-        m_handler->Update();
-        QCOMPARE(Exact(a->property("text")), QString("'Name'"));
-    }
-
-    void DefaultDeclarations()
-    {
-        QWidget* const a = New("a");
+        QVERIFY(Add(a, "~text", "w +* x"));
         QVERIFY(AddDefault(a, "~v", "x") && Add(a, "_v", "y") && !AddDefault(a, "~v", "z") && AddDefault(a, "_w", "z"));
         QCOMPARE(UpdateAndTakeReads(), QString("x y z"));
+        QCOMPARE(Exact(a->property("text")), QString("'Name'"));
         m_handler->Save(nullptr, "");
         QCOMPARE(TakeNames("set"), QString("y"));
     }

@@ -1,6 +1,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <thread>
 
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/interpreter.h"
@@ -122,10 +123,9 @@ private Q_SLOTS:
             for (int i = 0; i < 200; ++i)
                 right += interpreter.Evaluate("outer * 2", nullptr) == 14.0;
         };
-        const std::unique_ptr<QThread> other(QThread::create(evaluate));
-        other->start();
+        std::thread other(evaluate);
         evaluate();
-        other->wait();
+        other.join();
         QCOMPARE(int(right), 400);
         QCOMPARE(peer.m_calls.size(), 1200);
     }

@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include <algorithm>
 #include <memory>
 
 #include "DeclarationHandler/interpreter.h"
@@ -59,11 +60,11 @@ private Q_SLOTS:
         const MessageCatcher lines;
         Interpreter interpreter(&m_peer, nullptr, nullptr);
         IParsingResult* result = nullptr;
-        const QVariant value = interpreter.Evaluate(example.at(0), &result);
+        const QVariant value = interpreter.Evaluate(example.value(0), &result);
         const std::unique_ptr<IParsingResult> record(result);
-        QCOMPARE(value.isValid() ? value.toString() : "(invalid)", example.at(1));
-        QCOMPARE(value.isValid() ? value.typeName() : "-", qPrintable(example.at(2)));
-        QCOMPARE(record->GetWarningMessages().value(0), example.at(3));
+        QCOMPARE(value.isValid() ? value.toString() : "(invalid)", example.value(1));
+        QCOMPARE(value.isValid() ? value.typeName() : "-", qPrintable(example.value(2)));
+        QCOMPARE(record->GetWarningMessages().value(0), example.value(3));
     }
 };
 

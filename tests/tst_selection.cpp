@@ -114,8 +114,6 @@ private Q_SLOTS:
         QVERIFY(node.RetrieveFromList(result, Named("list")) && result == "two");
         QVERIFY(!node.RetrieveFromList(result, Named("null list")) && result == "two");
         QVERIFY(!node.RetrieveFromMap(result, Named("map")) && !result.isValid());
-        QVERIFY(node.RetrieveFromMap(result, QVariantMap{{"1", 7}}) && result == 7);
-        QVERIFY(!ExprArray(nullptr, new SpyExpression("s", 1, &log), false).Retrieve().isValid());
     }
 
     void Records()

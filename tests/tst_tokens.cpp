@@ -9,7 +9,7 @@
 #include "DeclarationHandler/Tokens/variabletoken.h"
 #include "DeclarationHandler/parser.h"
 #include "support/messagecatcher.h"
-#include "support/recordingdatapeer.h"
+#include "support/values.h"
 
 namespace {
 
@@ -62,12 +62,6 @@ private Q_SLOTS:
         QCOMPARE(token->GetLexemeOffset(), 0);
         QTEST(token->GetPrecedence(), "precedence");
         QCOMPARE(token->IsBinOp(), kind >= 6 && kind <= 20);
-
-        const Token plain(text, token->GetTokenType());
-        const QScopedPointer<IExpression> operand(
-            plain.CreateExpression(nullptr, nullptr, nullptr, nullptr, QString(), false));
-        QCOMPARE(operand ? Exact(operand->Retrieve()) : QString("none"),
-                 QStringList({"true", "false"}).value(kind - 22, "none"));
     }
 
     // A "?" stands before the rest that is not recognised.
@@ -123,34 +117,6 @@ private Q_SLOTS:
         QCOMPARE(result->GetErrorMessage(), rest.isEmpty() ? "" : "Unrecognised token at \"" + rest + "\".");
     }
 
-    // Name, package with the default «d», and elements of the prefix.
-    void References_data()
-    {
-        Rows({{"speed => speed, d, ", "@Engine:speed => speed, Engine, Engine", "a.b => a.b, d, ",
-               "@Engine\\Left:rpm => rpm, Engine\\Left, Engine Left",
-               "@\\Engine\\\\Left\\:rpm => rpm, \\Engine\\\\Left\\, Engine Left",
-               "@widget:text => text, widget, widget"}});
-    }
-
-    void References()
-    {
-        QFETCH(QString, given);
-        const QScopedPointer<Token> token(NextToken(given));
-        const VariableToken* const reference = dynamic_cast<VariableToken*>(token.data());
-        const QScopedPointer<Token> prefix(PackageToken::Parse(given));
-        QCOMPARE(reference->HasPackage(), !prefix.isNull());
-        const QStringList path = prefix ? static_cast<PackageToken*>(prefix.data())->GetPackages() : QStringList();
-        QTEST((QStringList{reference->GetVariableName(), reference->GetPackage("d"), path.join(" ")}).join(", "),
-              "expected");
-        QCOMPARE(reference->GetPackage(QString()).isNull(), prefix.isNull());
-
-        RecordingDataPeer peer;
-        delete token->CreateExpression(&peer, nullptr, this, this, "d", false);
-        QFETCH(QString, expected);
-        QCOMPARE(peer.TakeCalls(), "refer " + expected.section(", ", 1, 1) + ":" + expected.section(", ", 0, 0));
-        QVERIFY(!prefix || !prefix->CreateExpression(&peer, nullptr, this, this, "d", false));
-    }
-
     // The widget bound is the edit in the form { outer, panel { box { inner }, edit } }.
     void WidgetPaths_data()
     {
@@ -180,21 +146,28 @@ private Q_SLOTS:
         QFETCH(QString, given);
         MessageCatcher messages;
         const QScopedPointer<Token> token(VariableToken::Parse(given));
-        const QScopedPointer<IExpression> node(token->CreateExpression(nullptr, nullptr, edit, form, "d", false));
+        QScopedPointer<IExpression> node(token->CreateExpression(nullptr, nullptr, edit, form, "d", false));
         QCOMPARE(!node, !dynamic_cast<ExprObjectProperty*>(node.data()));
         QTEST(node ? node->Retrieve().toString() : messages.Take().join("|"), "expected");
+
+        const QScopedPointer<Token> parent(VariableToken::Parse("@ParentWidget:p"));
+        node.reset(parent->CreateExpression(nullptr, nullptr, &root, form, "d", false));
+        QCOMPARE(node->Retrieve().toString(), QString("form"));
     }
 
-    void StartOfWidgetPath()
+    void References()
     {
-        const QScopedPointer<VariableToken> token(static_cast<VariableToken*>(VariableToken::Parse("x")));
-        QObject top;
-        for (QObject* const widget : {&top, static_cast<QObject*>(nullptr)})
-            QCOMPARE(token->GetTopObject(widget, &top, {"ParentWidget"}), &top);
-        QVERIFY(!token->GetTopObject(nullptr, &top, {"Widget"}) && !token->GetTopObject(&top, &top, {"topWidget"}));
-        int index = 1;
-        QVERIFY(!token->GetChildObject(nullptr, {"Widget", "x"}, &index) && index == 1);
-        QVERIFY(!token->GetChildObject(&top, {"Widget", "x"}, &index) && index == 2);
+        const QString text = "@\\E\\\\L\\:x.y";
+        const QScopedPointer<Token> token(VariableToken::Parse(text));
+        const QScopedPointer<Token> prefix(PackageToken::Parse(text));
+        const VariableToken* const reference = dynamic_cast<VariableToken*>(token.data());
+        QVERIFY(reference->HasPackage());
+        QCOMPARE(reference->GetVariableName() + " " + reference->GetPackage("d"), QString("x.y \\E\\\\L\\"));
+        QCOMPARE(dynamic_cast<PackageToken*>(prefix.data())->GetPackages(), (QStringList{"E", "L"}));
+        QVERIFY(!prefix->CreateExpression(nullptr, nullptr, this, this, "d", false));
+        QVERIFY(!reference->GetObjectFromPackage(this, this));
+        const VariableToken plain("x", nullptr, IdentifierToken::Parse("x"));
+        QVERIFY(!plain.HasPackage() && plain.GetPackage("d") == "d" && plain.GetPackage(QString()).isNull());
     }
 };
 
