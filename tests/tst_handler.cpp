@@ -289,11 +289,8 @@ private Q_SLOTS:
     void Helpers()
     {
         QWidget* const a = New("a");
-        const auto parse = [&](const char* statement) {
-            return m_handler->ParseExpression(&s_peer, nullptr, m_form.data(), a, statement, "p", true);
-        };
-        QVERIFY(!parse("(x"));
-        IExpression* const tree = parse("@Widget:v + x");
+        IExpression* const tree
+            = m_handler->ParseExpression(&s_peer, nullptr, m_form.data(), a, "@Widget:v + x", "p", true);
         QVERIFY(!m_handler->ParseDeclaration(a, "v", tree));
         const QScopedPointer<Declaration> declaration(m_handler->ParseDeclaration(a, "_v", tree));
         QVERIFY(declaration->Update() && !declaration->Save());

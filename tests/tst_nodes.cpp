@@ -69,38 +69,32 @@ private Q_SLOTS:
         }
     }
 
-    // With the operators =, !=, <, >, <= and >=.
-    void Comparison_data()
+    // With the operators =, !=, <, >, <=, >=, +, -, * and /.
+    void Values_data()
     {
-        Rows({{"2, 2.0 => true false false false true true", "'10', '9' => false true false true false true",
-               "'abc', -1 => false true false true false true", "'a', 'A' => false true false false true true",
-               "false, true => false true true false true false", "[1], [1] => true false - - - -",
-               "-, - => true false - - - -", "[1], {} => false true - - - -",
-               "[1], 1 => false true true false true false", "1, - => false true false true false true"},
-              // Equality converts to the type on its left.
-              {"'1.0', 1.0 => false true false false true true", "1.0, '1.0' => true false false false true true"}});
+        Rows({
+            {"2, 2.0 => true false false false true true 4.0 0.0 4.0 1.0",
+             "2, 4 => false true true false true false - -2.0 8.0 0.5",
+             "'10', '9' => false true false true false true '109' 1.0 90.0 1.1111111111111112",
+             "'a', 'A' => false true false false true true 'aA' 0.0 0.0 nan",
+             "'abc', -2 => false true false true false true 'abc-2' 2.0 -0.0 -0.0",
+             "2, true => false true false true false true - 1.0 2.0 2.0",
+             "2.5, [1] => false true false true false true 2.5 2.5 0.0 inf",
+             "-, -0.5 => false true false true false true -0.5 0.5 -0.0 0.0"},
+            // No numbers.
+            {"[1], [1] => true false - - - - - '' '' ''", "[1], {} => false true - - - - - '' '' ''",
+             "-, - => true false - - - - - '' '' ''"},
+            // Equality converts to the type on its left.
+            {"1.5, '1.50' => true false false false true true '1.51.50' 0.0 2.25 1.0",
+             "'1.50', 1.5 => false true false false true true '1.501.5' 0.0 2.25 1.0"},
+        });
     }
 
-    void Comparison()
+    void Values()
     {
         QFETCH(QString, given);
         const QVariantList operands = Operands(given);
-        QTEST(EvaluateAll("= !=", operands, "ba") + " " + EvaluateAll("< > <= >=", operands, "ab"), "expected");
-    }
-
-    // With the operators +, -, * and /.
-    void Arithmetic_data()
-    {
-        Rows({{"'1', '2' => '12' -1.0 2.0 0.5", "2.5, '1' => '2.51' 1.5 2.5 2.5", "'x', - => 'x' 0.0 0.0 nan",
-               "'abc', 2 => 'abc2' -2.0 0.0 0.0", "2, 4 => - -2.0 8.0 0.5", "2, true => - 1.0 2.0 2.0",
-               "2.5, 1 => 3.5 1.5 2.5 2.5", "2.5, [1] => 2.5 2.5 0.0 inf", "-, -0.5 => -0.5 0.5 0.0 0.0",
-               "-0.5, 0.0 => -0.5 -0.5 0.0 -inf", "-, - => - '' '' ''", "[1], {} => - '' '' ''"}});
-    }
-
-    void Arithmetic()
-    {
-        QFETCH(QString, given);
-        QTEST(EvaluateAll("+ - * /", Operands(given), "ab"), "expected");
+        QTEST(EvaluateAll("= !=", operands, "ba") + " " + EvaluateAll("< > <= >= + - * /", operands, "ab"), "expected");
         QCOMPARE(EvaluateAll("+ -", {2.5f, 1}, "ab"), QString("- 1.5"));
         QCOMPARE(EvaluateAll("+ -", {QStringList("p"), QStringList("q")}, "ab"), QString("- 'pq'"));
         QCOMPARE(EvaluateAll("*", {QStringList("p%1"), QStringList("q")}, "ab"), QString("'pq%2'"));

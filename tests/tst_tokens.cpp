@@ -26,10 +26,7 @@ Token* NextToken(const QString& text)
 /// The lexeme, with a letter in front for number, text or variable.
 QString Describe(const Token& token)
 {
-    static const QHash<int, QString> letters = {{Token::TT_NUMBER, "n:"},
-                                                {Token::TT_SINGLE_QUOTE, "t:"},
-                                                {Token::TT_DOUBLE_QUOTE, "t:"},
-                                                {Token::TT_VARIABLE, "v:"}};
+    static const QMap<int, QString> letters = {{24, "n:"}, {25, "v:"}, {27, "t:"}, {28, "t:"}};
     return letters.value(token.GetTokenType()) + token.GetLexeme();
 }
 

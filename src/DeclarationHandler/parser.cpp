@@ -295,23 +295,23 @@ IExpression* Parser::CreateParenthesisedExpression(int* position, const QString&
 
 IExpression* Parser::CreateExistenceExpression(int* position, int minPrecedence, const QString& defaultPackage)
 {
-    if (!HasTokens(*position, 2) || !IsAt(*position, Token::TT_HASVALUE))
-        return nullptr;
-    int next = *position + 1;
     // Asking for a value never writes it, whatever the rest of the statement may do.
-    IExpression* const operand = CreateExpression(&next, minPrecedence, defaultPackage, true);
-    if (!operand || !SetLevels(m_levels + 1)) {
-        delete operand;
-        return nullptr;
-    }
-    *position = next;
-    return new ExprExistence(operand);
+    IExpression* const operand = CreatePrefixOperand(position, Token::TT_HASVALUE, minPrecedence, defaultPackage, true);
+    return operand ? new ExprExistence(operand) : nullptr;
 }
 
 IExpression* Parser::CreateNegatedExpression(int* position, int minPrecedence, const QString& defaultPackage,
                                              bool readOnly)
 {
-    if (!HasTokens(*position, 2) || !IsAt(*position, Token::TT_NOT))
+    IExpression* const operand = CreatePrefixOperand(position, Token::TT_NOT, minPrecedence, defaultPackage, readOnly);
+    return operand ? new ExprNot(operand, false) : nullptr;
+}
+
+// Reads a prefix operator and its operand, and counts the level of the node to be built for both.
+IExpression* Parser::CreatePrefixOperand(int* position, Token::TOKEN_TYPE prefix, int minPrecedence,
+                                         const QString& defaultPackage, bool readOnly)
+{
+    if (!HasTokens(*position, 2) || !IsAt(*position, prefix))
         return nullptr;
     int next = *position + 1;
     IExpression* const operand = CreateExpression(&next, minPrecedence, defaultPackage, readOnly);
@@ -320,7 +320,7 @@ IExpression* Parser::CreateNegatedExpression(int* position, int minPrecedence, c
         return nullptr;
     }
     *position = next;
-    return new ExprNot(operand, false);
+    return operand;
 }
 
 IExpression* Parser::CreateVariableExpression(int* position, const QString& defaultPackage, bool readOnly,

@@ -47,6 +47,8 @@ private:
     IExpression* CreateExistenceExpression(int* position, int minPrecedence, const QString& defaultPackage);
     IExpression* CreateNegatedExpression(int* position, int minPrecedence, const QString& defaultPackage,
                                          bool readOnly);
+    IExpression* CreatePrefixOperand(int* position, Token::TOKEN_TYPE prefix, int minPrecedence,
+                                     const QString& defaultPackage, bool readOnly);
     IExpression* CreateVariableExpression(int* position, const QString& defaultPackage, bool readOnly,
                                           IExpression* left);
     IExpression* CreateArrayExpression(int* position, const QString& defaultPackage, bool readOnly, IExpression* left);

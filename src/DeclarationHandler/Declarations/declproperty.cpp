@@ -19,13 +19,7 @@ const QLatin1String NoImage("::empty");
 } // namespace
 
 DeclProperty::DeclProperty(QObject* activeObject, const QString& property)
-    : Declaration(nullptr, activeObject),
-      m_property(property),
-      m_dataPeer(nullptr),
-      m_written(false),
-      m_cycleReported(false),
-      m_postponed(0),
-      m_destroyed(nullptr)
+    : DeclProperty(nullptr, activeObject, property)
 {
     connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this, SLOT(OnNotifyDeclaration(VariableIdentifier)),
             Qt::QueuedConnection);
