@@ -77,10 +77,10 @@ private Q_SLOTS:
              "2, 4 => false true true false true false - -2.0 8.0 0.5",
              "'10', '9' => false true false true false true '109' 1.0 90.0 1.1111111111111112",
              "'a', 'A' => false true false false true true 'aA' 0.0 0.0 nan",
-             "'abc', -2 => false true false true false true 'abc-2' 2.0 -0.0 -0.0",
+             "'abc', -2 => false true false true false true 'abc-2' 2.0 0.0 0.0",
              "2, true => false true false true false true - 1.0 2.0 2.0",
              "2.5, [1] => false true false true false true 2.5 2.5 0.0 inf",
-             "-, -0.5 => false true false true false true -0.5 0.5 -0.0 0.0"},
+             "-, -0.5 => false true false true false true -0.5 0.5 0.0 0.0"},
             // No numbers.
             {"[1], [1] => true false - - - - - '' '' ''", "[1], {} => false true - - - - - '' '' ''",
              "-, - => true false - - - - - '' '' ''"},
