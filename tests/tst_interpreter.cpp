@@ -1,5 +1,6 @@
 #include <QtTest>
 
+#include <atomic>
 #include <memory>
 #include <thread>
 
@@ -27,17 +28,24 @@ private:
     QStringList* m_log;
 };
 
-/// Evaluates another statement on the same interpreter inside each read of «outer».
+/// Evaluates another statement on the same interpreter inside each read of «outer», and notes when two
+/// threads are there at once.
 class ReenteringDataPeer : public RecordingDataPeer
 {
 public:
     QVariant GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue) override
     {
-        if (identifier.GetName() == "outer")
-            return m_interpreter->Evaluate("a - 1", nullptr);
-        return RecordingDataPeer::GetValue(identifier, defaultValue);
+        if (identifier.GetName() != "outer")
+            return RecordingDataPeer::GetValue(identifier, defaultValue);
+        m_crowded = m_crowded || m_inside.exchange(true);
+        std::this_thread::yield();
+        const QVariant value = m_interpreter->Evaluate("a - 1", nullptr);
+        m_inside = false;
+        return value;
     }
     IInterpreter* m_interpreter = nullptr;
+    std::atomic<bool> m_inside{false};
+    std::atomic<bool> m_crowded{false};
 };
 
 } // namespace
@@ -126,6 +134,7 @@ private Q_SLOTS:
         std::thread other(evaluate);
         evaluate();
         other.join();
+        QVERIFY(!peer.m_crowded);
         QCOMPARE(int(right), 400);
         QCOMPARE(peer.m_calls.size(), 1200);
     }
