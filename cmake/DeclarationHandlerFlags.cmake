@@ -29,6 +29,9 @@ function(declarationhandler_library target)
     SOVERSION ${PROJECT_VERSION_MAJOR})
   target_compile_definitions(${target} PRIVATE
     QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+  # Calls within a library need not go through the dynamic linker; nobody replaces its functions singly.
+  target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   if(NOT DECLARATIONHANDLER_SANITIZE)
     # Every symbol must be found at link time; only the sanitizers' own come at run time.
     target_link_options(${target} PRIVATE -Wl,--no-undefined)
