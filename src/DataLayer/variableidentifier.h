@@ -11,8 +11,11 @@ class VariableIdentifier
 {
 public:
     /// Empty name and package; the meta-type system needs it.
-    VariableIdentifier() {}
-    VariableIdentifier(const QString& name, const QString& package) : m_name(name), m_package(package) {}
+    VariableIdentifier() : m_hash(HashOf(QString(), QString())) {}
+    VariableIdentifier(const QString& name, const QString& package)
+        : m_name(name), m_package(package), m_hash(HashOf(name, package))
+    {
+    }
 
     QString GetName() const { return m_name; }
     QString GetPackage() const { return m_package; }
@@ -22,13 +25,22 @@ private:
     friend bool operator<(const VariableIdentifier& left, const VariableIdentifier& right);
     friend uint qHash(const VariableIdentifier& identifier);
 
+    // Identifiers of one variable often share their texts.
+    static bool AreSame(const QString& left, const QString& right)
+    {
+        return left.constData() == right.constData() || left == right;
+    }
+    static uint HashOf(const QString& name, const QString& package) { return 31 * qHash(package) + qHash(name); }
+
     QString m_name;
     QString m_package;
+    uint m_hash; ///< Kept, since identifiers are made once and looked up for as long as the form lives.
 };
 
 inline bool operator==(const VariableIdentifier& left, const VariableIdentifier& right)
 {
-    return left.m_name == right.m_name && left.m_package == right.m_package;
+    return left.m_hash == right.m_hash && VariableIdentifier::AreSame(left.m_name, right.m_name)
+        && VariableIdentifier::AreSame(left.m_package, right.m_package);
 }
 
 inline bool operator!=(const VariableIdentifier& left, const VariableIdentifier& right)
@@ -46,7 +58,7 @@ inline bool operator<(const VariableIdentifier& left, const VariableIdentifier& 
 
 inline uint qHash(const VariableIdentifier& identifier)
 {
-    return 31 * qHash(identifier.m_package) + qHash(identifier.m_name);
+    return identifier.m_hash;
 }
 
 Q_DECLARE_METATYPE(VariableIdentifier)
