@@ -12,9 +12,12 @@ class VariableIdentifier
 public:
     /// Empty name and package; the meta-type system needs it.
     VariableIdentifier() {}
+    /// Texts are taken as they are, of any length.
     VariableIdentifier(const QString& name, const QString& package) : m_name(name), m_package(package) {}
 
+    /// The name within the package.
     QString GetName() const { return m_name; }
+    /// The package; empty for variables that stand in none.
     QString GetPackage() const { return m_package; }
 
 private:
@@ -26,11 +29,13 @@ private:
     QString m_package;
 };
 
+/// Whether name and package are equal.
 inline bool operator==(const VariableIdentifier& left, const VariableIdentifier& right)
 {
     return left.m_name == right.m_name && left.m_package == right.m_package;
 }
 
+/// Whether name or package differ.
 inline bool operator!=(const VariableIdentifier& left, const VariableIdentifier& right)
 {
     return !(left == right);
@@ -44,6 +49,7 @@ inline bool operator<(const VariableIdentifier& left, const VariableIdentifier& 
     return left.m_package < right.m_package;
 }
 
+/// For QHash and QSet.
 inline uint qHash(const VariableIdentifier& identifier)
 {
     return 31 * qHash(identifier.m_package) + qHash(identifier.m_name);

@@ -7,6 +7,7 @@
 class DECLARATIONHANDLER_EXPORT ExprConstant : public Expression
 {
 public:
+    /// Keeps a copy of \a value, which may be invalid.
     explicit ExprConstant(const QVariant& value);
 
     QVariant Retrieve() const override;
