@@ -12,12 +12,15 @@ class VariableIdentifier
 public:
     /// Empty name and package; the meta-type system needs it.
     VariableIdentifier() : m_hash(HashOf(QString(), QString())) {}
+    /// Texts are taken as they are, of any length.
     VariableIdentifier(const QString& name, const QString& package)
         : m_name(name), m_package(package), m_hash(HashOf(name, package))
     {
     }
 
+    /// The name within the package.
     QString GetName() const { return m_name; }
+    /// The package; empty for variables that stand in none.
     QString GetPackage() const { return m_package; }
 
 private:
@@ -37,12 +40,14 @@ private:
     uint m_hash; ///< Kept, since identifiers are made once and looked up for as long as the form lives.
 };
 
+/// Whether name and package are equal.
 inline bool operator==(const VariableIdentifier& left, const VariableIdentifier& right)
 {
     return left.m_hash == right.m_hash && VariableIdentifier::AreSame(left.m_name, right.m_name)
         && VariableIdentifier::AreSame(left.m_package, right.m_package);
 }
 
+/// Whether name or package differ.
 inline bool operator!=(const VariableIdentifier& left, const VariableIdentifier& right)
 {
     return !(left == right);
@@ -56,6 +61,7 @@ inline bool operator<(const VariableIdentifier& left, const VariableIdentifier& 
     return left.m_package < right.m_package;
 }
 
+/// For QHash and QSet.
 inline uint qHash(const VariableIdentifier& identifier)
 {
     return identifier.m_hash;

@@ -95,7 +95,7 @@ DeclProperty::~DeclProperty()
 
 bool DeclProperty::Save()
 {
-    return m_condition && m_activeObject && m_condition->Store(m_access.Read(m_activeObject));
+    return m_condition && m_activeObject && m_condition->Store(m_access.Read(m_activeObject, m_property));
 }
 
 void DeclProperty::OnNotify(const VariableIdentifier& identifier)
@@ -107,18 +107,18 @@ bool DeclProperty::SetProperty(const QVariant& value)
 {
     if (!m_activeObject)
         return false;
-    const QVariant current = m_access.Read(m_activeObject);
+    const QVariant current = m_access.Read(m_activeObject, m_property);
     if (m_written && m_kind != Visible && current == value)
         return false;
     m_written = true;
 
     if (value.isValid() && current.isValid() && !value.isNull() && !current.isNull()
         && !QtCompat::CanConvert(value, current.userType())) {
-        qDebug() << "Illegal assignment?: '" << value << "' to property: " << m_access.GetName()
+        qDebug() << "Illegal assignment?: '" << value << "' to property: " << QtCompat::ToAscii(m_property)
                  << " with type: " << current.type() << " value: " << current;
     }
     // Whoever listens to the property may delete this declaration.
-    m_access.Write(m_activeObject, value);
+    m_access.Write(m_activeObject, m_property, value);
     return true;
 }
 

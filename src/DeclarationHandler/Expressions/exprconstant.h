@@ -9,6 +9,7 @@
 class DECLARATIONHANDLER_EXPORT ExprConstant : public Expression
 {
 public:
+    /// Keeps a copy of \a value, which may be invalid.
     explicit ExprConstant(const QVariant& value);
     /// A number literal: its value is the text, and \a number what the text spells.
     ExprConstant(const QString& text, double number);

@@ -7,12 +7,12 @@ ExprObjectProperty::ExprObjectProperty(QObject* object, const QString& propertyN
 
 QVariant ExprObjectProperty::Retrieve() const
 {
-    return m_object ? m_property.Read(m_object) : QVariant();
+    return m_object ? m_property.Read(m_object, m_propertyName) : QVariant();
 }
 
 bool ExprObjectProperty::Store(const QVariant& value)
 {
-    return !m_readOnly && m_object && m_property.Write(m_object, value);
+    return !m_readOnly && m_object && m_property.Write(m_object, m_propertyName, value);
 }
 
 QString ExprObjectProperty::GetPropertyName() const

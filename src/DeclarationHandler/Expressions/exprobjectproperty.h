@@ -23,6 +23,7 @@ public:
     /// class does not declare it adds a dynamic property and is false.
     bool Store(const QVariant& value) override;
 
+    /// The name given to the constructor.
     virtual QString GetPropertyName() const;
     /// The object given to the constructor; null once it is destroyed.
     virtual QObject* GetTargetObject() const;
