@@ -66,8 +66,7 @@ private:
 DeclProperty::DeclProperty(QObject* activeObject, const QString& property)
     : DeclProperty(nullptr, activeObject, property)
 {
-    connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this, SLOT(OnNotifyDeclaration(VariableIdentifier)),
-            Qt::QueuedConnection);
+    ConnectNotifications();
 }
 
 DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const QString& property)
@@ -75,11 +74,11 @@ DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const 
       m_property(property),
       m_dataPeer(nullptr),
       m_access(activeObject, property),
+      m_destroyed(nullptr),
+      m_postponed(0),
       m_kind(KindOf(property)),
       m_written(false),
-      m_cycleReported(false),
-      m_postponed(0),
-      m_destroyed(nullptr)
+      m_cycleReported(false)
 {
     ++declarationCount;
 }
@@ -183,6 +182,24 @@ bool DeclProperty::Update(bool updateToInvalid)
 bool DeclProperty::Update()
 {
     return Declaration::Update();
+}
+
+// By index, with the argument's type, since connecting by name searches for all three each time.
+void DeclProperty::ConnectNotifications()
+{
+    static std::atomic<int> identifierType(0);
+    if (identifierType == 0)
+        identifierType = QMetaType::type("VariableIdentifier");
+    if (identifierType == 0) {
+        // Qt refuses this, and says why.
+        connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this,
+                SLOT(OnNotifyDeclaration(VariableIdentifier)), Qt::QueuedConnection);
+        return;
+    }
+    static const int signal = staticMetaObject.indexOfSignal("DoNotifyDeclaration(VariableIdentifier)");
+    static const int slot = staticMetaObject.indexOfSlot("OnNotifyDeclaration(VariableIdentifier)");
+    // The connection owns the list, which a 0 ends.
+    QMetaObject::connect(this, signal, this, slot, Qt::QueuedConnection, new int[2]{identifierType, 0});
 }
 
 DeclProperty::Kind DeclProperty::KindOf(const QString& property)
