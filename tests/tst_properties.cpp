@@ -84,10 +84,10 @@ private:
     void AddOperand(int depth)
     {
         const int kind = depth > 0 ? Pick(8) : 7;
-        if (kind < 2) {
+        if (kind < 2)
             Add(kind == 0 ? "NOT" : "HASVALUE");
+        if (kind < 2)
             return AddExpression(depth - 1);
-        }
         if (kind == 2)
             return AddBracketed("(", depth, ")");
         AddAtom();
@@ -109,10 +109,9 @@ private:
     void AddAtom()
     {
         static const QStringList atoms
-            = QString("a b l m i none 'k' 'a%20b' \"it's\" '' '%1' 0 -2 .5 TRUE FALSE @Widget:v "
-                      "@TopWidget\\w:v @E:x @E\\L:y.z")
-                  .split(' ')
-                  .replaceInStrings("%20", " ");
+            = QString("a;b;l;m;i;none;'k';'a "
+                      "b';\"it's\";'';'%1';0;-2;.5;TRUE;FALSE;@Widget:v;@TopWidget\\w:v;@E:x;@E\\L:y.z")
+                  .split(';');
         Add(atoms.at(Pick(atoms.size())));
     }
 
