@@ -216,6 +216,34 @@ private Q_SLOTS:
         delete m_form;
         delete m_source;
     }
+
+    // Each reads the one before. At the second change the handler is cleared halfway.
+    void LongChain()
+    {
+        DeclarationHandler handler;
+        Target middle;
+        s_peer.m_changed = [] {};
+        const std::unique_ptr<QObject[]> objects(new QObject[TEST_CHAIN]);
+        QObject* before = nullptr;
+        for (int i = 0; i < TEST_CHAIN; ++i) {
+            QObject* const object = i == TEST_CHAIN / 2 ? &middle : &objects[i];
+            handler.AddDeclaration(before, object, "~v", before ? "@TopWidget:v" : "x", "", true, false);
+            before = object;
+        }
+        handler.ConnectPropertyCrossReferences();
+        const auto change = [](double value) {
+            s_peer.ChangeValue(VariableIdentifier("x", ""), value, IDataPeer::NoFlag);
+            for (int parts = 0; parts <= TEST_CHAIN / 1000; ++parts)
+                QCoreApplication::processEvents();
+        };
+        change(3.5);
+        QCOMPARE(before->property("v"), QVariant(3.5));
+
+        connect(&middle, &Target::Written, this, [&] { handler.Clear(); });
+        change(4.5);
+        QCOMPARE(middle.property("v"), QVariant(4.5));
+        QCOMPARE(before->property("v"), QVariant(3.5));
+    }
 };
 
 QTEST_MAIN(tst_Lifetime)
