@@ -217,6 +217,30 @@ private Q_SLOTS:
         delete m_source;
     }
 
+    // The slot runs inside the updates of a chain that is longer than what is loaded then.
+    void SmallerFormLoadedInASlot()
+    {
+        s_peer.m_changed = [] {};
+        DeclarationHandler handler;
+        Target targets[5];
+        const auto add = [&](int number, const char* statement) {
+            QObject* const before = number > 0 ? &targets[number - 1] : nullptr;
+            handler.AddDeclaration(before, &targets[number], "~v", statement, "", true, false);
+        };
+        for (int i = 0; i < 5; ++i)
+            add(i, i == 0 ? "x" : "@TopWidget:v");
+        handler.ConnectPropertyCrossReferences();
+        connect(&targets[4], &Target::Written, this, [&] {
+            handler.Clear();
+            add(0, "7");
+            add(1, "@TopWidget:v");
+            handler.ConnectPropertyCrossReferences();
+            handler.Update();
+        });
+        handler.Update();
+        QCOMPARE(targets[1].property("v"), QVariant("7"));
+    }
+
     // Each reads the one before. At the second change the handler is cleared halfway.
     void LongChain()
     {
