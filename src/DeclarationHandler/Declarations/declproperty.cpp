@@ -25,19 +25,22 @@ const int MaxNestedUpdates = 1000;
 /// The updates of this thread that wait for one another, each told by the one before it.
 struct UpdateChain
 {
-    int nested; ///< On the stack.
-    int length; ///< In all, those included that ended when the event loop took over.
+    int nested;         ///< On the stack.
+    uint length;        ///< In all, those included that ended when the event loop took over.
+    uint deletedBefore; ///< Declarations that were deleted before it began.
 };
-thread_local UpdateChain chain = {0, 0};
+thread_local UpdateChain chain = {0, 0, 0};
 
-std::atomic<int> declarationCount(0);
+// Of declarations, in all threads. They may wrap around; only differences count.
+std::atomic<uint> createdCount(0);
+std::atomic<uint> deletedCount(0);
 
 /// Goes on with a chain of updates from the event loop. Dies with its declaration.
 class ContinuedUpdate : public QObject
 {
 public:
     ContinuedUpdate(DeclProperty* declaration, bool updateToInvalid)
-        : QObject(declaration), m_declaration(declaration), m_updateToInvalid(updateToInvalid), m_length(chain.length)
+        : QObject(declaration), m_declaration(declaration), m_updateToInvalid(updateToInvalid), m_chain(chain)
     {
         QCoreApplication::postEvent(this, new QEvent(QEvent::User));
     }
@@ -48,8 +51,8 @@ public:
             return QObject::event(event);
         deleteLater();
         const UpdateChain interrupted = chain;
+        chain = m_chain;
         chain.nested = 0;
-        chain.length = m_length;
         m_declaration->Update(m_updateToInvalid);
         chain = interrupted;
         return true;
@@ -58,7 +61,7 @@ public:
 private:
     DeclProperty* const m_declaration;
     const bool m_updateToInvalid;
-    const int m_length;
+    const UpdateChain m_chain;
 };
 
 } // namespace
@@ -80,7 +83,7 @@ DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const 
       m_written(false),
       m_cycleReported(false)
 {
-    ++declarationCount;
+    ++createdCount;
 }
 
 DeclProperty::~DeclProperty()
@@ -89,7 +92,7 @@ DeclProperty::~DeclProperty()
         *m_destroyed = true;
     if (m_dataPeer)
         m_dataPeer->RemoveObserver(this);
-    --declarationCount;
+    ++deletedCount;
 }
 
 bool DeclProperty::Save()
@@ -162,8 +165,10 @@ bool DeclProperty::Update(bool updateToInvalid)
 {
     if (!m_condition || !m_activeObject)
         return false;
-    // A chain longer than there are declarations goes round in circles.
-    if (m_destroyed || chain.length > declarationCount) {
+    if (chain.length == 0)
+        chain.deletedBefore = deletedCount;
+    // A chain longer than there were declarations since it began goes round in circles.
+    if (m_destroyed || chain.length > createdCount - chain.deletedBefore) {
         ReportCycle();
         return false;
     }
