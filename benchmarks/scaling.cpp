@@ -1,0 +1,246 @@
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <limits>
+#include <memory>
+
+#include "DataLayer/idatapeer.h"
+#include "DataLayer/idatapeerfactory.h"
+#include "DataLayer/variableidentifier.h"
+#include "DeclarationHandler/declarationhandler.h"
+#include "DeclarationHandler/iexpression.h"
+#include "DeclarationHandler/interpreter.h"
+#include "DeclarationHandler/iparsingresult.h"
+
+// How the library's cost grows with the number of declarations and with the length of a statement.
+
+namespace {
+
+IDataPeer* Data()
+{
+    static IDataPeer* const peer = Ovex_DataPeerFactory(false)->GetDataPeer(0);
+    return peer;
+}
+
+VariableIdentifier Identifier(int index)
+{
+    return VariableIdentifier(QString("v%1").arg(index), QString());
+}
+
+/// Line edits in groups of ten. The text of each belongs to a variable, its tool tip follows the text by way
+/// of a widget path.
+class GroupedForm
+{
+public:
+    explicit GroupedForm(int count)
+    {
+        QWidget* group = nullptr;
+        for (int i = 0; i < count; ++i) {
+            if (i % 10 == 0)
+                group = new QWidget(&m_top);
+            group->setObjectName("group");
+            m_edits.push_back(new QLineEdit(group));
+            m_edits.back()->setObjectName(QString("edit%1").arg(i));
+            Data()->ChangeValue(Identifier(i), i, IDataPeer::NoFlag);
+        }
+    }
+
+    void DeclareTexts()
+    {
+        m_handler.Clear();
+        for (int i = 0; i < int(m_edits.size()); ++i)
+            m_handler.AddDeclaration(&m_top, m_edits[i], "_text", Identifier(i).GetName(), QString(), false, false);
+    }
+
+    void DeclareToolTips()
+    {
+        for (QLineEdit* const edit : m_edits) {
+            const QString statement = "@TopWidget\\" + edit->objectName() + ":text";
+            m_handler.AddDeclaration(&m_top, edit, "~toolTip", statement, QString(), true, false);
+        }
+    }
+
+    void Connect() { m_handler.ConnectPropertyCrossReferences(); }
+    void Update() { m_handler.Update(); }
+    void Save() { m_handler.Save(&m_top, "group"); }
+
+    void Enter(const QString& prefix)
+    {
+        for (int i = 0; i < int(m_edits.size()); ++i)
+            m_edits[i]->setText(prefix + QString::number(i));
+    }
+
+    /// Whether all tool tips and variables are what Enter() has entered.
+    QString Error() const
+    {
+        for (int i = 0; i < int(m_edits.size()); ++i) {
+            if (m_edits[i]->toolTip() != m_edits[i]->text())
+                return QString("tool tip %1 is '%2'").arg(i).arg(m_edits[i]->toolTip());
+            if (Data()->GetValue(Identifier(i), QVariant()).toString() != m_edits[i]->text())
+                return QString("variable %1 is not '%2'").arg(i).arg(m_edits[i]->text());
+        }
+        return QString();
+    }
+
+private:
+    QWidget m_top;
+    std::vector<QLineEdit*> m_edits;
+    DeclarationHandler m_handler;
+};
+
+void Check(benchmark::State& state, const QString& error)
+{
+    if (!error.isEmpty())
+        state.SkipWithError(qPrintable(error));
+}
+
+void AddDeclaration(benchmark::State& state)
+{
+    GroupedForm form(int(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        form.DeclareTexts();
+        state.ResumeTiming();
+        form.DeclareToolTips();
+    }
+    form.Connect();
+    form.Update();
+    Check(state, form.Error());
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void ConnectReferences(benchmark::State& state)
+{
+    GroupedForm form(int(state.range(0)));
+    for (auto _ : state) {
+        state.PauseTiming();
+        form.DeclareTexts();
+        form.DeclareToolTips();
+        state.ResumeTiming();
+        form.Connect();
+    }
+    form.Update();
+    Check(state, form.Error());
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+void SaveScope(benchmark::State& state)
+{
+    GroupedForm form(int(state.range(0)));
+    form.DeclareTexts();
+    form.DeclareToolTips();
+    form.Connect();
+    form.Update();
+    int round = 0;
+    for (auto _ : state) {
+        state.PauseTiming();
+        form.Enter(QString("round %1, ").arg(++round));
+        state.ResumeTiming();
+        form.Save();
+        state.PauseTiming();
+        QCoreApplication::processEvents();
+        state.ResumeTiming();
+    }
+    Check(state, form.Error());
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
+/// A text that consists of one thing again and again.
+struct LongText
+{
+    const char* name;
+    const char* start;
+    const char* unit;
+    const char* end;
+    const char* closing; ///< As often as the unit.
+    const char* message; ///< How the first complaint about a long one begins, if there is any.
+};
+
+const char* const Sound = nullptr;
+const char* const Wrong = "Unknown parsing error";
+const char* const TooDeep = "Expression is nested too deeply";
+const char* const LeftOver = "Did not expect token";
+const char* const Foreign = "Unrecognised token";
+
+const LongText longTexts[] = {
+    {"balanced sum", "", "", "", "", Sound},        {"one text literal", "'", "a", "'", "", Sound},
+    {"one name", "", "a", "", "", Sound},           {"one number", "", "1", "", "", Sound},
+    {"one package", "@A", "\\A", ":v0", "", Sound}, {"one widget path", "@TopWidget", "\\A", ":v0", "", Wrong},
+    {"blanks", "", " ", "v0", "", Sound},           {"text literals", "", "''", "", "", LeftOver},
+    {"numbers", "", "1 ", "", "", LeftOver},        {"operators", "", "+ ", "", "", Wrong},
+    {"plain sum", "v0", " + v0", "", "", TooDeep},  {"prefixes", "", "NOT ", "v0", "", TooDeep},
+    {"brackets", "", "(", "v0", ")", TooDeep},      {"indexes", "v0", "[0]", "", "", TooDeep},
+    {"members", "v0 ", ".'a'", "", "", TooDeep},    {"foreign characters", "", ";", "", "", Foreign},
+    {"open quote", "'", "a", "", "", Foreign},
+};
+
+QString Balanced(int size)
+{
+    QString sum = "v0";
+    while (sum.size() < size / 2)
+        sum = '(' + sum + " + " + sum + ')';
+    return sum;
+}
+
+QString MakeText(const LongText& text, int size)
+{
+    if (!*text.unit)
+        return Balanced(size);
+    const int count = size / int(qstrlen(text.unit) + qstrlen(text.closing));
+    return text.start + QString(text.unit).repeated(count) + text.end + QString(text.closing).repeated(count);
+}
+
+struct Reading
+{
+    QVariant value;
+    QString message;
+};
+
+Reading Read(const QString& statement)
+{
+    const Interpreter interpreter(nullptr, nullptr, nullptr);
+    IParsingResult* result = nullptr;
+    const QVariant value = interpreter.Evaluate(statement, Data(), nullptr, QString(), nullptr, nullptr, &result);
+    const std::unique_ptr<IParsingResult> owned(result);
+    return {value, owned->GetWarningMessages().value(0)};
+}
+
+// After a first reading the heap keeps its memory, so that the time is the library's and not that of the
+// operating system, which hands out pages.
+void ReadText(benchmark::State& state, const LongText& text)
+{
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    Data()->ChangeValue(Identifier(0), 1.0, IDataPeer::NoFlag);
+    const QString statement = MakeText(text, int(state.range(0)));
+    Read(statement);
+    Reading reading;
+    for (auto _ : state) {
+        reading = Reading();
+        reading = Read(statement);
+    }
+    const bool isShort = statement.size() < 10000;
+    if (reading.message.isEmpty() ? text.message && !isShort : !reading.message.startsWith(text.message))
+        Check(state, "message: " + reading.message.left(100));
+    if (!*text.unit && reading.value != statement.count("v0"))
+        Check(state, "value: " + reading.value.toString());
+    state.SetItemsProcessed(state.iterations() * statement.size());
+}
+
+const bool registered = [] {
+    const auto add = [](const std::string& name, std::initializer_list<int> sizes, const auto& function, auto... text) {
+        auto* const growing = benchmark::RegisterBenchmark(("growth/" + name).c_str(), function, text...);
+        for (const int size : sizes)
+            growing->Arg(size)->MeasureProcessCPUTime();
+    };
+    add("AddDeclaration", {100, 1000, 10000}, AddDeclaration);
+    add("ConnectPropertyCrossReferences", {100, 1000, 10000}, ConnectReferences);
+    add("Save", {100, 1000, 10000}, SaveScope);
+    for (const LongText& text : longTexts)
+        add(std::string("text/") + text.name, {1000, 100000, 10000000}, ReadText, text);
+    return true;
+}();
+
+} // namespace
