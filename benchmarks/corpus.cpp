@@ -1,6 +1,9 @@
 #include "corpus.h"
 
-#include "item.h"
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include "form.h"
 
 const std::vector<Statement>& TypicalStatements()
 {
@@ -18,52 +21,31 @@ const std::vector<Statement>& TypicalStatements()
         {"samples[index] > samples[0] XOR mode = 'manual'", "(samples[index] > samples[0]) != (mode == 'manual')",
          false, 13},
         {"user.level >= 3 NAND (locked OR maintenance)", "!(user.level >= 3 && (locked || maintenance))", false, 9},
-        {"(t1 + t2 + t3 + t4) / 4 - ambient * gain > threshold AND NOT (door = TRUE OR estop = TRUE) AND phase != "
-         "'idle'",
+        {"(t1 + t2 + t3 + t4) / 4 - ambient * gain > threshold AND NOT (door = TRUE OR estop = TRUE) "
+         "AND phase != 'idle'",
          "(t1 + t2 + t3 + t4) / 4 - ambient * gain > threshold && !(door == true || estop == true) && phase != 'idle'",
          false, 32},
     };
     return statements;
 }
 
-const Variables& TypicalVariables()
+Variables TypicalVariables()
 {
-    static const QVariantList steps
-        = {QVariantMap{{"name", "fill"}, {"time", 12.0}}, QVariantMap{{"name", "mix"}, {"time", 30.0}}};
-    static const Variables variables = {
-        {{"speed", ""}, "speed", 1450.0},
-        {{"limit", ""}, "limit", 1500.0},
-        {{"alarm", ""}, "alarm", false},
-        {{"speed.actual", "Drive"}, "drive.speedActual", 1448.5},
-        {{"speed.target", "Drive"}, "drive.speedTarget", 1450.0},
-        {{"order.id", ""}, "order.id", "A-4711"},
-        {{"recipe", ""}, "recipe", QVariantMap{{"steps", steps}, {"id", 7.0}}},
-        {{"samples", ""}, "samples", QVariantList{1.5, 2.5, 0.5}},
-        {{"index", ""}, "index", 1},
-        {{"mode", ""}, "mode", "manual"},
-        {{"user.level", ""}, "user.level", 3.0},
-        {{"locked", ""}, "locked", false},
-        {{"maintenance", ""}, "maintenance", true},
-        {{"ambient", ""}, "ambient", 21.0},
-        {{"gain", ""}, "gain", 1.25},
-        {{"threshold", ""}, "threshold", 40.0},
-        {{"door", ""}, "door", false},
-        {{"estop", ""}, "estop", false},
-        {{"phase", ""}, "phase", "run"},
-        {{"a", ""}, "a", 2.0},
-        {{"b", ""}, "b", 3.0},
-        {{"c", ""}, "c", 4.0},
-        {{"d", ""}, "d", 5.0},
-        {{"e", ""}, "e", 6.0},
-        {{"f", ""}, "f", 7.0},
-        {{"g", ""}, "g", 8.0},
-        {{"h", ""}, "h", 9.0},
-        {{"t1", ""}, "t1", 29.0},
-        {{"t2", ""}, "t2", 49.0},
-        {{"t3", ""}, "t3", 69.0},
-        {{"t4", ""}, "t4", 89.0},
-        {{"okButton", ""}, "okButton", QVariant::fromValue(TypicalForm()->findChild<QObject*>("okButton"))},
-    };
+    const char* const json = R"({
+        "speed": 1450, "limit": 1500, "alarm": false, "order.id": "A-4711", "mode": "manual", "phase": "run",
+        "recipe": {"steps": [{"name": "fill", "time": 12}, {"name": "mix", "time": 30}], "id": 7},
+        "samples": [1.5, 2.5, 0.5], "user.level": 3, "locked": false, "maintenance": true, "gain": 1.25,
+        "ambient": 21, "threshold": 40, "door": false, "estop": false, "t1": 29, "t2": 49, "t3": 69, "t4": 89,
+        "a": 2, "b": 3, "c": 4, "d": 5, "e": 6, "f": 7, "g": 8, "h": 9})";
+    QVariantMap values = QJsonDocument::fromJson(json).object().toVariantMap();
+    values.insert("index", 1);
+    values.insert("okButton", QVariant::fromValue(TypicalForm()->findChild<QObject*>("okButton")));
+    Variables variables = {{"speed.actual", "Drive", "drive.speedActual", 1448.5},
+                           {"speed.target", "Drive", "drive.speedTarget", 1450.0}};
+    for (auto it = values.constBegin(); it != values.constEnd(); ++it) {
+        const bool isWhole = it.value().userType() == QMetaType::LongLong; // All numbers shall be of one type.
+        variables.push_back({it.key(), QString(), it.key(), isWhole ? it.value().toDouble() : it.value()});
+    }
     return variables;
 }
 
@@ -77,26 +59,22 @@ QObject* TypicalForm()
 
 Statement ReadingStatement(int reads)
 {
-    switch (reads) {
-    case 1:
+    if (reads == 1)
         return {"v0 * 2 > 100", "v0 * 2 > 100", true, 5, reads};
-    case 3:
+    if (reads == 3)
         return {"v0 * 2 > v1 AND NOT v2", "v0 * 2 > v1 && !v2", true, 8, reads};
-    default:
-        return {"(v0 + v1 * v2 - v3) / v4 > v5 AND v6 < v7", "(v0 + v1 * v2 - v3) / v4 > v5 && v6 < v7", true, 17,
-                reads};
-    }
+    return {"(v0 + v1 * v2 - v3) / v4 > v5 AND v6 < v7", "(v0 + v1 * v2 - v3) / v4 > v5 && v6 < v7", true, 17, 8};
 }
 
 Variables ReadingVariables(int reads)
 {
-    const QVariantList values
-        = reads == 3 ? QVariantList{1450.0, 1500.0, false} : QVariantList{1450.0, 1500.0, 3.0, 7.0, 2.0, 1.5, 4.0, 9.0};
     Variables variables;
-    for (const QVariant& value : values) {
+    for (const QVariant& value : QVariantList{1450.0, 1500.0, 3.0, 7.0, 2.0, 1.5, 4.0, 9.0}) {
         const QString name = "v" + QString::number(variables.size());
-        variables.push_back({{name, QString()}, name, value});
+        variables.push_back({name, QString(), name, value});
     }
+    if (reads == 3)
+        variables[2].value = false;
     return variables;
 }
 
@@ -104,14 +82,11 @@ QVariantMap ScriptGlobals(const Variables& variables)
 {
     QVariantMap globals;
     for (const Variable& variable : variables) {
-        const QStringList path = variable.script.split('.');
-        QVariant value = variable.value;
-        if (path.size() == 2) {
-            QVariantMap members = globals.value(path[0]).toMap();
-            members.insert(path[1], value);
-            value = members;
-        }
-        globals.insert(path[0], value);
+        const QString object = variable.script.section('.', 0, 0);
+        const QString member = variable.script.section('.', 1);
+        QVariantMap members = globals.value(object).toMap();
+        members.insert(member, variable.value);
+        globals.insert(object, member.isEmpty() ? variable.value : members);
     }
     return globals;
 }

@@ -1,7 +1,10 @@
 #ifndef CORPUS_H
 #define CORPUS_H
 
-#include "variables.h"
+#include <QVariant>
+#include <vector>
+
+class QObject;
 
 /// A statement in the library's language and in JavaScript.
 struct Statement
@@ -13,16 +16,24 @@ struct Statement
     int reads = 0;  ///< Of ReadingStatement(): how many variables it reads.
 };
 
-/// Twelve statements as forms have them, from a single name to thirty-two tokens.
+/// A variable that statements read.
+struct Variable
+{
+    QString name;
+    QString package;
+    QString script; ///< Its name in JavaScript: a global one, or "object.member".
+    QVariant value;
+};
+
+using Variables = std::vector<Variable>;
+
+/// Twelve statements as forms have them, from a single name to 32 tokens, and the variables that they read.
 const std::vector<Statement>& TypicalStatements();
-
-/// The variables that they read. "okButton" is the child of that name of TypicalForm().
-const Variables& TypicalVariables();
-
+Variables TypicalVariables();
 /// The top of their widget paths.
 QObject* TypicalForm();
 
-/// A statement that reads the first 1, 3 or 8 of ReadingVariables().
+/// A statement that reads 1, 3 or 8 variables, and these.
 Statement ReadingStatement(int reads);
 Variables ReadingVariables(int reads);
 

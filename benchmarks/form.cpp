@@ -3,24 +3,12 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "item.h"
-
-namespace {
-
-int CountVariables(Form::Kind kind, int targets)
-{
-    if (kind == Form::Kind::Load)
-        return std::max(16, targets / 4);
-    return kind == Form::Kind::Save ? targets : 1;
-}
-
-} // namespace
-
 Form::Form(Kind kind, Targets targets, int count) : kind(kind), property(targets == Targets::Widgets ? "text" : "value")
 {
-    for (int i = 0; i < CountVariables(kind, count); ++i) {
+    const int variableCount = kind == Kind::Load ? std::max(16, count / 4) : kind == Kind::Save ? count : 1;
+    for (int i = 0; i < variableCount; ++i) {
         const QString name = QString("v%1").arg(i);
-        variables.push_back({{name, QString()}, name, 100.5 + i});
+        variables.push_back({name, QString(), name, 100.5 + i});
     }
     top.reset(targets == Targets::Widgets ? new QWidget : new QObject);
     for (int i = 0; i < count; ++i)
@@ -42,33 +30,38 @@ QObject* Form::MakeTarget(Targets targets, int index) const
 
 Binding Form::MakeBinding(QObject* target, int i) const
 {
-    const int count = int(variables.size());
     if (kind == Kind::Chain && i > 0) {
-        const QString previous = QString("o%1").arg(i - 1);
-        return {target, "@TopWidget\\" + previous + ":value - 1", previous + ".value - 1", {}, bindings.back().target};
+        const QString source = QString("o%1").arg(i - 1);
+        return {target,
+                "@TopWidget\\" + source + ":value - 1",
+                source + ".value - 1",
+                {},
+                static_cast<Item*>(bindings.back().target)};
     }
-    Binding binding = {target, "v0 - 1", QString(), {0}};
+    const int count = int(variables.size());
+    QString text = "v0 - 1";
+    std::vector<int> reads = {0};
     if (kind == Kind::Load) {
-        binding.reads = {i % count, (i * 7 + 1) % count, (i * 13 + 2 + i / count) % count};
-        binding.own = QString("v%1 * 2 + v%2 - v%3").arg(binding.reads[0]).arg(binding.reads[1]).arg(binding.reads[2]);
+        reads = {i % count, (i * 7 + 1) % count, (i * 13 + 2 + i / count) % count};
+        text = QString("v%1 * 2 + v%2 - v%3").arg(reads[0]).arg(reads[1]).arg(reads[2]);
     } else if (kind == Kind::Fan) {
-        binding.own = QString("v0 * 2 - %1").arg(i);
+        text = QString("v0 * 2 - %1").arg(i);
     } else if (kind == Kind::Save) {
-        binding.reads = {i};
-        binding.own = variables[i].script;
+        reads = {i};
+        text = QString("v%1").arg(i);
     }
-    binding.script = binding.own;
-    return binding;
+    return {target, text, text, reads};
 }
 
 double Form::Expected(int index) const
 {
+    const auto number = [this](int variable) { return variables[variable].value.toDouble(); };
     if (kind == Kind::Fan)
-        return Number(0) * 2 - index;
+        return number(0) * 2 - index;
     if (kind == Kind::Chain)
-        return Number(0) - 1 - index;
+        return number(0) - 1 - index;
     const std::vector<int>& reads = bindings[index].reads;
-    return Number(reads[0]) * 2 + Number(reads[1]) - Number(reads[2]);
+    return number(reads[0]) * 2 + number(reads[1]) - number(reads[2]);
 }
 
 QString Form::Error() const

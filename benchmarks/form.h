@@ -4,19 +4,38 @@
 #include <QObject>
 #include <memory>
 
-#include "variables.h"
+#include "corpus.h"
+
+/// A plain object whose properties are bound.
+class Item : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(double value MEMBER m_value NOTIFY ValueChanged)
+    Q_PROPERTY(bool enabled MEMBER m_enabled NOTIFY EnabledChanged)
+
+public:
+    using QObject::QObject;
+
+Q_SIGNALS:
+    void ValueChanged();
+    void EnabledChanged();
+
+private:
+    double m_value = -12345;
+    bool m_enabled = false;
+};
 
 /// One property that is bound to one statement.
 struct Binding
 {
     QObject* target;
-    QString own;               ///< The statement in the library's language.
-    QString script;            ///< The same in JavaScript.
-    std::vector<int> reads;    ///< The variables it reads, as indices of Form::variables.
-    QObject* source = nullptr; ///< The target whose value it reads, if it does.
+    QString own;            ///< The statement in the library's language.
+    QString script;         ///< The same in JavaScript.
+    std::vector<int> reads; ///< The variables it reads, by their places in Form::variables.
+    Item* source = nullptr; ///< The target whose value it reads, if it does.
 };
 
-/// A form of many targets, each with one bound property, and the variables that their statements read.
+/// A form of many targets, each with one bound property.
 struct Form
 {
     enum class Kind
@@ -34,10 +53,7 @@ struct Form
 
     Form(Kind kind, Targets targets, int count);
 
-    void SetVariable(int index, double value) { variables[index].value = value; }
-    /// The value that the target must hold; not for Save.
-    double Expected(int index) const;
-    /// What the first target holds that does not hold what it must; else empty.
+    /// What the first target holds that does not hold what it must; else empty. Not for Save.
     QString Error() const;
 
     const Kind kind;
@@ -49,7 +65,7 @@ struct Form
 private:
     QObject* MakeTarget(Targets targets, int index) const;
     Binding MakeBinding(QObject* target, int index) const;
-    double Number(int variable) const { return variables[variable].value.toDouble(); }
+    double Expected(int index) const;
 };
 
 #endif

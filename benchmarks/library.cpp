@@ -10,31 +10,22 @@
 
 namespace {
 
-class Tree : public Compiled
-{
-public:
-    explicit Tree(IExpression* root) : m_root(root) {}
-    QVariant Evaluate() override { return m_root ? m_root->Retrieve() : QVariant(); }
-
-private:
-    const std::unique_ptr<IExpression> m_root;
-};
-
 class Library : public Subject
 {
 public:
     void Define(const Variables& variables) override
     {
         for (const Variable& variable : variables) {
-            m_identifiers.push_back(VariableIdentifier(variable.name.name, variable.name.package));
+            m_identifiers.push_back(VariableIdentifier(variable.name, variable.package));
             Change(int(m_identifiers.size()) - 1, variable.value);
         }
     }
 
-    std::unique_ptr<Compiled> Compile(const Statement& statement) override
+    Compiled Compile(const Statement& statement) override
     {
-        return std::make_unique<Tree>(m_interpreter.CreateStatement(statement.own, m_peer, nullptr, true, QString(),
-                                                                    nullptr, TypicalForm(), nullptr));
+        const std::shared_ptr<IExpression> tree(m_interpreter.CreateStatement(
+            statement.own, m_peer, nullptr, true, QString(), nullptr, TypicalForm(), nullptr));
+        return [tree] { return tree ? tree->Retrieve() : QVariant(); };
     }
 
     void Load(const Form& form) override
@@ -51,7 +42,7 @@ public:
         m_peer->ChangeValue(m_identifiers[variable], value, IDataPeer::NoFlag);
     }
     void Deliver() override { QCoreApplication::processEvents(); }
-    void Save() override { m_handler.Save(nullptr, QString()); }
+    void Save(const Form&) override { m_handler.Save(nullptr, QString()); }
     QVariant Value(int variable) const override { return m_peer->GetValue(m_identifiers[variable], QVariant()); }
 
 private:

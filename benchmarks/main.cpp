@@ -2,15 +2,12 @@
 
 #include <QApplication>
 
-#include "variables.h"
-
 // Runs the benchmarks that are registered in the other sources; --benchmark_filter chooses.
 int main(int argc, char** argv)
 {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    qRegisterMetaType<DataName>("DataName");
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return EXIT_FAILURE;

@@ -7,16 +7,6 @@
 
 namespace {
 
-class CompiledQml : public Compiled
-{
-public:
-    CompiledQml(QQmlContext* context, const QString& script) : m_expression(context, nullptr, script) {}
-    QVariant Evaluate() override { return m_expression.evaluate(); }
-
-private:
-    QQmlExpression m_expression;
-};
-
 /// A QQmlExpression for each binding, which tells by a signal that its value has changed. Variables are
 /// properties of the context.
 class Qml : public Subject
@@ -31,14 +21,14 @@ public:
             m_names.append(variable.script);
     }
 
-    std::unique_ptr<Compiled> Compile(const Statement& statement) override
+    Compiled Compile(const Statement& statement) override
     {
-        return std::make_unique<CompiledQml>(&m_context, statement.script);
+        const auto expression = std::make_shared<QQmlExpression>(&m_context, nullptr, statement.script);
+        return [expression] { return expression->evaluate(); };
     }
 
     void Load(const Form& form) override
     {
-        m_form = &form;
         if (form.kind == Form::Kind::Save)
             return;
         for (const Binding& binding : form.bindings) {
@@ -60,12 +50,6 @@ public:
         m_context.setContextProperty(m_names[variable], value);
     }
 
-    void Save() override
-    {
-        for (int i = 0; i < m_names.size(); ++i)
-            Change(i, m_form->bindings[i].target->property(m_form->property));
-    }
-
     QVariant Value(int variable) const override { return m_context.contextProperty(m_names[variable]); }
 
 private:
@@ -76,7 +60,6 @@ private:
     QQmlContext m_context{&m_engine};
     QStringList m_names;
     std::deque<QQmlExpression> m_expressions;
-    const Form* m_form = nullptr;
 };
 
 const bool registered = RegisterSubject("QQmlExpression", MakeSubject<Qml>);

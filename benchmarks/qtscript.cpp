@@ -1,59 +1,57 @@
 #include <QScriptEngine>
 #include <QScriptProgram>
+#include <functional>
 
-#include "handwired.h"
+#include "subject.h"
 
 namespace {
 
-class CompiledProgram : public Compiled
-{
-public:
-    CompiledProgram(QScriptEngine& engine, const QString& script) : m_engine(engine), m_program(script) {}
-    QVariant Evaluate() override { return m_engine.evaluate(m_program).toVariant(); }
-
-private:
-    QScriptEngine& m_engine;
-    const QScriptProgram m_program;
-};
-
-/// A QScriptProgram for each binding, wired by hand. Variables are global properties of the engine.
-class Script : public HandWired
+/// A QScriptProgram for each binding, and a list of the bindings that read it for each variable, called at
+/// once. Variables are global properties of the engine.
+class Script : public Subject
 {
 public:
     void Define(const Variables& variables) override
     {
-        HandWired::Define(variables);
         const QVariantMap globals = ScriptGlobals(variables);
         for (auto it = globals.begin(); it != globals.end(); ++it)
             m_global.setProperty(it.key(), ToScript(it.value()));
+        for (const Variable& variable : variables)
+            m_names.append(variable.script);
+        m_readers.resize(m_names.size());
     }
 
-    std::unique_ptr<Compiled> Compile(const Statement& statement) override
+    Compiled Compile(const Statement& statement) override
     {
-        return std::make_unique<CompiledProgram>(m_engine, statement.script);
+        return [this, program = QScriptProgram(statement.script)] { return m_engine.evaluate(program).toVariant(); };
     }
 
     void Load(const Form& form) override
     {
+        if (form.kind == Form::Kind::Save)
+            return;
         for (const Binding& binding : form.bindings) {
             if (form.kind == Form::Kind::Chain)
                 m_global.setProperty(binding.target->objectName(), m_engine.newQObject(binding.target));
+            const auto update = [this, &form, &binding, program = QScriptProgram(binding.script)] {
+                binding.target->setProperty(form.property, m_engine.evaluate(program).toVariant());
+            };
+            for (const int variable : binding.reads)
+                m_readers[variable].push_back(update);
+            if (binding.source)
+                QObject::connect(binding.source, &Item::ValueChanged, binding.target, update);
+            update();
         }
-        HandWired::Load(form);
     }
 
-protected:
-    Expression MakeExpression(const Form& form, int binding) override
+    void Change(int variable, const QVariant& value) override
     {
-        return [this, program = QScriptProgram(form.bindings[binding].script)] {
-            return m_engine.evaluate(program).toVariant();
-        };
+        m_global.setProperty(m_names[variable], ToScript(value));
+        for (const std::function<void()>& update : m_readers[variable])
+            update();
     }
 
-    void Stored(int variable, const QVariant& value) override
-    {
-        m_global.setProperty(m_names[variable].name, ToScript(value));
-    }
+    QVariant Value(int variable) const override { return m_global.property(m_names[variable]).toVariant(); }
 
 private:
     QScriptValue ToScript(const QVariant& value)
@@ -68,6 +66,8 @@ private:
 
     QScriptEngine m_engine;
     QScriptValue m_global = m_engine.globalObject();
+    QStringList m_names;
+    std::vector<std::vector<std::function<void()>>> m_readers; ///< By variable.
 };
 
 const bool registered = RegisterSubject("QScriptProgram", MakeSubject<Script>);

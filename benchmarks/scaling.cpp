@@ -13,6 +13,7 @@
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/interpreter.h"
 #include "DeclarationHandler/iparsingresult.h"
+#include "subject.h"
 
 // How the library's cost grows with the number of declarations and with the length of a statement.
 
@@ -63,83 +64,55 @@ public:
     }
 
     void Connect() { m_handler.ConnectPropertyCrossReferences(); }
-    void Update() { m_handler.Update(); }
-    void Save() { m_handler.Save(&m_top, "group"); }
 
-    void Enter(const QString& prefix)
+    void Enter()
     {
-        for (int i = 0; i < int(m_edits.size()); ++i)
-            m_edits[i]->setText(prefix + QString::number(i));
+        m_handler.Update();
+        ++m_round;
+        for (QLineEdit* const edit : m_edits)
+            edit->setText(Entered(edit));
     }
 
-    /// Whether all tool tips and variables are what Enter() has entered.
+    void Save() { m_handler.Save(&m_top, "group"); }
+
+    /// What differs from what has been entered; else empty.
     QString Error() const
     {
         for (int i = 0; i < int(m_edits.size()); ++i) {
-            if (m_edits[i]->toolTip() != m_edits[i]->text())
-                return QString("tool tip %1 is '%2'").arg(i).arg(m_edits[i]->toolTip());
-            if (Data()->GetValue(Identifier(i), QVariant()).toString() != m_edits[i]->text())
-                return QString("variable %1 is not '%2'").arg(i).arg(m_edits[i]->text());
+            const QString text = Entered(m_edits[i]);
+            const QStringList texts
+                = {m_edits[i]->text(), m_edits[i]->toolTip(), Data()->GetValue(Identifier(i), QVariant()).toString()};
+            if (texts != QStringList{text, text, text})
+                return QString("text, tool tip and variable %1 are '%2'").arg(i).arg(texts.join("', '"));
         }
         return QString();
     }
 
 private:
+    QString Entered(const QObject* edit) const { return QString("%1, %2").arg(m_round).arg(edit->objectName()); }
+
+    int m_round = 0;
     QWidget m_top;
     std::vector<QLineEdit*> m_edits;
     DeclarationHandler m_handler;
 };
 
-void Check(benchmark::State& state, const QString& error)
-{
-    if (!error.isEmpty())
-        state.SkipWithError(qPrintable(error));
-}
+using Step = void (GroupedForm::*)();
 
-void AddDeclaration(benchmark::State& state)
+/// The life of a form, of which one step is timed.
+void TimeStep(benchmark::State& state, Step timed)
 {
     GroupedForm form(int(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
-        form.DeclareTexts();
-        state.ResumeTiming();
-        form.DeclareToolTips();
-    }
-    form.Connect();
-    form.Update();
-    Check(state, form.Error());
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-void ConnectReferences(benchmark::State& state)
-{
-    GroupedForm form(int(state.range(0)));
-    for (auto _ : state) {
-        state.PauseTiming();
-        form.DeclareTexts();
-        form.DeclareToolTips();
-        state.ResumeTiming();
-        form.Connect();
-    }
-    form.Update();
-    Check(state, form.Error());
-    state.SetItemsProcessed(state.iterations() * state.range(0));
-}
-
-void SaveScope(benchmark::State& state)
-{
-    GroupedForm form(int(state.range(0)));
-    form.DeclareTexts();
-    form.DeclareToolTips();
-    form.Connect();
-    form.Update();
-    int round = 0;
-    for (auto _ : state) {
-        state.PauseTiming();
-        form.Enter(QString("round %1, ").arg(++round));
-        state.ResumeTiming();
-        form.Save();
-        state.PauseTiming();
+        for (const Step step : {&GroupedForm::DeclareTexts, &GroupedForm::DeclareToolTips, &GroupedForm::Connect,
+                                &GroupedForm::Enter, &GroupedForm::Save}) {
+            if (step == timed)
+                state.ResumeTiming();
+            (form.*step)();
+            if (step == timed)
+                state.PauseTiming();
+        }
         QCoreApplication::processEvents();
         state.ResumeTiming();
     }
@@ -230,14 +203,15 @@ void ReadText(benchmark::State& state, const LongText& text)
 }
 
 const bool registered = [] {
-    const auto add = [](const std::string& name, std::initializer_list<int> sizes, const auto& function, auto... text) {
-        auto* const growing = benchmark::RegisterBenchmark(("growth/" + name).c_str(), function, text...);
-        for (const int size : sizes)
-            growing->Arg(size)->MeasureProcessCPUTime();
-    };
-    add("AddDeclaration", {100, 1000, 10000}, AddDeclaration);
-    add("ConnectPropertyCrossReferences", {100, 1000, 10000}, ConnectReferences);
-    add("Save", {100, 1000, 10000}, SaveScope);
+    const auto add
+        = [](const std::string& name, std::initializer_list<int> sizes, const auto& function, auto argument) {
+              auto* const growing = benchmark::RegisterBenchmark(("growth/" + name).c_str(), function, argument);
+              for (const int size : sizes)
+                  growing->Arg(size)->MeasureProcessCPUTime();
+          };
+    add("AddDeclaration", {100, 1000, 10000}, TimeStep, &GroupedForm::DeclareToolTips);
+    add("ConnectPropertyCrossReferences", {100, 1000, 10000}, TimeStep, &GroupedForm::Connect);
+    add("Save", {100, 1000, 10000}, TimeStep, &GroupedForm::Save);
     for (const LongText& text : longTexts)
         add(std::string("text/") + text.name, {1000, 100000, 10000000}, ReadText, text);
     return true;

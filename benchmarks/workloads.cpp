@@ -10,18 +10,10 @@ namespace {
 
 using Maker = std::unique_ptr<Subject> (*)();
 
-void Check(benchmark::State& state, const QString& error)
-{
-    if (!error.isEmpty())
-        state.SkipWithError(qPrintable(error));
-}
-
 QString ValueError(Subject& subject, const Statement& statement)
 {
-    const QVariant value = subject.Compile(statement)->Evaluate();
-    if (value == subject.Expected(statement))
-        return QString();
-    return QString("%1 yields '%2'").arg(statement.own, value.toString());
+    const QVariant value = subject.Compile(statement)();
+    return value == subject.Expected(statement) ? QString() : statement.own + " yields " + value.toString();
 }
 
 void FirstValues(benchmark::State& state, Maker make)
@@ -30,7 +22,7 @@ void FirstValues(benchmark::State& state, Maker make)
     subject->Define(TypicalVariables());
     for (auto _ : state) {
         for (const Statement& statement : TypicalStatements())
-            benchmark::DoNotOptimize(subject->Compile(statement)->Evaluate());
+            benchmark::DoNotOptimize(subject->Compile(statement)());
     }
     for (const Statement& statement : TypicalStatements())
         Check(state, ValueError(*subject, statement));
@@ -41,9 +33,9 @@ void Evaluation(benchmark::State& state, Maker make, int reads)
 {
     const std::unique_ptr<Subject> subject = make();
     subject->Define(ReadingVariables(reads));
-    const std::unique_ptr<Compiled> statement = subject->Compile(ReadingStatement(reads));
+    const Compiled statement = subject->Compile(ReadingStatement(reads));
     for (auto _ : state)
-        benchmark::DoNotOptimize(statement->Evaluate());
+        benchmark::DoNotOptimize(statement());
     Check(state, ValueError(*subject, ReadingStatement(reads)));
     state.SetItemsProcessed(state.iterations());
 }
@@ -63,7 +55,7 @@ std::unique_ptr<Subject> Open(Maker make, const Form& form)
 
 void ChangeAndCheck(benchmark::State& state, Subject& subject, Form& form, int variable, double value)
 {
-    form.SetVariable(variable, value);
+    form.variables[variable].value = value;
     subject.Change(variable, value);
     subject.Deliver();
     Check(state, form.Error());
@@ -100,7 +92,7 @@ void ChangeVariable(benchmark::State& state, Maker make, Form::Kind kind, int co
         subject->Change(0, ++value);
         subject->Deliver();
     }
-    form.SetVariable(0, value);
+    form.variables[0].value = value;
     Check(state, form.Error());
     ChangeAndCheck(state, *subject, form, 0, value + 1);
     state.SetItemsProcessed(state.iterations());
@@ -119,7 +111,7 @@ void SaveForm(benchmark::State& state, Maker make, Form::Targets targets, int co
         for (int i = 0; i < count; ++i)
             form.bindings[i].target->setProperty(form.property, value + i);
         state.ResumeTiming();
-        subject->Save();
+        subject->Save(form);
         state.PauseTiming();
         subject->Deliver();
         state.ResumeTiming();
@@ -132,6 +124,12 @@ void SaveForm(benchmark::State& state, Maker make, Form::Targets targets, int co
 }
 
 } // namespace
+
+void Check(benchmark::State& state, const QString& error)
+{
+    if (!error.isEmpty())
+        state.SkipWithError(qPrintable(error));
+}
 
 bool RegisterSubject(const std::string& name, Maker make)
 {
