@@ -140,7 +140,8 @@ public:
     {
         QVector<QStringList> lines = {titles, QVector<QString>(titles.size(), "---").toList()};
         for (const Row& row : rows)
-            lines.append(Cells(row));
+            lines.append(Cells(row).mid(0, titles.size()));
+        m_out << Qt::endl;
         for (const QStringList& line : lines)
             m_out << "| " << line.join(" | ") << " |" << Qt::endl;
     }
@@ -234,6 +235,6 @@ int main(int argc, char** argv)
     comparison.Measure(comparisons, isQuick ? 3 : 9);
     comparison.Measure(growths, isQuick ? 1 : 3);
     comparison.Print({"Workload", "Floor", "Library", "Ratio", "Target", "Met", "Best peer"}, comparisons);
-    comparison.Print({"Growth", "Smallest", "Largest", "Ratio", "Target", "Met", "-"}, growths);
+    comparison.Print({"Growth", "Smallest", "Largest", "Ratio", "Target", "Met"}, growths);
     return comparison.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
