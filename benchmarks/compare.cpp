@@ -63,9 +63,11 @@ QVector<Row> GrowthRows(const QStringList& benchmarks)
     QVector<Row> rows;
     for (const QString& name : benchmarks.filter(QRegularExpression("^growth/"))) {
         const QString title = name.section('/', 1, -2);
-        if (rows.isEmpty() || rows.last().title != title)
+        const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.title == title; });
+        if (row == rows.end())
             rows.append({title, name, name, 2});
-        rows.last().measured = name;
+        else
+            row->measured = name;
     }
     for (Row& row : rows)
         row.title += ", each of " + size(row.reference) + " and of " + size(row.measured);
@@ -101,7 +103,7 @@ public:
     QStringList ListBenchmarks()
     {
         QString names = QString::fromUtf8(Output({"--benchmark_list_tests"}));
-        names.remove(QRegularExpression("(/iterations:1)?/process_time"));
+        names.remove(QRegularExpression("(/iterations:\\d+)?/process_time"));
         return names.split('\n', Qt::SkipEmptyParts);
     }
 
@@ -233,8 +235,8 @@ int main(int argc, char** argv)
     const QVector<Row> comparisons = Selected(ComparisonRows(), filter, benchmarks);
     const QVector<Row> growths = Selected(GrowthRows(benchmarks), filter, benchmarks);
     comparison.Measure(comparisons, isQuick ? 3 : 9);
-    comparison.Measure(growths, isQuick ? 1 : 3);
     comparison.Print({"Workload", "Floor", "Library", "Ratio", "Target", "Met", "Best peer"}, comparisons);
+    comparison.Measure(growths, isQuick ? 1 : 3);
     comparison.Print({"Growth", "Smallest", "Largest", "Ratio", "Target", "Met"}, growths);
     return comparison.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;
 }
