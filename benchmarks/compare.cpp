@@ -192,12 +192,15 @@ private:
             peers.insert(Median(m_figures[peer]), peer);
             isMet = isMet && Ratio(row.measured, peer) <= row.peerLimit;
         }
+        QString target = QString::number(row.limit, 'f', 2);
+        if (qIsFinite(row.peerLimit))
+            target += QString(", %1 of peer").arg(row.peerLimit, 0, 'f', 2);
         const QString best = peers.isEmpty() ? "-" : Shown(peers.first()) + ", " + peers.first().section('/', 0, 0);
         return {row.title,
                 Shown(row.reference),
                 Shown(row.measured),
                 QString::number(ratio, 'f', 2),
-                QString::number(row.limit, 'f', 2),
+                target,
                 isMet ? "yes" : "no",
                 best};
     }
