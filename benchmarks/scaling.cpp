@@ -97,12 +97,23 @@ private:
     DeclarationHandler m_handler;
 };
 
+// Once grown, the heap keeps its memory, so that the times are the library's and not those of the operating
+// system, which hands out pages.
+void KeepHeap()
+{
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+}
+
 using Step = void (GroupedForm::*)();
 
 /// The life of a form, of which one step is timed.
 void TimeStep(benchmark::State& state, Step timed)
 {
+    KeepHeap();
     GroupedForm form(int(state.range(0)));
+    form.DeclareTexts();
+    form.DeclareToolTips();
     for (auto _ : state) {
         state.PauseTiming();
         for (const Step step : {&GroupedForm::DeclareTexts, &GroupedForm::DeclareToolTips, &GroupedForm::Connect,
@@ -190,12 +201,9 @@ Reading Read(const QString& statement)
     return {value, owned->GetWarningMessages().value(0)};
 }
 
-// After a first reading the heap keeps its memory, so that the time is the library's and not that of the
-// operating system, which hands out pages.
 void ReadText(benchmark::State& state, const LongText& text)
 {
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+    KeepHeap();
     Data()->ChangeValue(Identifier(0), 1.0, IDataPeer::NoFlag);
     const QString statement = MakeText(text, int(state.range(0)));
     Read(statement);
