@@ -140,6 +140,8 @@ public:
 
     void Print(const QStringList& titles, const QVector<Row>& rows)
     {
+        if (rows.isEmpty())
+            return;
         QVector<QStringList> lines = {titles, QVector<QString>(titles.size(), "---").toList()};
         for (const Row& row : rows)
             lines.append(Cells(row).mid(0, titles.size()));
