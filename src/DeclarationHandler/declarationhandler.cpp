@@ -136,11 +136,7 @@ void DeclarationHandler::ConnectPropertyCrossReferences()
 {
     for (int i = 0; i < m_declarations.count() && !m_pendingReferences.isEmpty(); ++i)
         ConnectReaders(m_declarations.at(i));
-    QMultiMap<PropertyKey, QPointer<Declaration>>::const_iterator it = m_pendingReferences.constBegin();
-    for (; it != m_pendingReferences.constEnd(); ++it) {
-        if (it.value() && it.key().second.startsWith(QLatin1String(LocalizedPrefix), Qt::CaseSensitive))
-            ReportUnknownReference(it.key(), it.value());
-    }
+    ReportUnknownReferences();
     m_pendingReferences.clear();
     m_guards.clear();
     m_names->Clear();
@@ -244,7 +240,8 @@ void DeclarationHandler::Guard(QObject* object)
 {
     if (Alive(object))
         return;
-    Forget(object);
+    if (m_guards.contains(object))
+        Forget(object);
     m_guards.insert(object, object);
 }
 
@@ -256,10 +253,13 @@ QObject* DeclarationHandler::Alive(QObject* object) const
 
 void DeclarationHandler::Forget(QObject* object)
 {
-    QMultiMap<PropertyKey, QPointer<Declaration>>::iterator it
-        = m_pendingReferences.lowerBound(PropertyKey(object, QString()));
-    while (it != m_pendingReferences.end() && it.key().first == object)
-        it = m_pendingReferences.erase(it);
+    QMultiHash<PropertyKey, QPointer<Declaration>>::iterator it = m_pendingReferences.begin();
+    while (it != m_pendingReferences.end()) {
+        if (it.key().first == object)
+            it = m_pendingReferences.erase(it);
+        else
+            ++it;
+    }
 }
 
 /// The first declaration added of that property of that object; null when there is none.
@@ -286,6 +286,24 @@ void DeclarationHandler::ConnectReaders(const DeclProperty* writer)
             QMetaObject::connect(writer, updated, readers.at(i).data(), update);
     }
     m_pendingReferences.remove(key);
+}
+
+void DeclarationHandler::ReportUnknownReferences() const
+{
+    QMap<PropertyKey, bool> unknown; // in order
+    QMultiHash<PropertyKey, QPointer<Declaration>>::const_iterator it = m_pendingReferences.constBegin();
+    for (; it != m_pendingReferences.constEnd(); ++it) {
+        if (it.key().second.startsWith(QLatin1String(LocalizedPrefix), Qt::CaseSensitive))
+            unknown.insert(it.key(), true);
+    }
+    const QList<PropertyKey> keys = unknown.keys();
+    for (int i = 0; i < keys.count(); ++i) {
+        const QList<QPointer<Declaration>> readers = m_pendingReferences.values(keys.at(i));
+        for (int j = 0; j < readers.count(); ++j) {
+            if (readers.at(j))
+                ReportUnknownReference(keys.at(i), readers.at(j));
+        }
+    }
 }
 
 void DeclarationHandler::ReportUnknownReference(const PropertyKey& key, const Declaration* reader) const

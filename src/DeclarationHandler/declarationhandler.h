@@ -132,12 +132,13 @@ private:
                                  const QString& defaultPackage, bool readOnly);
     DeclProperty* FindDeclaration(QObject* widget, const QString& property) const;
     void ConnectReaders(const DeclProperty* writer);
+    void ReportUnknownReferences() const;
     void ReportUnknownReference(const PropertyKey& key, const Declaration* reader) const;
 
-    QVector<DeclProperty*> m_declarations;                             ///< Owned; in the order added.
-    QMultiHash<QObject*, DeclProperty*> m_byObject;                    ///< The same, by what they act on.
-    QMultiMap<PropertyKey, QPointer<Declaration>> m_pendingReferences; ///< What is read, and by whom.
-    QHash<QObject*, QPointer<QObject>> m_guards;                       ///< Which of those keys still live.
+    QVector<DeclProperty*> m_declarations;                              ///< Owned; in the order added.
+    QMultiHash<QObject*, DeclProperty*> m_byObject;                     ///< The same, by what they act on.
+    QMultiHash<PropertyKey, QPointer<Declaration>> m_pendingReferences; ///< What is read, and by whom.
+    QHash<QObject*, QPointer<QObject>> m_guards;                        ///< Which of those keys still live.
     QScopedPointer<FormNames> m_names;
     QSharedPointer<bool> m_cleared; ///< Set, and replaced, by Clear(): what walks through the list stops.
 };
