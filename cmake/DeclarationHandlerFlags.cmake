@@ -29,6 +29,10 @@ endfunction()
 function(declarationhandler_library target)
   cmake_parse_arguments(library "" "" "INTERNAL_HEADERS" ${ARGN})
   declarationhandler_flags(${target})
+  if(DECLARATIONHANDLER_COVERAGE)
+    # Nothing here throws or catches; without exceptions the branches are those of the source.
+    target_compile_options(${target} PRIVATE -fno-exceptions)
+  endif()
   set_target_properties(${target} PROPERTIES
     CXX_STANDARD 11
     CXX_STANDARD_REQUIRED ON

@@ -2,6 +2,7 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
+#include <chrono>
 #include <functional>
 #include <thread>
 
@@ -101,7 +102,7 @@ private:
     {
         for (int value = 1; !m_end.load(std::memory_order_relaxed);) {
             if (!TakeWrite()) {
-                std::this_thread::yield();
+                std::this_thread::sleep_for(std::chrono::microseconds(50));
                 continue;
             }
             const int variable = writer + WriterCount * (value % (VariableCount / WriterCount));
