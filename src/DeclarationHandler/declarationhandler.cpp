@@ -277,13 +277,12 @@ DeclProperty* DeclarationHandler::FindDeclaration(QObject* widget, const QString
 
 void DeclarationHandler::ConnectReaders(const DeclProperty* writer)
 {
-    static const int updated = DeclProperty::staticMetaObject.indexOfSignal("Updated()");
-    static const int update = DeclProperty::staticMetaObject.indexOfSlot("Update()");
     const PropertyKey key(Alive(writer->GetActiveObject()), writer->GetProperty());
     const QList<QPointer<Declaration>> readers = m_pendingReferences.values(key);
     for (int i = 0; i < readers.count(); ++i) {
         if (readers.at(i))
-            QMetaObject::connect(writer, updated, readers.at(i).data(), update);
+            QObject::connect(writer, QTCOMPAT_SIGNAL(Declaration, Updated, ()), readers.at(i).data(),
+                             QTCOMPAT_SLOT(bool, Declaration, Update, ()));
     }
     m_pendingReferences.remove(key);
 }

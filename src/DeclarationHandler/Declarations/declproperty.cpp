@@ -189,22 +189,20 @@ bool DeclProperty::Update()
     return Declaration::Update();
 }
 
-// By index, with the argument's type, since connecting by name searches for all three each time.
 void DeclProperty::ConnectNotifications()
 {
-    static std::atomic<int> identifierType(0);
-    if (identifierType == 0)
-        identifierType = QMetaType::type("VariableIdentifier");
-    if (identifierType == 0) {
-        // Qt refuses this, and says why.
+    static std::atomic<bool> isRegistered(false);
+    if (!isRegistered)
+        isRegistered = QMetaType::type("VariableIdentifier") != 0;
+    if (isRegistered) {
+        connect(this, QTCOMPAT_SIGNAL(DeclProperty, DoNotifyDeclaration, (const VariableIdentifier&)), this,
+                QTCOMPAT_SLOT(void, DeclProperty, OnNotifyDeclaration, (const VariableIdentifier&)),
+                Qt::QueuedConnection);
+    } else {
+        // By name, which Qt refuses, saying why: registering the type is the host's part.
         connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this,
                 SLOT(OnNotifyDeclaration(VariableIdentifier)), Qt::QueuedConnection);
-        return;
     }
-    static const int signal = staticMetaObject.indexOfSignal("DoNotifyDeclaration(VariableIdentifier)");
-    static const int slot = staticMetaObject.indexOfSlot("OnNotifyDeclaration(VariableIdentifier)");
-    // The connection owns the list, which a 0 ends.
-    QMetaObject::connect(this, signal, this, slot, Qt::QueuedConnection, new int[2]{identifierType, 0});
 }
 
 DeclProperty::Kind DeclProperty::KindOf(const QString& property)

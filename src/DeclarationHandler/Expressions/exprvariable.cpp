@@ -14,7 +14,8 @@ ExprVariable::ExprVariable(IDataPeer* dataPeer, const VariableIdentifier& identi
 
 QVariant ExprVariable::Retrieve() const
 {
-    return m_dataPeer->GetValue(m_identifier, QVariant());
+    static const QVariant none;
+    return m_dataPeer->GetValue(m_identifier, none);
 }
 
 bool ExprVariable::Store(const QVariant& value)
