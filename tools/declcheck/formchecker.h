@@ -62,8 +62,7 @@ private:
     void NoteDeclared(int object, const FormProperty& property, const Target& target);
     void CheckClass(int object);
     void CheckStatement(int number);
-    void CheckBoundProperties();
-    void CheckBoundProperty(const Declaration& declaration, bool isRead);
+    void CheckBoundProperty(const Declaration& declaration);
     void CheckReference(int number, const StatementToken& token, bool isRead);
     QObject* Resolve(const Declaration& declaration, const Reference& reference);
     QObject* StartOf(const Declaration& declaration, const QString& element) const;
