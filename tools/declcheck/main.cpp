@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <unistd.h>
 
 #include "declcheck/knownvariables.h"
 #include "declcheck/report.h"
@@ -182,7 +183,7 @@ int PrintFindings(const Outcome& outcome, const QString& format)
     else if (format == "sarif")
         Print(Report::ToSarif(outcome.findings, outcome.succeeded));
     else
-        Print(Report::ToText(outcome.findings));
+        Print(Report::ToText(outcome.findings, isatty(STDOUT_FILENO) && qEnvironmentVariableIsEmpty("NO_COLOR")));
     return outcome.Status();
 }
 

@@ -8,6 +8,23 @@
 
 namespace {
 
+// Colours of a terminal.
+const char* const Bold = "1";
+const char* const Faint = "2";
+const char* const Green = "1;32";
+
+const char* ColorOf(Severity severity)
+{
+    switch (severity) {
+    case Severity::Note:
+        return "1;36";
+    case Severity::Warning:
+        return "1;33";
+    default:
+        return "1;31";
+    }
+}
+
 QString Where(const QString& file, const Position& position)
 {
     return QString("%1:%2:%3: ").arg(file).arg(position.line).arg(position.column);
@@ -54,12 +71,17 @@ QJsonObject Result(const Finding& finding)
 
 } // namespace
 
-QByteArray Report::ToText(const QVector<Finding>& findings)
+QByteArray Report::ToText(const QVector<Finding>& findings, bool isColored)
 {
+    const auto paint = [&](const char* color, const QString& text) {
+        return isColored ? QString("\033[%1m%2\033[0m").arg(color, text) : text;
+    };
     QString text;
     for (const Finding& finding : findings) {
-        text += Where(finding.file, finding.start) + SeverityName(finding.severity) + ": " + finding.message + " ["
-            + InfoOf(finding.check).name + "]\n" + finding.excerpt;
+        text += paint(Bold, Where(finding.file, finding.start))
+            + paint(ColorOf(finding.severity), SeverityName(finding.severity) + ':') + ' ' + finding.message + ' '
+            + paint(Faint, QString("[%1]").arg(InfoOf(finding.check).name)) + '\n' + finding.excerpt.section('\n', 0, 0)
+            + '\n' + paint(Green, finding.excerpt.section('\n', 1, 1)) + '\n';
     }
     return text.toUtf8();
 }

@@ -8,8 +8,9 @@
 /// What declcheck writes, in UTF-8.
 namespace Report {
 
-/// For each finding «file:line:column: severity: message [check-name]» and an excerpt.
-QByteArray ToText(const QVector<Finding>& findings);
+/// For each finding «file:line:column: severity: message [check-name]» and an excerpt; with the colours of
+/// a terminal, if they are wanted.
+QByteArray ToText(const QVector<Finding>& findings, bool isColored);
 /// A list of objects, one for each finding.
 QByteArray ToJson(const QVector<Finding>& findings);
 /// A log in the format SARIF 2.1.0. \a succeeded tells whether all forms could be checked.
