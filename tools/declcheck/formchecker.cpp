@@ -16,9 +16,10 @@ const int MaxCycleSteps = 20;
 /// Of one statement; a generated or damaged one may be wrong in each of its words.
 const int MaxFindings = 100;
 
-/// The message, with its middle left out where a statement makes it longer than anyone reads.
-QString Shortened(const QString& message)
+/// The message in one line, with its middle left out where a statement makes it longer than anyone reads.
+QString InOneLine(QString message)
 {
+    message.replace('\n', ' ');
     if (message.size() <= MaxQuoted)
         return message;
     return message.left(MaxQuoted / 2) + "..." + message.right(MaxQuoted / 4);
@@ -409,7 +410,7 @@ void FormChecker::Add(Finding finding)
     if (!m_options.IsEnabled(finding.check))
         return;
     finding.severity = InfoOf(finding.check).severity;
-    finding.message = Shortened(finding.message);
+    finding.message = InOneLine(finding.message);
     finding.file = m_fileName;
     finding.start = m_document.PositionOf(finding.source.offset);
     finding.end = m_document.PositionOf(finding.source.End());

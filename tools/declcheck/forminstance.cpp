@@ -99,8 +99,8 @@ void FormInstance::ChooseClasses(const QUiLoader& loader)
             if (chosen.isEmpty() || tried.contains(chosen))
                 chosen = "QWidget";
         }
-        m_classes.append(chosen);
         m_replacements.append(chosen == object.className ? QString() : chosen);
+        m_classes.append(chosen);
     }
 }
 
@@ -131,8 +131,11 @@ void FormInstance::WriteObject(int number, QXmlStreamWriter* xml) const
         return WriteLayout(number, xml);
     const bool isWidget = object.kind == FormObject::Widget;
     xml->writeStartElement(isWidget ? "widget" : object.kind == FormObject::Action ? "action" : "actiongroup");
-    if (isWidget)
+    if (isWidget) {
         xml->writeAttribute("class", m_classes.at(number));
+        // Else the loader sets margins for layouts of plain widgets, also for one that it has refused.
+        xml->writeAttribute("native", "true");
+    }
     xml->writeAttribute("name", QString::number(number));
     if (m_groups.contains(object.buttonGroup)) {
         // The loader makes the group with its first button.
