@@ -13,8 +13,6 @@ namespace {
 
 const int MaxQuoted = 200;
 const int MaxCycleSteps = 20;
-/// Of one statement; a generated or damaged one may be wrong in each of its words.
-const int MaxFindings = 100;
 
 /// The message in one line, with its middle left out where a statement makes it longer than anyone reads.
 QString InOneLine(QString message)

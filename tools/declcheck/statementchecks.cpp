@@ -6,9 +6,6 @@
 
 namespace {
 
-/// Nobody reads more about one statement.
-const int MaxFindings = 100;
-
 bool IsLogic(const StatementToken& token)
 {
     return token.type >= Token::TT_OR && token.type <= Token::TT_NAND;

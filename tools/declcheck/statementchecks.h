@@ -19,6 +19,9 @@ struct CheckOptions
     bool IsEnabled(Check check) const { return !disabled.contains(int(check)); }
 };
 
+/// So many are told of one statement; a generated or damaged one may be wrong in each of its words.
+const int MaxFindings = 100;
+
 /// What is wrong with a statement, whatever form it stands in.
 struct StatementFinding
 {
