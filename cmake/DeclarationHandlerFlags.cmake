@@ -4,7 +4,7 @@ if(DECLARATIONHANDLER_IS_TOP AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATIO
   set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
 endif()
 
-# declarationhandler_flags(<target>): warnings and sanitizers.
+# declarationhandler_flags(<target>): warnings, sanitizers and instrumentation.
 function(declarationhandler_flags target)
   target_compile_options(${target} PRIVATE -Wall -Wextra)
   if(DECLARATIONHANDLER_WERROR)
@@ -15,10 +15,19 @@ function(declarationhandler_flags target)
     target_compile_options(${target} PRIVATE ${sanitize})
     target_link_options(${target} PRIVATE ${sanitize})
   endif()
+  if(DECLARATIONHANDLER_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
+  if(DECLARATIONHANDLER_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+    target_link_options(${target} PRIVATE --coverage)
+  endif()
 endfunction()
 
-# declarationhandler_library(<target>): in addition what holds for the code under src/.
+# declarationhandler_library(<target> [INTERNAL_HEADERS <header>...]): in addition what holds for the code
+# under src/. The internal headers are those that are not installed.
 function(declarationhandler_library target)
+  cmake_parse_arguments(library "" "" "INTERNAL_HEADERS" ${ARGN})
   declarationhandler_flags(${target})
   set_target_properties(${target} PROPERTIES
     CXX_STANDARD 11
@@ -26,9 +35,18 @@ function(declarationhandler_library target)
     CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON
     VERSION ${PROJECT_VERSION}
-    SOVERSION ${PROJECT_VERSION_MAJOR})
-  target_compile_definitions(${target} PRIVATE
-    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII)
+    SOVERSION ${PROJECT_VERSION_MAJOR}
+    # A static one may become part of a host's shared library.
+    POSITION_INDEPENDENT_CODE ON
+    DECLARATIONHANDLER_INTERNAL_HEADERS "${library_INTERNAL_HEADERS}")
+  string(TOUPPER ${target} upper)
+  target_compile_definitions(${target}
+    PRIVATE ${upper}_BUILD QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+    PUBLIC $<$<STREQUAL:$<TARGET_PROPERTY:${target},TYPE>,STATIC_LIBRARY>:${upper}_STATIC>)
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
+  # Calls within a library need not go through the dynamic linker; nobody replaces its functions singly.
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
+  target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   if(NOT DECLARATIONHANDLER_SANITIZE)
     # Every symbol must be found at link time; only the sanitizers' own come at run time.
     target_link_options(${target} PRIVATE -Wl,--no-undefined)

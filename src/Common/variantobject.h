@@ -19,7 +19,9 @@ class DECLARATIONHANDLER_EXPORT VariantObject : public QObject
 public:
     /// A record without fields.
     VariantObject();
+    /// A record without fields that \a parent, which may be null, owns.
     explicit VariantObject(QObject* parent);
+    /// An independent copy with the same parent.
     VariantObject(const VariantObject& other);
     /// A copy of the record that \a value holds; without fields when it holds none.
     explicit VariantObject(const QVariant& value);

@@ -23,6 +23,7 @@ public:
         /// Observers hear of the write even if the value stays the same.
         ForceNotification = 0x1
     };
+    /// Any number of them.
     Q_DECLARE_FLAGS(ChangeValueFlags, ChangeValueFlag)
 
     /// The variable's current value, or \a defaultValue when the data layer holds none.

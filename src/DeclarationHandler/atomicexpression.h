@@ -12,7 +12,7 @@ public:
     ~AtomicExpression() override;
 
 protected:
-    IExpression* m_expression;
+    IExpression* m_expression; ///< The operand, owned; the nodes of the language never have a null one.
 };
 
 #endif

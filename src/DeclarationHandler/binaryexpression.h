@@ -12,8 +12,8 @@ public:
     ~BinaryExpression() override;
 
 protected:
-    IExpression* m_left;
-    IExpression* m_right;
+    IExpression* m_left;  ///< The left operand, owned.
+    IExpression* m_right; ///< The right operand, owned.
 };
 
 #endif

@@ -41,8 +41,8 @@ Q_SIGNALS:
     void Updated();
 
 protected:
-    IExpression* m_condition;
-    QPointer<QObject> m_activeObject;
+    IExpression* m_condition;         ///< The tree, owned; null before SetCondition().
+    QPointer<QObject> m_activeObject; ///< Not owned; null once it is destroyed.
 
 private:
     Q_DISABLE_COPY(Declaration)

@@ -11,7 +11,7 @@ public:
     explicit Expression(bool readOnly);
 
 protected:
-    bool m_readOnly;
+    bool m_readOnly; ///< Whether Store() refuses.
 
 private:
     Q_DISABLE_COPY(Expression)

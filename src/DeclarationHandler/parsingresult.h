@@ -9,8 +9,10 @@ class DECLARATIONHANDLER_EXPORT ParsingResult : public IParsingResult
 public:
     /// A successful record without messages.
     ParsingResult();
+    /// An independent copy.
     ParsingResult(const ParsingResult& other);
 
+    /// Takes over everything that \a other holds.
     ParsingResult& operator=(const ParsingResult& other);
     /// Leaves this record as it is when \a other is of a foreign class.
     ParsingResult& operator=(const IParsingResult& other) override;
@@ -29,6 +31,7 @@ public:
     /// Adds \a message to the warnings. The operation, source file and line are not kept.
     virtual void AddWarning(QString operation, QString file, int line, QString message);
 
+    /// Notes where the lexer stopped, in characters from the start of the statement. Not checked.
     virtual void SetParsedCharacters(int count);
 
 private:

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "Common/propertyaccess.h"
 #include "DataLayer/idataobserver.h"
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationHandler/declaration.h"
@@ -18,6 +19,9 @@ class QVariant;
 /// An Update() that runs into itself again, through declarations that read each other's properties,
 /// answers false and does nothing; the first time this happens to a declaration, one line on the
 /// debug stream names it. A declaration may be deleted from inside its own Update().
+///
+/// Updates that run inside each other, through declarations that read each other's properties, nest
+/// to a depth of 1,000. The one after that answers false, and takes place from the event loop.
 class DECLARATIONHANDLER_EXPORT DeclProperty : public Declaration, public IDataObserver
 {
     Q_OBJECT
@@ -49,6 +53,7 @@ public:
     /// which stands for no image. An empty path writes nothing, says so and is false.
     virtual bool SetPixmap(const QVariant& value);
 
+    /// The normal name given to the constructor.
     QString GetProperty() const;
 
     /// The data peer that the statement's variables were registered with; it stays the caller's and
@@ -56,27 +61,47 @@ public:
     void SetDataPeer(IDataPeer* dataPeer);
 
 Q_SIGNALS:
+    /// Carries a notification from the thread of OnNotify() to the declaration's own, by a queued
+    /// connection with OnNotifyDeclaration().
     void DoNotifyDeclaration(const VariableIdentifier&);
 
 public Q_SLOTS:
+    /// Update(true), whichever variable changed; while an Update() runs, again once that has ended.
     void OnNotifyDeclaration(const VariableIdentifier&);
+    /// Evaluates the tree, writes its value with SetProperty() or, for a file's name in "pixmap" or
+    /// "statusIcon", with SetPixmap(), and emits Updated(). Answers whether something was written:
+    /// false, with nothing done, without a tree or object and inside a running Update() of this
+    /// declaration. An invalid value is written only with \a updateToInvalid.
     bool Update(bool updateToInvalid) override;
+    /// Update(true).
     bool Update();
 
 private:
     Q_DISABLE_COPY(DeclProperty)
 
+    enum Kind
+    {
+        Plain,
+        Visible, ///< Written also when it has the value already.
+        Image    ///< Takes paths of image files.
+    };
+
+    void ConnectNotifications();
+    static Kind KindOf(const QString& property);
+    bool Evaluate(bool updateToInvalid);
     bool TakesImagePath(const QVariant& value) const;
-    QVariant CurrentValue() const;
     void RepostNotifications();
     void ReportCycle();
 
     QString m_property;
     IDataPeer* m_dataPeer;
-    bool m_written;
-    bool m_cycleReported;
-    int m_postponed;   ///< Notifications that arrived while an Update() was running.
+    PropertyAccess m_access;
     bool* m_destroyed; ///< Where a running Update() learns that this object is gone; else null.
+    int m_postponed;   ///< Notifications that arrived while an Update() was running.
+    // As bits: a form has thousands of these objects.
+    Kind m_kind : 2;
+    bool m_written : 1;
+    bool m_cycleReported : 1;
 };
 
 #endif

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QString>
 
+#include "Common/propertyaccess.h"
 #include "DeclarationHandler/expression.h"
 
 /// A property of an object, usually of another widget of the form. It notices no change by itself:
@@ -22,6 +23,7 @@ public:
     /// class does not declare it adds a dynamic property and is false.
     bool Store(const QVariant& value) override;
 
+    /// The name given to the constructor.
     virtual QString GetPropertyName() const;
     /// The object given to the constructor; null once it is destroyed.
     virtual QObject* GetTargetObject() const;
@@ -29,6 +31,7 @@ public:
 private:
     QPointer<QObject> m_object;
     QString m_propertyName;
+    PropertyAccess m_property;
 };
 
 #endif

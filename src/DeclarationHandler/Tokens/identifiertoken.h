@@ -8,8 +8,10 @@
 class DECLARATIONHANDLER_EXPORT IdentifierToken : public Token
 {
 public:
+    /// \a lexeme is the name.
     explicit IdentifierToken(const QString& lexeme);
 
+    /// Null for a text that does not start with a letter.
     static Token* Parse(const QString& text);
 };
 

@@ -7,6 +7,7 @@
 class DECLARATIONHANDLER_EXPORT NumberToken : public Token
 {
 public:
+    /// \a lexeme is the number as it was written, its sign included.
     explicit NumberToken(const QString& lexeme);
 
     /// A constant holding the number's text, not a number: converted to a double and written with six
@@ -14,6 +15,7 @@ public:
     IExpression* CreateExpression(IDataPeer* dataPeer, IDataObserver* dataObserver, QObject* widget, QObject* topWidget,
                                   const QString& defaultPackage, bool readOnly) const override;
 
+    /// Null also for a sign or a "." alone.
     static Token* Parse(const QString& text);
 };
 

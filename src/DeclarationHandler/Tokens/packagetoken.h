@@ -6,7 +6,7 @@
 
 #include "DeclarationHandler/Tokens/token.h"
 
-/// The prefix of a reference, «@Engine\Left:»: names separated by backslashes between "@" and ":".
+/// The prefix of a reference, «\@Engine\\Left:»: names separated by backslashes between "@" and ":".
 /// Alone it is no operand.
 class DECLARATIONHANDLER_EXPORT PackageToken : public Token
 {
@@ -16,6 +16,7 @@ public:
     PackageToken(const QString& lexeme, const QList<Token*>& identifiers);
     ~PackageToken() override;
 
+    /// Null also for a path without its ":", or with anything but names in it.
     static Token* Parse(const QString& text);
 
     /// The names of the path in the order written, without separators.

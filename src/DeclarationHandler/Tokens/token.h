@@ -16,10 +16,12 @@ class QObject;
 /// Every token class recognises its own text through a static Parse(), by one convention: it looks
 /// only at the start of the text given, which is the unread rest of the statement and does not begin
 /// with white space, and returns a new token that the caller owns and whose lexeme is the text
-/// consumed, or null when the start is not its own. Tokens keep no reference to that text.
+/// consumed, or null when the start is not its own. Tokens keep no reference to that text. Parse() may
+/// be called from any thread, and a token used in one thread at a time.
 class DECLARATIONHANDLER_EXPORT Token
 {
 public:
+    /// The kinds of tokens, each with its text.
     enum TOKEN_TYPE
     {
         TT_IDENTIFIER = 1,    ///< a name
@@ -53,6 +55,7 @@ public:
         TT_HASVALUE           ///< "HASVALUE"
     };
 
+    /// \a lexeme is the text that the token covers; its kind is not checked against it.
     Token(const QString& lexeme, TOKEN_TYPE type);
     virtual ~Token();
 
@@ -66,8 +69,9 @@ public:
     /// The text that the token covers, quotes included; never empty.
     QString GetLexeme() const;
     /// The length of that text in QChar units.
-    int GetLexemeLength() const;
-    TOKEN_TYPE GetTokenType() const;
+    int GetLexemeLength() const { return m_lexeme.length(); }
+    /// The kind given to the constructor.
+    TOKEN_TYPE GetTokenType() const { return m_tokenType; }
     /// Always 0: tokens do not know where in the statement they stand.
     int GetLexemeOffset() const;
     /// How tightly the token binds when it follows a complete operand, 0 when it ends the expression.
@@ -75,6 +79,7 @@ public:
     /// Whether the token is an operator between two operands.
     bool IsBinOp() const;
 
+    /// Recognises what ParseString() does, and else what ParseChar() does.
     static Token* Parse(const QString& text);
     /// Recognises operators of two characters, and keywords, which end where a letter or digit does not
     /// follow.

@@ -15,12 +15,14 @@ public:
     VariableToken(const QString& lexeme, Token* package, Token* identifier);
     ~VariableToken() override;
 
+    /// Null also for a prefix without a name behind it.
     static Token* Parse(const QString& text);
 
     /// The name, without the prefix.
     QString GetVariableName() const;
     /// The text between "@" and ":"; \a defaultPackage when there is no prefix.
     QString GetPackage(const QString& defaultPackage) const;
+    /// Whether the reference has a prefix.
     bool HasPackage() const;
 
     /// The object that a widget path starts from; null when the first element of \a path is none of
@@ -38,10 +40,13 @@ public:
                                   const QString& defaultPackage, bool readOnly) const override;
 
 private:
+    /// A name without a prefix.
+    explicit VariableToken(const QString& name);
+
     QStringList GetPath() const;
 
     Token* m_package;
-    Token* m_identifier;
+    Token* m_identifier; ///< This token itself when it is a name without a prefix.
 };
 
 #endif

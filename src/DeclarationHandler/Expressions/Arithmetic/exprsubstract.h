@@ -3,7 +3,9 @@
 
 #include "DeclarationHandler/binaryexpression.h"
 
-/// «left - right»: computed in doubles, as ComputeNumbers() does it. Cannot be written through.
+/// «left - right»: computed in doubles: one operand that converts to a number is
+/// enough, the other then counts as 0; where neither converts, both texts joined. Evaluates the left
+/// operand first. Cannot be written through.
 class DECLARATIONHANDLER_EXPORT ExprSubstract : public BinaryExpression
 {
 public:

@@ -3,7 +3,9 @@
 
 #include "DeclarationHandler/binaryexpression.h"
 
-/// «left > right»: the numbers compared, as CompareNumbers() does it. Cannot be written through.
+/// «left > right»: a truth value, the numbers compared: one operand that converts to a number
+/// is enough, the other then counts as 0; invalid where neither converts. Evaluates the left operand
+/// first. Cannot be written through.
 class DECLARATIONHANDLER_EXPORT ExprGreater : public BinaryExpression
 {
 public:

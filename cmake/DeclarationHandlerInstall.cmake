@@ -1,0 +1,73 @@
+# What is installed where, always relative to the prefix. The component Runtime holds the shared libraries,
+# Development what hosts are built with, and Tools the programs.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(DECLARATIONHANDLER_API_VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
+# A folder of their own, since Common/ and common/ are no names for a folder that all share.
+set(headers_folder ${CMAKE_INSTALL_INCLUDEDIR}/DeclarationHandler-${DECLARATIONHANDLER_API_VERSION})
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/DeclarationHandler)
+set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+set(qmake_folder ${CMAKE_INSTALL_DATADIR}/DeclarationHandler-${DECLARATIONHANDLER_API_VERSION})
+
+# Libraries and programs find the libraries wherever the whole is moved to.
+file(RELATIVE_PATH to_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
+set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${to_libraries}")
+
+# declarationhandler_install_headers(<target>): those that are not internal, in folders as in src/.
+function(declarationhandler_install_headers target)
+  get_target_property(sources ${target} SOURCES)
+  get_target_property(internal ${target} DECLARATIONHANDLER_INTERNAL_HEADERS)
+  list(FILTER sources INCLUDE REGEX "\\.h$")
+  list(REMOVE_ITEM sources ${internal})
+  foreach(header IN LISTS sources)
+    get_filename_component(folder ${header} DIRECTORY)
+    install(FILES ${PROJECT_SOURCE_DIR}/src/${header}
+      DESTINATION ${headers_folder}/${folder} COMPONENT Development)
+  endforeach()
+  target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${headers_folder}>)
+endfunction()
+
+# declarationhandler_configure(<template> <folder>): a file for hosts that build without CMake. It finds the
+# prefix from where it lies.
+function(declarationhandler_configure template folder)
+  get_filename_component(name ${template} NAME_WLE)
+  file(RELATIVE_PATH to_prefix "/${folder}" "/")
+  string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
+  set(qmake_qt "core")
+  set(pkgconfig_qt "Qt${DECLARATIONHANDLER_QT}Core")
+  if(NOT BUILD_SHARED_LIBS)
+    # What shared libraries bring along by themselves.
+    string(APPEND qmake_qt " gui widgets")
+    string(APPEND pkgconfig_qt " Qt5Gui Qt5Widgets")
+    set(static_libraries "-pthread")
+    set(static_defines "DATALAYER_STATIC DECLARATIONHANDLER_STATIC")
+    set(static_flags "-DDATALAYER_STATIC -DDECLARATIONHANDLER_STATIC")
+  endif()
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/${template} ${PROJECT_BINARY_DIR}/install/${name} @ONLY)
+  install(FILES ${PROJECT_BINARY_DIR}/install/${name} DESTINATION ${folder} COMPONENT Development)
+endfunction()
+
+# declarationhandler_install_libraries(): both libraries, and what finds them. Called once they are there.
+function(declarationhandler_install_libraries)
+  declarationhandler_install_headers(DataLayer)
+  declarationhandler_install_headers(DeclarationHandler)
+  install(TARGETS DataLayer DeclarationHandler EXPORT DeclarationHandlerTargets
+    RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
+    ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)
+  install(EXPORT DeclarationHandlerTargets NAMESPACE DeclarationHandler::
+    DESTINATION ${package_folder} COMPONENT Development)
+
+  configure_package_config_file(cmake/DeclarationHandlerConfig.cmake.in
+    ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfig.cmake INSTALL_DESTINATION ${package_folder})
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfigVersion.cmake
+    COMPATIBILITY SameMajorVersion)
+  install(FILES
+    ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfig.cmake
+    ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfigVersion.cmake
+    DESTINATION ${package_folder} COMPONENT Development)
+
+  declarationhandler_configure(DeclarationHandler.pc.in ${pkgconfig_folder})
+  declarationhandler_configure(declarationhandler.pri.in ${qmake_folder})
+endfunction()
