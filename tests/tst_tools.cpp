@@ -124,6 +124,9 @@ private Q_SLOTS:
         QTest::newRow("unknown class") << Form("~toolTip", "a", "Nothing") << none << 1 << ":1:34: warning: The class";
         QTest::newRow("classes that extend each other")
             << cycle << none << 0 << ":1:64: note: A#top, taken for a QWidget";
+        QTest::newRow("a layout that the loader refuses") << QByteArray(
+            "<ui><widget class='QToolBar'><widget class='QWidget'/><layout class='QVBoxLayout'/></widget></ui>")
+                                                          << none << 0 << "";
         QTest::newRow("deep statement") << Form("~text", bracket) << none << 1 << ":1:95: error: Expression is nested";
         QTest::newRow("deep form") << "<ui>" + QByteArray("<widget class='QWidget'>").repeated(10000) << none << 2
                                    << ":1:7229: The elements are nested";

@@ -2,6 +2,8 @@
 
 #include <QBuffer>
 #include <QCoreApplication>
+#include <QLayout>
+#include <QPointer>
 #include <QSet>
 #include <QUiLoader>
 #include <QWidget>
@@ -17,6 +19,30 @@ QSet<QString> ToSet(const QStringList& list)
 {
     return QSet<QString>(list.begin(), list.end());
 }
+
+/// Knows the layouts that it has made, since it forgets those that a widget cannot take.
+class Loader : public QUiLoader
+{
+public:
+    QLayout* createLayout(const QString& className, QObject* parent, const QString& name) override
+    {
+        QLayout* const layout = QUiLoader::createLayout(className, parent, name);
+        m_layouts.append(layout);
+        return layout;
+    }
+
+    /// Gives the layouts without a parent to the form.
+    void AdoptLayouts(QWidget* form)
+    {
+        for (const QPointer<QLayout>& layout : qAsConst(m_layouts)) {
+            if (layout && !layout->parent())
+                layout->setParent(form);
+        }
+    }
+
+private:
+    QVector<QPointer<QLayout>> m_layouts;
+};
 
 } // namespace
 
@@ -34,7 +60,7 @@ bool FormInstance::Create(const FormDocument& document, QString* error)
         if (object.kind == FormObject::ButtonGroup)
             m_groups.insert(object.name, i);
     }
-    QUiLoader loader;
+    Loader loader;
     ChooseClasses(loader);
     QByteArray skeleton = Skeleton();
     QBuffer buffer(&skeleton);
@@ -44,6 +70,7 @@ bool FormInstance::Create(const FormDocument& document, QString* error)
         *error = QString("The form cannot be built: %1").arg(loader.errorString());
         return false;
     }
+    loader.AdoptLayouts(m_top.data());
     // Nobody waits for what the widgets have posted, and with it their destruction would take for ever.
     QCoreApplication::removePostedEvents(nullptr);
     NameObjects();
