@@ -22,7 +22,8 @@
 
 namespace {
 
-const int DockWidth = 880;
+/// In letters.
+const int DockWidth = 125;
 const QSize MinimumSize(1200, 780);
 /// For bars and frames.
 const int Spare = 100;
@@ -69,7 +70,7 @@ void MainWindow::Reload()
 
 void MainWindow::FitToForm(const QSize& limit)
 {
-    const QSize wanted = m_stage->minimumSize() + QSize(DockWidth + Spare, Spare);
+    const QSize wanted = m_stage->minimumSize() + QSize(m_dockWidth + Spare, Spare);
     resize(wanted.expandedTo(MinimumSize).boundedTo(limit));
 }
 
@@ -144,7 +145,8 @@ void MainWindow::AddDock()
     dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
     dock->setWidget(splitter);
     addDockWidget(Qt::RightDockWidgetArea, dock);
-    resizeDocks({dock}, {DockWidth}, Qt::Horizontal);
+    m_dockWidth = DockWidth * fontMetrics().averageCharWidth();
+    resizeDocks({dock}, {m_dockWidth}, Qt::Horizontal);
 
     connect(m_declarationsPanel->View()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &MainWindow::Highlight);

@@ -55,6 +55,7 @@ private:
     WidgetHighlight* m_highlight;
     QLabel* m_banner;
     QComboBox* m_scopes;
+    int m_dockWidth;
     TablePanel* m_variablesPanel;
     TablePanel* m_declarationsPanel;
     TablePanel* m_messagesPanel;

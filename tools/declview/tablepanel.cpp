@@ -94,14 +94,12 @@ void TablePanel::SelectRows(const QVector<int>& rows)
 
 void TablePanel::FollowEnd()
 {
-    const auto atEnd = std::make_shared<bool>(true);
-    connect(m_model, &QAbstractItemModel::rowsAboutToBeInserted, this, [this, atEnd] {
-        const QScrollBar* const bar = m_view->verticalScrollBar();
-        *atEnd = bar->value() == bar->maximum();
-    });
-    connect(m_model, &QAbstractItemModel::rowsInserted, m_view, [this, atEnd] {
-        if (*atEnd)
-            m_view->scrollToBottom();
+    QScrollBar* const bar = m_view->verticalScrollBar();
+    const auto follows = std::make_shared<bool>(true);
+    connect(bar, &QScrollBar::valueChanged, this, [=](int value) { *follows = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [=](int, int maximum) {
+        if (*follows)
+            bar->setValue(maximum);
     });
 }
 

@@ -50,11 +50,21 @@ void Print(const QVector<BoundProperty>& properties, bool asJson)
         out << lines.join('\n') << '\n';
 }
 
+void PrintDiagnostics(const QVector<BoundProperty>& properties)
+{
+    QTextStream err(stderr);
+    for (const BoundProperty& property : properties) {
+        if (!property.diagnostic.isEmpty())
+            err << property.path << ':' << property.name << ": " << property.diagnostic << '\n';
+    }
+}
+
 } // namespace
 
 bool RunUnattended(const UnattendedTasks& tasks, const FormSession& session, MainWindow* window)
 {
     LetSettle();
+    PrintDiagnostics(session.Properties());
     if (tasks.print)
         Print(session.Properties(), tasks.asJson);
     if (tasks.picture.isEmpty() || window->grab().save(tasks.picture))

@@ -16,7 +16,7 @@ struct UnattendedTasks
     bool Any() const { return print || !picture.isEmpty(); }
 };
 
-/// Lets the form settle and does the tasks. What the parser has to say about statements goes to stderr.
+/// Lets the form settle and does the tasks. The last diagnostic of each property goes to stderr.
 /// False when the picture cannot be written.
 bool RunUnattended(const UnattendedTasks& tasks, const FormSession& session, MainWindow* window);
 
