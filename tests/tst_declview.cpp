@@ -187,7 +187,8 @@ private Q_SLOTS:
             QRect(title->mapTo(highlight->parentWidget(), QPoint(0, 0)), title->size())));
 
         // A page that is not in front comes to the front.
-        view->selectRow(3);
+        for (const char* const name : {"lower", "upper", "lower"})
+            view->setCurrentIndex(view->model()->match(view->model()->index(0, 0), Qt::DisplayRole, name).value(0));
         QVERIFY(viewer.Find<QWidget>("lower")->isVisible());
         QVERIFY(highlight->Shows());
     }

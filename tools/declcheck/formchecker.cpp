@@ -1,0 +1,417 @@
+#include "declcheck/formchecker.h"
+
+#include <QMap>
+#include <QMetaProperty>
+
+#include <algorithm>
+
+#include "DataLayer/variableidentifier.h"
+#include "common/source/PlatformIndependent/constantmapparser.h"
+#include "common/source/PlatformIndependent/propertyinfo.h"
+
+namespace {
+
+const int MaxQuoted = 200;
+const int MaxCycleSteps = 20;
+/// Of one statement; a generated or damaged one may be wrong in each of its words.
+const int MaxFindings = 100;
+
+/// The message, with its middle left out where a statement makes it longer than anyone reads.
+QString Shortened(const QString& message)
+{
+    if (message.size() <= MaxQuoted)
+        return message;
+    return message.left(MaxQuoted / 2) + "..." + message.right(MaxQuoted / 4);
+}
+
+QMetaProperty MetaProperty(QObject* object, const QString& name)
+{
+    const QMetaObject* const metaObject = object->metaObject();
+    return metaObject->property(metaObject->indexOfProperty(name.toUtf8()));
+}
+
+} // namespace
+
+FormChecker::FormChecker(const QString& fileName, const CheckOptions& options)
+    : m_fileName(fileName), m_options(options)
+{
+}
+
+bool FormChecker::Run(QString* error)
+{
+    if (!m_document.Read(m_fileName, error))
+        return false;
+    if (!m_form.Create(m_document, error)) {
+        *error = m_fileName + ": " + *error;
+        return false;
+    }
+    CollectDeclarations();
+    m_edges.resize(m_declarations.size());
+    for (int i = 0; i < m_declarations.size(); ++i)
+        CheckStatement(i);
+    m_reported = 0;
+    CheckCycles();
+    std::stable_sort(m_findings.begin(), m_findings.end(), [](const Finding& left, const Finding& right) {
+        return left.source.offset < right.source.offset;
+    });
+    return true;
+}
+
+QVector<VariableUse> FormChecker::Variables() const
+{
+    QMap<VariableIdentifier, VariableUse> uses;
+    for (const Declaration& declaration : m_declarations) {
+        const QVector<Reference> variables = declaration.diagnosis.Tokens().Variables();
+        for (const Reference& variable : variables) {
+            const QString package = variable.Package(m_options.package);
+            const VariableIdentifier identifier(variable.name, package);
+            if (uses.contains(identifier))
+                continue;
+            const Place place = m_document.SourcePlace(*declaration.property, variable.namePlace);
+            uses.insert(identifier, {package, variable.name, m_fileName, m_document.PositionOf(place.offset)});
+        }
+    }
+    return uses.values().toVector();
+}
+
+void FormChecker::CollectDeclarations()
+{
+    for (int i = 0; i < m_document.Objects().size(); ++i) {
+        CheckClass(i);
+        for (const FormProperty& property : m_document.Objects().at(i).properties)
+            Collect(i, property);
+    }
+}
+
+void FormChecker::Collect(int object, const FormProperty& property)
+{
+    const Target target(m_form.Object(object), PropertyInfo::ToNormal(property.name));
+    if (!PropertyInfo::IsOvexProperty(property.name) || property.name.startsWith("_q_")) {
+        m_set.insert(Target(target.first, property.name));
+        return;
+    }
+    if (!property.isText)
+        ReportName(Check::NotAText, QString("\"%1\" holds no text, so there is no statement").arg(property.name),
+                   object, property);
+    else if (!CollectEntry(object, property)) {
+        NoteDeclared(object, property, target);
+        if (!m_writers.contains(target))
+            m_writers.insert(target, m_declarations.size());
+        m_declarations.append({object, &property, target.second, Diagnosis(property.text)});
+    }
+}
+
+/// False for what is no entry of a constant map, and was not meant to be one.
+bool FormChecker::CollectEntry(int object, const FormProperty& property)
+{
+    QString map;
+    QString key;
+    if (ConstantMapParser::Parse(property.name, &map, &key)) {
+        m_maps.insert(Target(m_form.Object(object), map));
+        NoteDeclared(object, property, Target(m_form.Object(object), map + '[' + key + ']'));
+        return true;
+    }
+    if (!property.name.contains('[') && !property.name.contains(']'))
+        return false;
+    ReportName(
+        Check::ConstantMapEntry,
+        QString("\"%1\" is no entry of a constant map, as \"~map[key]\" or \"~map['a key']\" is").arg(property.name),
+        object, property);
+    return true;
+}
+
+void FormChecker::NoteDeclared(int object, const FormProperty& property, const Target& target)
+{
+    if (!target.first)
+        return;
+    const FormProperty* const earlier = m_declared.value(target);
+    if (!earlier) {
+        m_declared.insert(target, &property);
+        return;
+    }
+    ReportName(Check::DuplicateDeclaration,
+               QString("\"%1\" of %2 is declared already, as \"%3\" in line %4")
+                   .arg(target.second, Describe(target.first), earlier->name)
+                   .arg(m_document.PositionOf(earlier->namePlace.offset).line),
+               object, property);
+}
+
+void FormChecker::CheckClass(int object)
+{
+    const FormObject& formObject = m_document.Objects().at(object);
+    const QString replacement = m_form.ReplacedBy(object);
+    if (replacement.isEmpty() || !m_document.BaseClass(formObject.className).isEmpty())
+        return;
+    Finding finding;
+    finding.check = Check::UnknownClass;
+    finding.message
+        = QString("The class \"%1\" is not known; it is taken for a %2").arg(formObject.className, replacement);
+    finding.source = formObject.classPlace;
+    finding.object = formObject.className + '#' + formObject.name;
+    finding.excerpt = Excerpt(formObject.className, {0, formObject.className.size()});
+    Add(finding);
+}
+
+void FormChecker::CheckStatement(int number)
+{
+    m_reported = 0;
+    const Declaration& declaration = m_declarations.at(number);
+    CheckBoundProperty(declaration);
+    const QVector<StatementFinding> findings = StatementChecks(declaration.diagnosis, m_options).Run();
+    for (const StatementFinding& finding : findings)
+        Report(finding.check, finding.message, declaration, finding.place);
+
+    const int read = declaration.diagnosis.HasExpression() ? declaration.diagnosis.Tree().TokenCount() : 0;
+    const QVector<StatementToken>& tokens = declaration.diagnosis.Tokens().Tokens();
+    for (int i = 0; i < tokens.size(); ++i) {
+        if (tokens.at(i).type == Token::TT_VARIABLE && tokens.at(i).reference.IsProperty())
+            CheckReference(number, tokens.at(i), i < read);
+    }
+    if (PropertyInfo::IsMutable(declaration.property->name) && declaration.diagnosis.HasExpression())
+        CheckStore(declaration);
+}
+
+void FormChecker::CheckBoundProperty(const Declaration& declaration)
+{
+    QObject* const object = m_form.Object(declaration.object);
+    if (!object)
+        return;
+    const QMetaProperty property = MetaProperty(object, declaration.name);
+    if (property.isValid() && !property.isWritable())
+        ReportName(Check::ReadOnlyProperty,
+                   QString("\"%1\" of %2 cannot be written").arg(declaration.name, Describe(object)),
+                   declaration.object, *declaration.property);
+    const Target target(object, declaration.name);
+    if (!property.isValid() && !m_set.contains(target) && !m_maps.contains(target))
+        ReportMissingProperty(declaration, object, declaration.name, nullptr);
+}
+
+void FormChecker::CheckReference(int number, const StatementToken& token, bool isRead)
+{
+    const Declaration& declaration = m_declarations.at(number);
+    QObject* const object = Resolve(declaration, token.reference);
+    if (object)
+        CheckReadProperty(number, token.reference, object, isRead);
+}
+
+/// The object that the path leads to; null where that is not known.
+QObject* FormChecker::Resolve(const Declaration& declaration, const Reference& reference)
+{
+    QObject* object = StartOf(declaration, reference.path.first());
+    for (int i = 1; object && i < reference.path.size(); ++i) {
+        const QString& name = reference.path.at(i);
+        QObject* const child = m_form.Find(object, name);
+        if (child) {
+            CheckAmbiguity(declaration, object, name, reference.pathPlace.at(i));
+        } else {
+            const QString nearest = m_form.NearestBelow(object, name);
+            const QString hint = nearest.isEmpty() ? QString() : QString("; did you mean \"%1\"?").arg(nearest);
+            Report(Check::UnknownObject,
+                   QString("There is no object \"%1\" below %2%3").arg(name, Describe(object), hint), declaration,
+                   reference.pathPlace.at(i));
+        }
+        object = child;
+    }
+    return object;
+}
+
+QObject* FormChecker::StartOf(const Declaration& declaration, const QString& element) const
+{
+    QObject* const widget = m_form.Object(declaration.object);
+    if (element == "TopWidget")
+        return m_form.Top();
+    if (element == "Widget" || !widget)
+        return widget;
+    return widget->parent() ? widget->parent() : m_form.Top();
+}
+
+void FormChecker::CheckAmbiguity(const Declaration& declaration, QObject* parent, const QString& name,
+                                 const Place& place)
+{
+    const int count = m_form.Count(parent, name);
+    if (count > 1)
+        Report(Check::AmbiguousPath,
+               QString("%1 objects below %2 are called \"%3\"; the path leads to the first one found")
+                   .arg(count)
+                   .arg(Describe(parent), name),
+               declaration, place);
+}
+
+void FormChecker::CheckReadProperty(int number, const Reference& reference, QObject* object, bool isRead)
+{
+    const Declaration& declaration = m_declarations.at(number);
+    const Target target(object, reference.name);
+    if (m_writers.contains(target)) {
+        if (isRead)
+            m_edges[number].append({m_writers.value(target), &reference});
+    } else if (!HasProperty(object, reference.name)) {
+        ReportMissingProperty(declaration, object, reference.name, &reference.namePlace);
+    } else if (isRead && !m_maps.contains(target)) {
+        Report(Check::NeverTriggers,
+               QString("No declaration writes \"%1\" of %2, so a change of it is not noticed here")
+                   .arg(reference.name, Describe(object)),
+               declaration, reference.namePlace);
+    }
+}
+
+void FormChecker::CheckStore(const Declaration& declaration)
+{
+    const StoreTarget store = FindStoreTarget(declaration.diagnosis.Tree());
+    const StatementToken& token = declaration.diagnosis.Tokens().Tokens().at(store.token);
+    QString reason = store.reason;
+    if (reason.isEmpty() && token.reference.IsProperty() && token.reference.path.size() == 1) {
+        QObject* const object = StartOf(declaration, token.reference.path.first());
+        if (object && MetaProperty(object, token.reference.name).isValid()
+            && !MetaProperty(object, token.reference.name).isWritable())
+            reason = QString("\"%1\" cannot be written").arg(token.reference.name);
+    }
+    if (!reason.isEmpty())
+        Report(Check::StoresNowhere,
+               QString("A save of \"%1\" goes nowhere: %2").arg(declaration.property->name, reason), declaration,
+               token.place);
+}
+
+void FormChecker::CheckCycles()
+{
+    // Per declaration: -1 not reached yet, -2 done, else where on the present way it stands.
+    QVector<int> depths(m_declarations.size(), -1);
+    for (int i = 0; i < m_declarations.size(); ++i) {
+        if (depths.at(i) == -1)
+            FindCycles(i, &depths);
+    }
+}
+
+/// Walks along the references, depth first; one that leads back onto the way closes a cycle.
+void FormChecker::FindCycles(int start, QVector<int>* depths)
+{
+    QVector<Step> way{{start, -1}};
+    (*depths)[start] = 0;
+    while (!way.isEmpty()) {
+        Step& step = way.last();
+        const QVector<Edge>& edges = m_edges.at(step.declaration);
+        if (++step.edge >= edges.size()) {
+            (*depths)[step.declaration] = -2;
+            way.removeLast();
+            continue;
+        }
+        const int next = edges.at(step.edge).declaration;
+        if (depths->at(next) >= 0)
+            ReportCycle(way, depths->at(next));
+        if (depths->at(next) != -1)
+            continue;
+        (*depths)[next] = way.size();
+        way.append({next, -1});
+    }
+}
+
+/// Tells of the circle from the step \a first of the way to its end and back.
+void FormChecker::ReportCycle(const QVector<Step>& way, int first)
+{
+    QStringList path;
+    for (int i = first; i < way.size() && path.size() < MaxCycleSteps; ++i)
+        path.append(Describe(m_declarations.at(way.at(i).declaration)));
+    if (way.size() - first > MaxCycleSteps)
+        path.append("...");
+    path.append(path.first());
+    const Step& step = way.at(first);
+    const Reference& reference = *m_edges.at(step.declaration).at(step.edge).reference;
+    Report(Check::ReferenceCycle, "Statements read each other in a circle: " + path.join(" -> "),
+           m_declarations.at(step.declaration), reference.namePlace);
+}
+
+bool FormChecker::HasProperty(QObject* object, const QString& name) const
+{
+    const Target target(object, name);
+    return MetaProperty(object, name).isValid() || object->dynamicPropertyNames().contains(name.toUtf8())
+        || m_set.contains(target) || m_maps.contains(target);
+}
+
+QString FormChecker::PropertyHint(QObject* object, const QString& name) const
+{
+    QStringList names;
+    const QMetaObject* const metaObject = object->metaObject();
+    for (int i = 0; i < metaObject->propertyCount(); ++i)
+        names.append(metaObject->property(i).name());
+    const int number = m_form.Number(object);
+    for (const FormProperty& property :
+         number < 0 ? QVector<FormProperty>() : m_document.Objects().at(number).properties) {
+        if (!PropertyInfo::IsOvexProperty(property.name))
+            names.append(property.name);
+    }
+    return NearestName(names).Hint(name);
+}
+
+/// Of the bound property, or of one read in the statement at \a statementPlace.
+void FormChecker::ReportMissingProperty(const Declaration& declaration, QObject* object, const QString& name,
+                                        const Place* statementPlace)
+{
+    const int number = m_form.Number(object);
+    const QString replacement = number < 0 ? QString() : m_form.ReplacedBy(number);
+    const QString taken = replacement.isEmpty() ? QString() : QString(", taken for a %1,").arg(replacement);
+    const Check check = replacement.isEmpty() ? Check::UnknownProperty : Check::UnverifiedProperty;
+    const QString message
+        = QString("%1%2 has no property \"%3\"%4").arg(Describe(object), taken, name, PropertyHint(object, name));
+    if (statementPlace)
+        Report(check, message, declaration, *statementPlace);
+    else
+        ReportName(check, message, declaration.object, *declaration.property);
+}
+
+QString FormChecker::Describe(QObject* object) const
+{
+    const int number = m_form.Number(object);
+    const QString className
+        = number < 0 ? QString(object->metaObject()->className()) : m_document.Objects().at(number).className;
+    return className + '#' + object->objectName();
+}
+
+QString FormChecker::Describe(const Declaration& declaration) const
+{
+    const FormObject& object = m_document.Objects().at(declaration.object);
+    return QString("%1#%2:%3").arg(object.className, object.name, declaration.name);
+}
+
+void FormChecker::Report(Check check, const QString& message, const Declaration& declaration,
+                         const Place& statementPlace)
+{
+    if (m_reported >= MaxFindings)
+        return;
+    ++m_reported;
+    const FormObject& object = m_document.Objects().at(declaration.object);
+    Finding finding;
+    finding.check = check;
+    finding.message = message;
+    finding.source = m_document.SourcePlace(*declaration.property, statementPlace);
+    finding.object = object.className + '#' + object.name;
+    finding.property = declaration.property->name;
+    finding.statement = declaration.property->text;
+    finding.excerpt = Excerpt(finding.statement, statementPlace, finding.property + "  ");
+    Add(finding);
+}
+
+void FormChecker::ReportName(Check check, const QString& message, int object, const FormProperty& property)
+{
+    const FormObject& formObject = m_document.Objects().at(object);
+    Finding finding;
+    finding.check = check;
+    finding.message = message;
+    finding.source = property.namePlace;
+    finding.object = formObject.className + '#' + formObject.name;
+    finding.property = property.name;
+    finding.statement = property.text;
+    const QString start = property.name + "  " + property.text.section('\n', 0, 0);
+    finding.excerpt = Excerpt(start, {0, property.name.size()});
+    Add(finding);
+}
+
+void FormChecker::Add(Finding finding)
+{
+    if (!m_options.IsEnabled(finding.check))
+        return;
+    finding.severity = InfoOf(finding.check).severity;
+    finding.message = Shortened(finding.message);
+    finding.file = m_fileName;
+    finding.start = m_document.PositionOf(finding.source.offset);
+    finding.end = m_document.PositionOf(finding.source.End());
+    m_findings.append(finding);
+}

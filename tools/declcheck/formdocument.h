@@ -1,0 +1,89 @@
+#ifndef FORMDOCUMENT_H
+#define FORMDOCUMENT_H
+
+#include <QHash>
+#include <QString>
+#include <QVector>
+
+#include "common/statementtokens.h"
+
+class QXmlStreamReader;
+
+/// A dynamic or other property, as a form's author entered it.
+struct FormProperty
+{
+    QString name;
+    QString text;    ///< Of a property that holds a text.
+    bool isText;     ///< Whether it does.
+    Place namePlace; ///< In the source.
+    Place textPlace; ///< In the source, where entities make it longer.
+};
+
+/// An object of a form, as it stands in the file.
+struct FormObject
+{
+    enum Kind
+    {
+        Widget,
+        Layout,
+        Action,
+        ActionGroup,
+        ButtonGroup
+    };
+
+    Kind kind;
+    QString className;
+    Place classPlace; ///< In the source.
+    QString name;
+    int parent;          ///< Its number, or -1.
+    QString buttonGroup; ///< The name of the group that a button belongs to.
+    QVector<FormProperty> properties;
+};
+
+/// Where something stands in the source, both counted from 1.
+struct Position
+{
+    int line;
+    int column; ///< In characters.
+};
+
+/// The objects of a .ui file with the places of their properties. Reads any input without harm.
+class FormDocument
+{
+public:
+    /// False, with the reason, when the file cannot be read or is no form. What it includes is not looked at.
+    bool Read(const QString& fileName, QString* error);
+    bool Parse(const QByteArray& content, const QString& fileName, QString* error);
+
+    /// Parents before their children, else in the order of the file.
+    const QVector<FormObject>& Objects() const { return m_objects; }
+    /// The class that a custom widget extends; empty for classes that the form does not know.
+    QString BaseClass(const QString& customClass) const { return m_baseClasses.value(customClass); }
+
+    Position PositionOf(int sourceOffset) const;
+    /// The place in the source of a piece of the property's text.
+    Place SourcePlace(const FormProperty& property, const Place& place) const;
+
+private:
+    void SetSource(const QByteArray& content);
+    void ReadElements(QXmlStreamReader* reader);
+    void ReadStart(QXmlStreamReader* reader);
+    void AddObject(const QXmlStreamReader& reader, FormObject::Kind kind);
+    void ReadProperty(QXmlStreamReader* reader);
+    void ReadAttribute(QXmlStreamReader* reader);
+    void ReadCustomWidget(QXmlStreamReader* reader);
+    Place AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;
+    int EnclosingObject() const;
+
+    QString m_source;
+    QVector<int> m_lineStarts;
+    QVector<int> m_lowSurrogates; ///< Second halves of characters, which count for no column.
+    QVector<FormObject> m_objects;
+    QVector<int> m_open; ///< The object of each element that is open; -1 for elements that are none.
+    QHash<QString, QString> m_baseClasses;
+
+    mutable const FormProperty* m_mapped = nullptr; ///< The property that the map is of.
+    mutable QVector<int> m_map;                     ///< Where in the source each character of the text stands.
+};
+
+#endif

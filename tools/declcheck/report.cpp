@@ -1,0 +1,127 @@
+#include "declcheck/report.h"
+
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QUrl>
+
+namespace {
+
+QString Where(const QString& file, const Position& position)
+{
+    return QString("%1:%2:%3: ").arg(file).arg(position.line).arg(position.column);
+}
+
+QJsonObject Message(const QString& text)
+{
+    return {{"text", text}};
+}
+
+QString Uri(const QString& file)
+{
+    if (QFileInfo(file).isAbsolute())
+        return QUrl::fromLocalFile(file).toString(QUrl::FullyEncoded);
+    return QString::fromLatin1(QUrl::toPercentEncoding(file, "/"));
+}
+
+QJsonObject Rule(const CheckInfo& check)
+{
+    // The format's names for the severities are ours.
+    return {{"id", check.name},
+            {"shortDescription", Message(check.description)},
+            {"defaultConfiguration", QJsonObject{{"level", SeverityName(check.severity)}}}};
+}
+
+QJsonObject Location(const Finding& finding)
+{
+    const QJsonObject region{{"startLine", finding.start.line},
+                             {"startColumn", finding.start.column},
+                             {"endLine", finding.end.line},
+                             {"endColumn", finding.end.column}};
+    const QJsonObject place{{"artifactLocation", QJsonObject{{"uri", Uri(finding.file)}}}, {"region", region}};
+    return {{"physicalLocation", place}};
+}
+
+QJsonObject Result(const Finding& finding)
+{
+    return {{"ruleId", InfoOf(finding.check).name},
+            {"ruleIndex", int(finding.check)},
+            {"level", SeverityName(finding.severity)},
+            {"message", Message(finding.message)},
+            {"locations", QJsonArray{Location(finding)}}};
+}
+
+} // namespace
+
+QByteArray Report::ToText(const QVector<Finding>& findings)
+{
+    QString text;
+    for (const Finding& finding : findings) {
+        text += Where(finding.file, finding.start) + SeverityName(finding.severity) + ": " + finding.message + " ["
+            + InfoOf(finding.check).name + "]\n" + finding.excerpt;
+    }
+    return text.toUtf8();
+}
+
+QByteArray Report::ToJson(const QVector<Finding>& findings)
+{
+    QJsonArray list;
+    for (const Finding& finding : findings) {
+        list.append(QJsonObject{{"file", finding.file},
+                                {"line", finding.start.line},
+                                {"column", finding.start.column},
+                                {"endLine", finding.end.line},
+                                {"endColumn", finding.end.column},
+                                {"severity", SeverityName(finding.severity)},
+                                {"message", finding.message},
+                                {"check", InfoOf(finding.check).name},
+                                {"object", finding.object},
+                                {"property", finding.property},
+                                {"statement", finding.statement}});
+    }
+    return QJsonDocument(list).toJson();
+}
+
+QByteArray Report::ToSarif(const QVector<Finding>& findings, bool succeeded)
+{
+    QJsonArray rules;
+    for (const CheckInfo& check : AllChecks())
+        rules.append(Rule(check));
+    QJsonArray results;
+    for (const Finding& finding : findings)
+        results.append(Result(finding));
+
+    const QJsonObject driver{{"name", "declcheck"}, {"version", DECLARATIONHANDLER_VERSION}, {"rules", rules}};
+    const QJsonObject run{{"tool", QJsonObject{{"driver", driver}}},
+                          {"columnKind", "unicodeCodePoints"},
+                          {"invocations", QJsonArray{QJsonObject{{"executionSuccessful", succeeded}}}},
+                          {"results", results}};
+    return QJsonDocument(QJsonObject{{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
+                                     {"version", "2.1.0"},
+                                     {"runs", QJsonArray{run}}})
+        .toJson();
+}
+
+QByteArray Report::ToText(const QVector<VariableUse>& variables)
+{
+    QString text;
+    for (const VariableUse& variable : variables) {
+        const QString prefix = variable.package.isEmpty() ? QString() : variable.package + ':';
+        text += Where(variable.file, variable.position) + prefix + variable.name + '\n';
+    }
+    return text.toUtf8();
+}
+
+QByteArray Report::ToJson(const QVector<VariableUse>& variables)
+{
+    QJsonArray list;
+    for (const VariableUse& variable : variables) {
+        list.append(QJsonObject{{"package", variable.package},
+                                {"name", variable.name},
+                                {"file", variable.file},
+                                {"line", variable.position.line},
+                                {"column", variable.position.column}});
+    }
+    return QJsonDocument(list).toJson();
+}
