@@ -176,7 +176,7 @@ private Q_SLOTS:
     void ControlClickSelectsDeclarations()
     {
         const Viewer viewer(Settings);
-        auto* const view = viewer.window->findChild<QTableView*>("declarations");
+        const auto* const view = viewer.window->findChild<QTableView*>("declarations");
         const auto* const highlight = viewer.window->findChild<WidgetHighlight*>();
         QTest::mouseClick(viewer.Find<QLabel>("title"), Qt::LeftButton);
         QVERIFY(!view->selectionModel()->hasSelection());
@@ -188,7 +188,9 @@ private Q_SLOTS:
 
         // A page that is not in front comes to the front.
         for (const char* const name : {"lower", "upper", "lower"})
-            view->setCurrentIndex(view->model()->match(view->model()->index(0, 0), Qt::DisplayRole, name).value(0));
+            view->selectionModel()->select(
+                view->model()->match(view->model()->index(0, 0), Qt::DisplayRole, name).value(0),
+                QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
         QVERIFY(viewer.Find<QWidget>("lower")->isVisible());
         QVERIFY(highlight->Shows());
     }

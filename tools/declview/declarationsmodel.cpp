@@ -2,9 +2,10 @@
 
 #include <QBrush>
 
-#include <algorithm>
+#include <utility>
 
 #include "declview/formsession.h"
+#include "declview/rowranges.h"
 #include "declview/tablecolors.h"
 
 namespace {
@@ -88,17 +89,10 @@ void DeclarationsModel::MarkChanged(int row)
         m_timer.start();
 }
 
-/// Neighbouring rows together.
 void DeclarationsModel::Announce()
 {
-    QVector<int> rows;
-    rows.swap(m_changed);
-    std::sort(rows.begin(), rows.end());
-    for (int first = 0, last = 0; first < rows.size(); first = last) {
-        for (++last; last < rows.size() && rows.at(last) <= rows.at(last - 1) + 1;)
-            ++last;
-        Q_EMIT dataChanged(index(rows.at(first), Value), index(rows.at(last - 1), Diagnostic));
-    }
+    ForEachRange(std::exchange(m_changed, {}),
+                 [this](int first, int last) { Q_EMIT dataChanged(index(first, Value), index(last, Diagnostic)); });
 }
 
 QVariant DeclarationsModel::Cell(const BoundProperty& property, int column) const

@@ -11,6 +11,7 @@
 namespace {
 
 const int CannotRun = 2;
+const QSize LargestPicture(4000, 3000);
 
 struct Options
 {
@@ -66,8 +67,7 @@ int Run(const Options& options)
     if (!session.Load(&error))
         return Fail(error);
     const bool unattended = options.tasks.Any();
-    window.FitToForm(unattended ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX)
-                                : QApplication::primaryScreen()->availableSize());
+    window.FitToForm(unattended ? LargestPicture : QApplication::primaryScreen()->availableSize());
     window.show();
     if (unattended)
         return RunUnattended(options.tasks, session, &window) ? 0 : CannotRun;

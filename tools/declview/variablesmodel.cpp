@@ -6,6 +6,7 @@
 
 #include "common/jsondata.h"
 #include "declview/boundproperty.h"
+#include "declview/rowranges.h"
 #include "declview/tablecolors.h"
 #include "declview/variablestore.h"
 
@@ -119,8 +120,8 @@ bool VariablesModel::setData(const QModelIndex& index, const QVariant& value, in
 
 void VariablesModel::Announce(const QVector<int>& positions)
 {
-    for (const int row : positions)
-        Q_EMIT dataChanged(index(row, Type), index(row, Value));
+    ForEachRange(positions,
+                 [this](int first, int last) { Q_EMIT dataChanged(index(first, Type), index(last, Value)); });
 }
 
 QString VariablesModel::Text(int row, int column) const
