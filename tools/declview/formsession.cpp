@@ -71,9 +71,12 @@ bool FormSession::Load(QString* error)
     QString reason;
     QWidget* const form = loader.Load(text, &reason);
     if (!form) {
+        // The form that stays may still load its pictures.
+        m_resources.Load(m_text, folder);
         *error = QString("%1: %2").arg(m_files.form, reason);
         return false;
     }
+    m_text = text;
     m_variables.Load(data);
     Replace(form);
     return true;

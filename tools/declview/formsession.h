@@ -81,6 +81,7 @@ private:
     VariableStore m_variables;
     FormResources m_resources;
     QPointer<QWidget> m_form;
+    QByteArray m_text; ///< What the form was made of.
     DeclarationHandler m_handler;
     QVector<BoundProperty> m_properties;
     std::vector<std::unique_ptr<PropertyProbe>> m_probes;
