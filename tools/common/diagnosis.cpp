@@ -88,14 +88,14 @@ Diagnosis::Diagnosis(const QString& statement) : m_tokens(statement), m_tree(m_t
     const QVector<StatementTree::Report>& reports = m_tree.Reports();
     for (int i = 0; i < texts.size(); ++i) {
         if (texts.size() != reports.size()) {
-            m_messages.append({texts.at(i), QString(), Place{0, statement.size()}});
+            m_messages.append({texts.at(i), QString(), Place{0, statement.size()}, true});
             continue;
         }
         const Place place = reports.at(i).place;
         QString text = texts.at(i);
         text.replace('"' + parsed.mid(place.offset, place.length) + '"',
                      '"' + statement.mid(place.offset, place.length) + '"');
-        m_messages.append({text, reports.at(i).detail, place});
+        m_messages.append({text, reports.at(i).detail, place, reports.at(i).isError});
     }
 }
 

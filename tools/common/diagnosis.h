@@ -16,6 +16,7 @@ public:
         QString text;
         QString detail; ///< What the parser's message leaves open, or empty.
         Place place;
+        bool isError;
 
         QString Whole() const { return detail.isEmpty() ? text : text + ' ' + detail; }
     };

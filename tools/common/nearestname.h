@@ -18,13 +18,14 @@ public:
     QString Hint(const QString& name) const;
 
     /// How many letters must be inserted, deleted, replaced or swapped with their neighbour; \a limit + 1
-    /// when it is more than \a limit. Upper and lower case count as the same.
+    /// when it is more than \a limit.
     static int Distance(const QString& left, const QString& right, int limit);
 
 private:
     struct Candidate
     {
         QString name;
+        QString folded;  ///< Without upper case.
         quint64 letters; ///< A bit for each letter that occurs, which rules out most names at once.
     };
 

@@ -15,6 +15,8 @@ struct Place
     int End() const { return offset + length; }
 };
 
+Q_DECLARE_TYPEINFO(Place, Q_PRIMITIVE_TYPE);
+
 /// What a reference names: a data variable, or with a widget path an object's property.
 struct Reference
 {
@@ -40,6 +42,8 @@ struct StatementToken
     bool isBinary;       ///< As Token::IsBinOp().
     int precedence;      ///< As Token::GetPrecedence().
 };
+
+Q_DECLARE_TYPEINFO(StatementToken, Q_MOVABLE_TYPE);
 
 /// The tokens of a statement as the library's parser sees them, with the places that its tokens do not know.
 class StatementTokens

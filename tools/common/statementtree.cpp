@@ -10,17 +10,14 @@ StatementTree::StatementTree(const StatementTokens& statement)
     : m_tokens(statement.Tokens()), m_end{m_tokens.isEmpty() ? 0 : m_tokens.last().place.End(), 0}
 {
     if (statement.Unread().length > 0)
-        m_reports.append({statement.Unread(), QString()});
+        m_reports.append({statement.Unread(), QString(), true});
     int position = 0;
     m_root = CreateExpression(&position, 0);
     m_consumed = position;
-    if (m_root < 0) {
-        const QString detail = m_failure < 0 ? QString("The statement is empty.")
-                                             : QString(m_failureDetail).arg(m_tokens.at(m_failure).lexeme);
-        m_reports.append({PlaceOf(qMax(0, m_failure)), detail});
-    }
+    if (m_root < 0)
+        m_reports.append({PlaceOf(qMax(0, m_failure)), FailureDetail(), true});
     if (HasTokens(position, 1))
-        m_reports.append({PlaceOf(position), QString()});
+        m_reports.append({PlaceOf(position), QString(), false});
 }
 
 int StatementTree::CreateExpression(int* position, int minPrecedence)
@@ -161,7 +158,7 @@ bool StatementTree::ExpectClosing(int position, Token::TOKEN_TYPE type)
 {
     if (HasTokens(position, 1) && IsAt(position, type))
         return true;
-    m_reports.append({PlaceOf(position), QString()});
+    m_reports.append({PlaceOf(position), QString(), true});
     return false;
 }
 
@@ -169,6 +166,15 @@ int StatementTree::Add(Kind kind, int token, int left, int right)
 {
     m_nodes.append({kind, token, left, right});
     return m_nodes.size() - 1;
+}
+
+/// Nothing where an earlier report has told the reason.
+QString StatementTree::FailureDetail() const
+{
+    if (!m_reports.isEmpty())
+        return QString();
+    return m_failure < 0 ? QString("The statement is empty.")
+                         : QString(m_failureDetail).arg(m_tokens.at(m_failure).lexeme);
 }
 
 Place StatementTree::PlaceOf(int token) const

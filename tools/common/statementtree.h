@@ -31,6 +31,7 @@ public:
     {
         Place place;
         QString detail; ///< What the parser's message leaves open, or empty.
+        bool isError;   ///< Tokens that are left over are a warning.
     };
 
     explicit StatementTree(const StatementTokens& statement);
@@ -63,6 +64,7 @@ private:
     bool IsAt(int position, Token::TOKEN_TYPE type) const { return m_tokens.at(position).type == type; }
     bool ExpectClosing(int position, Token::TOKEN_TYPE type);
     int Add(Kind kind, int token, int left, int right = -1);
+    QString FailureDetail() const;
     Place PlaceOf(int token) const;
     void Fail(int position, const char* detail);
 

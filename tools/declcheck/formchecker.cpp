@@ -49,6 +49,7 @@ bool FormChecker::Run(QString* error)
     m_edges.resize(m_declarations.size());
     for (int i = 0; i < m_declarations.size(); ++i)
         CheckStatement(i);
+    CheckBoundProperties();
     m_reported = 0;
     CheckCycles();
     std::stable_sort(m_findings.begin(), m_findings.end(), [](const Finding& left, const Finding& right) {
@@ -156,7 +157,6 @@ void FormChecker::CheckStatement(int number)
 {
     m_reported = 0;
     const Declaration& declaration = m_declarations.at(number);
-    CheckBoundProperty(declaration);
     const QVector<StatementFinding> findings = StatementChecks(declaration.diagnosis, m_options).Run();
     for (const StatementFinding& finding : findings)
         Report(finding.check, finding.message, declaration, finding.place);
@@ -171,7 +171,20 @@ void FormChecker::CheckStatement(int number)
         CheckStore(declaration);
 }
 
-void FormChecker::CheckBoundProperty(const Declaration& declaration)
+void FormChecker::CheckBoundProperties()
+{
+    QVector<bool> isRead(m_declarations.size());
+    for (int i = 0; i < m_edges.size(); ++i) {
+        for (const Edge& edge : m_edges.at(i))
+            isRead[edge.declaration] = isRead.at(edge.declaration) || edge.declaration != i;
+    }
+    for (int i = 0; i < m_declarations.size(); ++i)
+        CheckBoundProperty(m_declarations.at(i), isRead.at(i));
+}
+
+/// A property that the object does not have yet is made by its declaration. That is a mistake, unless
+/// another statement reads it.
+void FormChecker::CheckBoundProperty(const Declaration& declaration, bool isRead)
 {
     QObject* const object = m_form.Object(declaration.object);
     if (!object)
@@ -182,7 +195,7 @@ void FormChecker::CheckBoundProperty(const Declaration& declaration)
                    QString("\"%1\" of %2 cannot be written").arg(declaration.name, Describe(object)),
                    declaration.object, *declaration.property);
     const Target target(object, declaration.name);
-    if (!property.isValid() && !m_set.contains(target) && !m_maps.contains(target))
+    if (!property.isValid() && !isRead && !m_set.contains(target) && !m_maps.contains(target))
         ReportMissingProperty(declaration, object, declaration.name, nullptr);
 }
 

@@ -62,7 +62,8 @@ private:
     void NoteDeclared(int object, const FormProperty& property, const Target& target);
     void CheckClass(int object);
     void CheckStatement(int number);
-    void CheckBoundProperty(const Declaration& declaration);
+    void CheckBoundProperties();
+    void CheckBoundProperty(const Declaration& declaration, bool isRead);
     void CheckReference(int number, const StatementToken& token, bool isRead);
     QObject* Resolve(const Declaration& declaration, const Reference& reference);
     QObject* StartOf(const Declaration& declaration, const QString& element) const;

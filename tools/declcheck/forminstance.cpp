@@ -1,6 +1,7 @@
 #include "declcheck/forminstance.h"
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QSet>
 #include <QUiLoader>
 #include <QWidget>
@@ -43,6 +44,8 @@ bool FormInstance::Create(const FormDocument& document, QString* error)
         *error = QString("The form cannot be built: %1").arg(loader.errorString());
         return false;
     }
+    // Nobody waits for what the widgets have posted, and with it their destruction would take for ever.
+    QCoreApplication::removePostedEvents(nullptr);
     NameObjects();
     IndexObjects();
     return true;

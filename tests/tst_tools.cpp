@@ -1,0 +1,269 @@
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <random>
+
+#include "common/diagnosis.h"
+#include "common/jsondata.h"
+#include "common/nearestname.h"
+
+namespace {
+
+struct Run
+{
+    int exitCode;
+    QString output;
+    QString errors;
+};
+
+Run RunTool(const QString& program, const QStringList& arguments, const QByteArray& input = QByteArray())
+{
+    QProcess process;
+    process.setWorkingDirectory(FORMS);
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    process.waitForFinished(-1);
+    return {process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1,
+            QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
+}
+
+QString Written(const QTemporaryDir& folder, const QByteArray& content)
+{
+    QFile file(folder.filePath("form.ui"));
+    const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+    return written ? file.fileName() : QString();
+}
+
+/// A form that is one widget with one property.
+QByteArray Form(const QByteArray& name, const QByteArray& statement, const QByteArray& className = "QLabel")
+{
+    return "<ui version=\"4.0\"><widget class=\"" + className + "\" name=\"top\"><property name=\"" + name
+        + "\" stdset=\"0\"><string>" + statement + "</string></property></widget></ui>";
+}
+
+} // namespace
+
+class tst_Tools : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    /// The faults of the form, as the lines that declcheck must write for them, stand in a file beside it.
+    void PlantedFaults()
+    {
+        const Run run = RunTool(DECLCHECK, {"faults.ui", "--data", "faults.json"});
+        QCOMPARE(run.errors, QString());
+        QCOMPARE(run.exitCode, 1);
+        QFile expected(FORMS "/faults.txt");
+        QVERIFY(expected.open(QIODevice::ReadOnly));
+        const QStringList wanted = QString::fromUtf8(expected.readAll()).split('\n');
+        const QStringList found = run.output.split('\n');
+        for (int i = 0; i < qMin(wanted.size(), found.size()); ++i)
+            QCOMPARE(found.at(i), wanted.at(i));
+        QCOMPARE(found.size(), wanted.size());
+    }
+
+    void MachineFormats()
+    {
+        const Run json = RunTool(DECLCHECK, {"faults.ui", "--data", "faults.json", "--format", "json", "--werror"});
+        const QJsonArray findings = QJsonDocument::fromJson(json.output.toUtf8()).array();
+        const QJsonObject first = findings.first().toObject();
+        QCOMPARE(first.value("column").toInt(), 65);
+        QCOMPARE(first.value("endColumn").toInt(), 68);
+        QCOMPARE(first.value("severity").toString(), QString("error"));
+        QCOMPARE(first.value("object").toString(), QString("QWidget#Faults"));
+
+        const Run sarif = RunTool(DECLCHECK, {"faults.ui", "--data", "faults.json", "--format", "sarif"});
+        const QJsonObject log
+            = QJsonDocument::fromJson(sarif.output.toUtf8()).object().value("runs").toArray()[0].toObject();
+        const QJsonArray rules = log["tool"].toObject()["driver"].toObject()["rules"].toArray();
+        const QJsonArray results = log["results"].toArray();
+        QCOMPARE(results.size(), findings.size());
+        for (const QJsonValue& result : results)
+            QCOMPARE(rules[result["ruleIndex"].toInt()]["id"], result["ruleId"]);
+        QCOMPARE(results[0]["locations"][0]["physicalLocation"]["region"]["startColumn"].toInt(), 65);
+    }
+
+    void Forms_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output"); ///< What both streams start with behind the name of the form.
+
+        const QByteArray bracket(100000, '(');
+        QByteArray cycle = Form("~reading", "a", "A");
+        cycle.replace("</ui>",
+                      "<customwidgets><customwidget><class>A</class><extends>B</extends></customwidget>"
+                      "<customwidget><class>B</class><extends>A</extends></customwidget></customwidgets></ui>");
+        const QByteArray carriageReturns = Form("~text", "a +\r\n\r\n b&#10; <![CDATA['&lt;' c]]>");
+        QByteArray latin = "<?xml version='1.0' encoding='ISO-8859-1'?>" + Form("~text", "'\xfc' b");
+        const QStringList none;
+
+        QTest::newRow("clean") << Form("~text", "a") << none << 0 << "";
+        QTest::newRow("a note alone") << Form("~text", "@Widget:toolTip") << none << 0 << ":1:103: note: ";
+        QTest::newRow("disabled") << Form("~text", "a b") << QStringList{"--disable", "left-over"} << 0 << "";
+        QTest::newRow("a warning") << Form("~text", "a b") << none << 1 << ":1:97: warning: Did not expect";
+        QTest::newRow("werror") << Form("~text", "a b") << QStringList{"--werror"} << 1 << ":1:97: error: Did not";
+        QTest::newRow("the trap disabled, the parser speaks")
+            << Form("~text", "a -1") << QStringList{"--disable", "minus-sign"} << 1 << ":1:97: warning: Did not expect";
+        QTest::newRow("variables") << Form("~text", "@P:a + b + @P:a") << QStringList{"--list-variables"} << 0
+                                   << ":1:102: b\n";
+        QTest::newRow("package") << Form("~text", "b") << QStringList{"--list-variables", "--package", "Q"} << 0
+                                 << ":1:95: Q:b\n";
+        QTest::newRow("empty statement") << Form("~text", "") << none << 1 << ":1:95: error: Unknown parsing error";
+        QTest::newRow("line breaks and sections") << carriageReturns << none << 1 << ":3:18: warning: Did not expect";
+        QTest::newRow("other encoding") << latin << none << 1 << ":1:142: warning: Did not expect token: \"b\"";
+        QTest::newRow("no display") << Form("~text", "a", "QMainWindow") << none << 1
+                                    << ":1:74: error: QMainWindow#top has no";
+        QTest::newRow("unknown class") << Form("~toolTip", "a", "Nothing") << none << 1 << ":1:34: warning: The class";
+        QTest::newRow("classes that extend each other")
+            << cycle << none << 0 << ":1:64: note: A#top, taken for a QWidget";
+        QTest::newRow("deep statement") << Form("~text", bracket) << none << 1 << ":1:95: error: Expression is nested";
+        QTest::newRow("deep form") << "<ui>" + QByteArray("<widget class='QWidget'>").repeated(10000) << none << 2
+                                   << ":1:7229: The elements are nested";
+        QTest::newRow("empty") << QByteArray() << none << 2 << ":1:1: Premature end of document.";
+        QTest::newRow("cut off") << Form("~text", "a").chopped(20) << none << 2 << ":1:";
+        QTest::newRow("garbage") << QByteArray("\0\xff\xfe<\x01>&", 7) << none << 2 << ":1:";
+        QTest::newRow("no form") << QByteArray("<html/>") << none << 2 << ":1:8: No form";
+        QTest::newRow("unknown check") << Form("~text", "a") << QStringList{"--disable", "minus"} << 2 << "";
+        QTest::newRow("no data") << Form("~text", "a") << QStringList{"--data", "nowhere.json"} << 2 << "";
+        QTest::newRow("unknown format") << Form("~text", "a") << QStringList{"--format", "xml"} << 2 << "";
+    }
+
+    void Forms()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QStringList, options);
+        QFETCH(QString, output);
+        const QTemporaryDir folder;
+        const QString form = Written(folder, content);
+        const Run run = RunTool(DECLCHECK, QStringList{form} + options);
+        QTEST(run.exitCode, "exitCode");
+        if (!output.isEmpty())
+            QCOMPARE((run.output + run.errors).left(form.size() + output.size()), form + output);
+        else
+            QCOMPARE(run.output, QString());
+    }
+
+    /// The places follow the parser's grammar on their own; they must fit its messages for any text.
+    void PlacesOfMessages()
+    {
+        const QStringList pieces{
+            "a",   "@TopWidget\\b:c", "'t'",  "1", "-1", "(", ")", "[", "]", ".", "+", "-", "*", "=", "<", "AND", "OR",
+            "NOT", "HASVALUE",        "TRUE", ";"};
+        std::mt19937 random(1);
+        int messages = 0;
+        for (int round = 0; round < 20000; ++round) {
+            QString statement;
+            for (int length = int(random() % 12); length >= 0; --length)
+                statement += pieces.at(int(random() % uint(pieces.size()))) + ' ';
+            const Diagnosis diagnosis(statement);
+            QVERIFY2(diagnosis.HasExpression() == (diagnosis.Tree().Root() >= 0), qPrintable(statement));
+            QVERIFY2(diagnosis.Messages().size() == diagnosis.Tree().Reports().size(), qPrintable(statement));
+            for (const Diagnosis::Message& message : diagnosis.Messages()) {
+                ++messages;
+                const QString quoted = statement.mid(message.place.offset, message.place.length);
+                QVERIFY2(message.text.contains('"' + quoted + '"') || message.text.startsWith("Missing")
+                             || message.text.startsWith("Unknown"),
+                         qPrintable(statement + ": " + message.text + " at " + quoted));
+            }
+        }
+        QVERIFY(messages > 20000);
+    }
+
+    void Evaluations_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QByteArray>("input");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output");
+        QTest::addColumn<QString>("errors");
+
+        const QByteArray none;
+        const QStringList set{"--data", "faults.json", "--set", "Engine:rpm=950.5", "--set", "big=3000000000"};
+        const auto with = [&](const QStringList& more) { return set + more; };
+        QTest::newRow("value") << with({"@Engine:rpm + big"}) << none << 0 << "3000000950.5  double\n"
+                               << "";
+        QTest::newRow("list") << with({"engine .'steps'"}) << none << 0 << "[1,10]  QVariantList\n"
+                              << "";
+        QTest::newRow("package") << with({"--package", "Engine", "HASVALUE rpm"}) << none << 0 << "true  bool\n"
+                                 << "";
+        QTest::newRow("lines") << set << QByteArray("title\n\nnothing\n1 / 0") << 0
+                               << "\"Pump 3\"  QString\n(invalid)\ninf  double\n"
+                               << "";
+        QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"
+                                 << "warning: Did not expect token: \"title\".\n    big title\n        ^~~~~\n";
+        QTest::newRow("error")
+            << with({"1 - * 2"}) << none << 1 << "(invalid)\n"
+            << "error: Unknown parsing error; the expression is not created. An operand is wanted in "
+               "place of \"*\".\n    1 - * 2\n        ^\n"
+               "warning: Did not expect token: \"-\".\n    1 - * 2\n      ^\n";
+        QTest::newRow("an error in one line")
+            << set << QByteArray("title\n+\n") << 1 << "\"Pump 3\"  QString\n(invalid)\n"
+            << "*";
+        QTest::newRow("widget path") << with({"@Widget:x"}) << none << 1 << "(invalid)\n"
+                                     << "*";
+        QTest::newRow("at run time") << with({"engine[0] + title[0]"}) << none << 0 << "(invalid)\n"
+                                     << "*";
+        QTest::newRow("tokens")
+            << with({"--tokens", "--", "-1 .'x'"}) << none << 0
+            << "   0  number           -1\n   3  selector         .\n   4  text             'x'\n(invalid)\n"
+            << "";
+        QTest::newRow("json")
+            << with({"--json", "title title"}) << none << 0
+            << "{\"messages\":[{\"length\":5,\"message\":\"Did not expect token: \\\"title\\\".\","
+               "\"offset\":6,\"severity\":\"warning\"}],\"parses\":true,\"statement\":\"title title\","
+               "\"type\":\"QString\",\"value\":\"Pump 3\"}\n"
+            << "";
+        QTest::newRow("no JSON") << QStringList{"--set", "a=b"} << none << 2 << ""
+                                 << "*";
+    }
+
+    void Evaluations()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QByteArray, input);
+        QFETCH(QString, errors);
+        const Run run = RunTool(DECLEVAL, arguments, input);
+        QTEST(run.output, "output");
+        QTEST(run.exitCode, "exitCode");
+        if (errors == "*")
+            QVERIFY(!run.errors.isEmpty());
+        else
+            QCOMPARE(run.errors, errors);
+    }
+
+    void DataKeepTheirOrder()
+    {
+        const QByteArray text = "{\n    \"Z\": {\n        \"b\": 1,\n        \"a\": [1,2.5,{\"x\":\"}\\\"\"}],\n"
+                                "        \"\": null\n    },\n    \"A\": {\n        \"q\": 3000000000\n    }\n}\n";
+        JsonData data;
+        QString error;
+        QVERIFY2(data.Parse(text, "f", &error), qPrintable(error));
+        QCOMPARE(data.ToJson(), text);
+        QCOMPARE(data.Find("Z", "b")->value, QVariant(1));
+        QVERIFY(!data.Parse("{\n \"Z\": {\"b\": 1 2}}", "f", &error));
+        QCOMPARE(error, QString("f:2:16: unterminated object"));
+        QCOMPARE(data.ToJson(), text);
+    }
+
+    void NearestNames()
+    {
+        const NearestName names({"windowTitle", "text", "textColor", "value"});
+        const QStringList wrong{"windowtitle", "tetx", "vlaue", "valu", "textColour", "te", "value", "other"};
+        QStringList found;
+        for (const QString& name : wrong)
+            found << names.Find(name);
+        QCOMPARE(found, (QStringList{"windowTitle", "text", "value", "value", "textColor", "", "", ""}));
+    }
+};
+
+QTEST_GUILESS_MAIN(tst_Tools)
+
+#include "tst_tools.moc"
