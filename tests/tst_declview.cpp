@@ -126,8 +126,10 @@ private Q_SLOTS:
         QCOMPARE(viewer.Value("limits"), QString("[50,20]"));
         auto* const scopes = viewer.window->findChild<QComboBox*>();
         scopes->setCurrentIndex(scopes->findText("second"));
+        QSignalSpy changes(viewer.Table("variables"), &QAbstractItemModel::dataChanged);
         viewer.Trigger("Save");
-        QTRY_COMPARE(viewer.Value("limits"), QString("[50,10]"));
+        QTRY_COMPARE(changes.size(), 1);
+        QCOMPARE(viewer.Value("limits"), QString("[50,10]"));
 
         // The page that was not saved has its old value by now, as in any host.
         viewer.Find<QSpinBox>("upper")->setValue(60);
@@ -162,6 +164,13 @@ private Q_SLOTS:
         viewer.Write("data.json", R"({ "Main": { "limits": [1, 2], "name": "y", "more": true } })");
         QTRY_COMPARE(viewer.Value("name"), QString("\"y\""));
         QCOMPARE(viewer.Value("limits"), QString("[50,20]"));
+
+        // Now without putting a new file there.
+        QFile file(viewer.dir.filePath("data.json"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(R"({ "Main": { "name": "z" } })") > 0);
+        file.close();
+        QTRY_COMPARE(viewer.Value("name"), QString("\"z\""));
+        QCOMPARE(viewer.Value("more"), QString("no such row"));
 
         const auto* const banner = viewer.window->findChild<QLabel*>("banner");
         QVERIFY(!banner->isVisible());
