@@ -28,24 +28,42 @@ bool HoldsText(const MarkedProperty& property)
 
 } // namespace
 
+QVector<MarkedProperty> CollectMarkedProperties(QWidget* form)
+{
+    QVector<MarkedProperty> properties;
+    CollectMarked(form, &properties);
+    return properties;
+}
+
+BindingKind BindProperty(DeclarationHandler& handler, QWidget* form, const MarkedProperty& property,
+                         const QString& defaultPackage)
+{
+    const bool readOnly = PropertyInfo::IsReadOnly(property.name);
+    if (!HoldsText(property))
+        return BindingKind::Refused;
+    if (handler.AddConstMapDeclaration(property.object, property.name, property.text))
+        return BindingKind::Constant;
+    if (handler.AddDeclaration(form, property.object, property.name, property.text, defaultPackage, readOnly, true))
+        return BindingKind::Declaration;
+    return BindingKind::Refused;
+}
+
 FormBinding BindForm(DeclarationHandler& handler, QWidget* form, const QString& defaultPackage)
 {
     // The walk ends before the first property is touched: binding adds properties and hides widgets.
-    QVector<MarkedProperty> properties;
-    CollectMarked(form, &properties);
-
+    const QVector<MarkedProperty> properties = CollectMarkedProperties(form);
     FormBinding binding;
-    for (const MarkedProperty& property : qAsConst(properties)) {
-        const bool readOnly = PropertyInfo::IsReadOnly(property.name);
-        if (!HoldsText(property))
-            binding.refused.append(property);
-        else if (handler.AddConstMapDeclaration(property.object, property.name, property.text))
-            binding.constants.append(property);
-        else if (handler.AddDeclaration(form, property.object, property.name, property.text, defaultPackage, readOnly,
-                                        true))
+    for (const MarkedProperty& property : properties) {
+        switch (BindProperty(handler, form, property, defaultPackage)) {
+        case BindingKind::Declaration:
             binding.declarations.append(property);
-        else
+            break;
+        case BindingKind::Constant:
+            binding.constants.append(property);
+            break;
+        case BindingKind::Refused:
             binding.refused.append(property);
+        }
     }
     return binding;
 }

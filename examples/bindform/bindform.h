@@ -43,4 +43,18 @@ struct FormBinding
 /// parse; the Interpreter does.
 FormBinding BindForm(DeclarationHandler& handler, QWidget* form, const QString& defaultPackage);
 
+/// What became of one marked property.
+enum class BindingKind
+{
+    Declaration, ///< Bound to its statement.
+    Constant,    ///< Entered into a constant map.
+    Refused      ///< Left alone: no text, or not taken by the handler.
+};
+
+/// The two steps of BindForm(), for callers with something to do in between. All properties are
+/// collected before the first is bound.
+QVector<MarkedProperty> CollectMarkedProperties(QWidget* form);
+BindingKind BindProperty(DeclarationHandler& handler, QWidget* form, const MarkedProperty& property,
+                         const QString& defaultPackage);
+
 #endif

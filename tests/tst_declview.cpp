@@ -1,0 +1,277 @@
+// The window of declview, driven as its user would.
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QProcess>
+#include <QSpinBox>
+#include <QTableView>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <thread>
+
+#include "common/jsondata.h"
+#include "declview/formsession.h"
+#include "declview/mainwindow.h"
+#include "declview/widgethighlight.h"
+#include "support/messagecatcher.h"
+
+namespace {
+
+QString Property(const QString& name, const QString& statement)
+{
+    return QString("<property name=\"%1\" stdset=\"0\"><string notr=\"true\">%2</string></property>")
+        .arg(name, statement.toHtmlEscaped());
+}
+
+QString Widget(const QString& className, const QString& name, const QString& content)
+{
+    return QString("<widget class=\"%1\" name=\"%2\">%3</widget>").arg(className, name, content);
+}
+
+QByteArray Form(const QString& content)
+{
+    return QString("<ui version=\"4.0\"><class>Form</class>%1</ui>").arg(Widget("QWidget", "Form", content)).toUtf8();
+}
+
+/// Two pages, a label that reads, and spin boxes that write back.
+const QByteArray Settings
+    = Form(Widget("QLabel", "title", Property("~text", "'Limit ' + limits[0]") + Property("~toolTip", "@Other:missing"))
+           + Widget("QTabWidget", "pages",
+                    Widget("QWidget", "first", Widget("QSpinBox", "upper", Property("_value", "limits[0]")))
+                        + Widget("QWidget", "second", Widget("QSpinBox", "lower", Property("_value", "limits[1]")))));
+const QByteArray Data = "{ \"Main\": { \"limits\": [30, 20], \"name\": \"x\" } }";
+
+/// A window for a form in a folder of its own.
+struct Viewer
+{
+    explicit Viewer(const QByteArray& form)
+    {
+        Write("form.ui", form);
+        Write("data.json", Data);
+        session.reset(new FormSession({dir.filePath("form.ui"), dir.filePath("data.json"), "Main"}));
+        window.reset(new MainWindow(session.data()));
+        window->Reload();
+        window->FitToForm(QSize(2000, 1000));
+        window->show();
+    }
+
+    /// As editors do: the file is put in the place of the old one.
+    void Write(const QString& name, const QByteArray& contents) const
+    {
+        QSaveFile file(dir.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(contents) == contents.size() && file.commit());
+    }
+
+    template<typename Type>
+    Type* Find(const QString& name) const
+    {
+        return session->Form()->findChild<Type*>(name);
+    }
+
+    QAbstractItemModel* Table(const QString& name) const { return window->findChild<QTableView*>(name)->model(); }
+
+    /// What stands in a column of the row in which another column has that text.
+    QString Cell(const QString& table, int keyColumn, const QString& key, int column) const
+    {
+        const QModelIndexList found = Table(table)->match(Table(table)->index(0, keyColumn), Qt::DisplayRole, key);
+        return found.isEmpty() ? "no such row" : found.first().siblingAtColumn(column).data().toString();
+    }
+
+    QString Value(const QString& variable) const { return Cell("variables", VariablesModel::Name, variable, 3); }
+
+    void Edit(const QString& variable, const QString& json) const
+    {
+        QAbstractItemModel* const model = Table("variables");
+        const QModelIndex found
+            = model->match(model->index(0, VariablesModel::Name), Qt::DisplayRole, variable).value(0);
+        model->setData(found.siblingAtColumn(VariablesModel::Value), json);
+    }
+
+    void Trigger(const QString& action) const
+    {
+        const QList<QAction*> actions = window->findChildren<QAction*>();
+        for (QAction* const candidate : actions) {
+            if (candidate->text() == action)
+                candidate->trigger();
+        }
+    }
+
+    QTemporaryDir dir;
+    QScopedPointer<FormSession> session; ///< Outlives the window.
+    QScopedPointer<MainWindow> window;
+};
+
+} // namespace
+
+class TestDeclView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void FormAndVariablesFollowEachOther()
+    {
+        const Viewer viewer(Settings);
+        viewer.Edit("limits", "[50, 20]");
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
+        QCOMPARE(viewer.Cell("declarations", DeclarationsModel::Widget, "title", DeclarationsModel::Evaluations),
+                 QString("2"));
+        viewer.Edit("limits", "[50,");
+        QCOMPARE(viewer.Value("limits"), QString("[50,20]"));
+
+        viewer.Find<QSpinBox>("upper")->setValue(60);
+        viewer.Find<QSpinBox>("lower")->setValue(10);
+        QCOMPARE(viewer.Value("limits"), QString("[50,20]"));
+        auto* const scopes = viewer.window->findChild<QComboBox*>();
+        scopes->setCurrentIndex(scopes->findText("second"));
+        QSignalSpy changes(viewer.Table("variables"), &QAbstractItemModel::dataChanged);
+        viewer.Trigger("Save");
+        QTRY_COMPARE(changes.size(), 1);
+        QCOMPARE(viewer.Value("limits"), QString("[50,10]"));
+
+        // The page that was not saved has its old value by now, as in any host.
+        viewer.Find<QSpinBox>("upper")->setValue(60);
+        scopes->setCurrentIndex(0);
+        viewer.Trigger("Save");
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 60"));
+
+        viewer.Trigger("Save data");
+        JsonData data;
+        QString error;
+        QVERIFY(data.Read(viewer.dir.filePath("data.json"), &error));
+        QCOMPARE(data.Find("Main", "limits")->value, QVariant(QVariantList{60, 10}));
+        QCOMPARE(data.Variables().size(), 2);
+    }
+
+    void MissingVariablesAreListed()
+    {
+        const Viewer viewer(Settings);
+        QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Package), QString("Other"));
+        QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Type), QString("missing"));
+        viewer.Edit("missing", "no JSON");
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->toolTip(), QString("no JSON"));
+        QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Type), QString("text"));
+    }
+
+    void ReloadKeepsEditedVariables()
+    {
+        const Viewer viewer(Settings);
+        viewer.Edit("limits", "[50,20]");
+        viewer.Write("form.ui", QByteArray(Settings).replace("Limit", "Up to"));
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Up to 50"));
+        viewer.Write("data.json", R"({ "Main": { "limits": [1, 2], "name": "y", "more": true } })");
+        QTRY_COMPARE(viewer.Value("name"), QString("\"y\""));
+        QCOMPARE(viewer.Value("limits"), QString("[50,20]"));
+
+        // Now without putting a new file there.
+        QFile file(viewer.dir.filePath("data.json"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(R"({ "Main": { "name": "z" } })") > 0);
+        file.close();
+        QTRY_COMPARE(viewer.Value("name"), QString("\"z\""));
+        QCOMPARE(viewer.Value("more"), QString("no such row"));
+
+        const auto* const banner = viewer.window->findChild<QLabel*>("banner");
+        QVERIFY(!banner->isVisible());
+        viewer.Write("form.ui", "<ui><widget");
+        QTRY_VERIFY(banner->isVisible());
+        QCOMPARE(viewer.Find<QLabel>("title")->text(), QString("Up to 50"));
+        viewer.Write("form.ui", Settings);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
+        QVERIFY(!banner->isVisible());
+    }
+
+    void ControlClickSelectsDeclarations()
+    {
+        const Viewer viewer(Settings);
+        const auto* const view = viewer.window->findChild<QTableView*>("declarations");
+        const auto* const highlight = viewer.window->findChild<WidgetHighlight*>();
+        QTest::mouseClick(viewer.Find<QLabel>("title"), Qt::LeftButton);
+        QVERIFY(!view->selectionModel()->hasSelection());
+        QTest::mouseClick(viewer.Find<QLabel>("title"), Qt::LeftButton, Qt::ControlModifier);
+        QCOMPARE(view->selectionModel()->selectedRows().size(), 2);
+        const auto* const title = viewer.Find<QLabel>("title");
+        QVERIFY(highlight->geometry().contains(
+            QRect(title->mapTo(highlight->parentWidget(), QPoint(0, 0)), title->size())));
+
+        // A page that is not in front comes to the front.
+        for (const char* const name : {"lower", "upper", "lower"})
+            view->selectionModel()->select(
+                view->model()->match(view->model()->index(0, 0), Qt::DisplayRole, name).value(0),
+                QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QVERIFY(viewer.Find<QWidget>("lower")->isVisible());
+        QVERIFY(highlight->Shows());
+    }
+
+    void MessagesNameTheirDeclaration()
+    {
+        MessageCatcher before;
+        const Viewer viewer(Form(Widget("QLabel", "one", Property("~text", "limits[9]"))
+                                 + Widget("QLabel", "two", Property("~text", "limits[0] limits"))));
+        std::thread([] { qWarning("from elsewhere"); }).join();
+        const auto declaration = [&](const QString& text) { return viewer.Cell("messages", 2, text, 1); };
+        QTRY_COMPARE(declaration("from elsewhere"), QString());
+        QCOMPARE(declaration("RetrieveFromList : Index out of bounds! Index: 9"), QString("one:text"));
+        QCOMPARE(declaration("Did not expect token: \"limits\"."), QString("two:text"));
+        QVERIFY(before.Take().contains("from elsewhere"));
+
+        viewer.Edit("limits", "[1]");
+        QTRY_COMPARE(viewer.Find<QLabel>("two")->text(), QString("1"));
+        viewer.session->Log().Flush();
+        QCOMPARE(viewer.Table("messages")
+                     ->match(viewer.Table("messages")->index(0, 1), Qt::DisplayRole, "one:text", -1)
+                     .size(),
+                 2);
+    }
+
+    void TwoThousandDeclarations()
+    {
+        QString labels;
+        for (int i = 0; i < 2000; ++i)
+            labels += Widget("QLabel", QString("label%1").arg(i), Property("~text", QString("name + ' %1'").arg(i)));
+        const Viewer viewer(Form(labels));
+        QSignalSpy resets(viewer.Table("declarations"), &QAbstractItemModel::modelReset);
+        QSignalSpy changes(viewer.Table("declarations"), &QAbstractItemModel::dataChanged);
+        viewer.Edit("name", "\"new\"");
+        QTRY_COMPARE(viewer.Cell("declarations", DeclarationsModel::Widget, "label1999", DeclarationsModel::Value),
+                     QString("\"new 1999\""));
+        QTRY_VERIFY(!changes.isEmpty());
+        QCOMPARE(resets.size(), 0);
+        QVERIFY(changes.size() < 100);
+    }
+
+    void RunsWithoutAPerson_data()
+    {
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("output");
+        QTest::newRow("text") << QStringList{"--print"} << 0 << QByteArray("TopWidget\\title\ttext\t\"Limit 30\"\n");
+        QTest::newRow("JSON") << QStringList{"--json", "--set", "limits=[7]"} << 0
+                              << QByteArray(R"({"property":"text","value":"Limit 7","widget":"TopWidget\\title"})");
+        QTest::newRow("picture") << QStringList{"--screenshot", "picture.png"} << 0 << QByteArray();
+        QTest::newRow("no JSON") << QStringList{"--print", "--set", "limits=x"} << 2 << QByteArray();
+        QTest::newRow("no data") << QStringList{"--print", "--data", "form.ui"} << 2 << QByteArray();
+        QTest::newRow("no such form") << QStringList{"--print", "other.ui"} << 2 << QByteArray();
+        QTest::newRow("picture nowhere") << QStringList{"--screenshot", "no/folder.png"} << 2 << QByteArray();
+    }
+
+    void RunsWithoutAPerson()
+    {
+        QFETCH(QStringList, options);
+        const Viewer viewer(Settings);
+        QProcess program;
+        program.setWorkingDirectory(viewer.dir.path());
+        program.start(DECLVIEW, QStringList{"form.ui", "--data", "data.json", "--package", "Main"} + options);
+        QVERIFY(program.waitForFinished());
+        QTEST(program.exitCode(), "status");
+        QFETCH(QByteArray, output);
+        QVERIFY2(program.readAllStandardOutput().contains(output), program.readAllStandardError());
+        if (options.contains("picture.png"))
+            QVERIFY(QImage(viewer.dir.filePath("picture.png")).width() > 800);
+    }
+};
+
+QTEST_MAIN(TestDeclView)
+
+#include "tst_declview.moc"

@@ -1,0 +1,29 @@
+#ifndef BOUNDPROPERTY_H
+#define BOUNDPROPERTY_H
+
+#include <QPointer>
+#include <QString>
+#include <QVariant>
+
+/// A property of the form that is bound to a statement, and what is known about it.
+struct BoundProperty
+{
+    QPointer<QObject> object;
+    QString name; ///< Without its marker.
+    QString statement;
+    QString path;       ///< Of the object, as a statement would write it; names are not always unique.
+    bool writable;      ///< Whether a save writes it back.
+    int evaluations;    ///< -1 where they cannot be counted.
+    QString diagnostic; ///< The last one: of the parser, or written during an evaluation.
+
+    /// Invalid once the object is gone.
+    QVariant Value() const;
+};
+
+/// The names of the object and of what it lies in, up to the form: «TopWidget\panel\ok».
+QString WidgetPath(const QObject* object, const QObject* form);
+
+/// A value in one line. What JSON knows is written as JSON, the rest as a text that tells what it is.
+QString ValueToText(const QVariant& value);
+
+#endif

@@ -1,0 +1,125 @@
+#include "declview/declarationsmodel.h"
+
+#include <QBrush>
+
+#include <utility>
+
+#include "declview/formsession.h"
+#include "declview/rowranges.h"
+#include "declview/tablecolors.h"
+
+namespace {
+
+const int AnnounceInterval = 100;
+
+} // namespace
+
+DeclarationsModel::DeclarationsModel(FormSession* session) : m_session(session)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(AnnounceInterval);
+    connect(&m_timer, &QTimer::timeout, this, &DeclarationsModel::Announce);
+    connect(session, &FormSession::PropertyChanged, this, &DeclarationsModel::MarkChanged);
+    connect(session, &FormSession::FormAboutToBeReplaced, this, &DeclarationsModel::beginResetModel);
+    connect(session, &FormSession::FormReplaced, this, [this] {
+        m_changed.clear();
+        endResetModel();
+    });
+}
+
+QObject* DeclarationsModel::Object(int row) const
+{
+    return m_session->Properties().at(row).object;
+}
+
+QVector<int> DeclarationsModel::RowsOf(const QObject* object) const
+{
+    QVector<int> rows;
+    for (; object && rows.isEmpty(); object = object->parent()) {
+        for (int row = 0; row < rowCount(); ++row) {
+            if (Object(row) == object)
+                rows.append(row);
+        }
+    }
+    return rows;
+}
+
+int DeclarationsModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : m_session->Properties().size();
+}
+
+int DeclarationsModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QVariant DeclarationsModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    static const QStringList titles{"Widget", "Property", "Statement", "Value", "Count", "Last diagnostic"};
+    if (orientation != Qt::Horizontal)
+        return QVariant();
+    if (role == Qt::ToolTipRole && section == Evaluations)
+        return "How often the statement has been evaluated";
+    return role == Qt::DisplayRole ? titles.value(section) : QVariant();
+}
+
+QVariant DeclarationsModel::data(const QModelIndex& index, int role) const
+{
+    const BoundProperty& property = m_session->Properties().at(index.row());
+    switch (role) {
+    case Qt::DisplayRole:
+        return Cell(property, index.column());
+    case Qt::ToolTipRole:
+        return ToolTip(property, index.column());
+    case Qt::TextAlignmentRole:
+        return int(index.column() == Evaluations ? Qt::AlignRight | Qt::AlignVCenter
+                                                 : Qt::AlignLeft | Qt::AlignVCenter);
+    case Qt::ForegroundRole:
+        return index.column() == Diagnostic ? QBrush(TableColors::Error) : QVariant();
+    default:
+        return QVariant();
+    }
+}
+
+void DeclarationsModel::MarkChanged(int row)
+{
+    m_changed.append(row);
+    if (!m_timer.isActive())
+        m_timer.start();
+}
+
+void DeclarationsModel::Announce()
+{
+    ForEachRange(std::exchange(m_changed, {}),
+                 [this](int first, int last) { Q_EMIT dataChanged(index(first, Value), index(last, Diagnostic)); });
+}
+
+QVariant DeclarationsModel::Cell(const BoundProperty& property, int column) const
+{
+    switch (column) {
+    case Widget:
+        return property.path.section('\\', -1);
+    case Property:
+        return (property.writable ? '_' : '~') + property.name;
+    case Statement:
+        return property.statement.simplified();
+    case Value:
+        return ValueToText(property.Value());
+    case Evaluations:
+        return property.evaluations < 0 ? QVariant() : property.evaluations;
+    default:
+        return property.diagnostic;
+    }
+}
+
+QString DeclarationsModel::ToolTip(const BoundProperty& property, int column) const
+{
+    if (column == Widget)
+        return property.path;
+    if (column == Statement)
+        return property.statement;
+    if (column == Evaluations && property.evaluations < 0)
+        return "Not counted: the property is declared twice, or a statement cannot name it.";
+    return Cell(property, column).toString();
+}

@@ -1,0 +1,51 @@
+#ifndef DECLARATIONSMODEL_H
+#define DECLARATIONSMODEL_H
+
+#include <QAbstractTableModel>
+#include <QTimer>
+#include <QVector>
+
+class FormSession;
+struct BoundProperty;
+
+/// The declarations of the form as a table, a row for each in the order bound. Values are read when they
+/// are drawn; changes are announced a few times a second, all of that time at once.
+class DeclarationsModel : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Column
+    {
+        Widget,
+        Property,
+        Statement,
+        Value,
+        Evaluations,
+        Diagnostic,
+        ColumnCount
+    };
+
+    explicit DeclarationsModel(FormSession* session);
+
+    QObject* Object(int row) const;
+    /// The rows of the nearest object, from that one outwards, that has declarations.
+    QVector<int> RowsOf(const QObject* object) const;
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+private:
+    void MarkChanged(int row);
+    void Announce();
+    QVariant Cell(const BoundProperty& property, int column) const;
+    QString ToolTip(const BoundProperty& property, int column) const;
+
+    FormSession* const m_session;
+    QVector<int> m_changed; ///< May hold a row twice.
+    QTimer m_timer;
+};
+
+#endif

@@ -1,0 +1,96 @@
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QScreen>
+#include <QTextStream>
+
+#include "common/jsondata.h"
+#include "declview/formsession.h"
+#include "declview/mainwindow.h"
+#include "declview/unattendedrun.h"
+
+namespace {
+
+const int CannotRun = 2;
+const QSize LargestPicture(4000, 3000);
+
+struct Options
+{
+    SessionFiles files;
+    UnattendedTasks tasks;
+    JsonData assignments;
+};
+
+int Fail(const QString& reason)
+{
+    QTextStream(stderr) << "declview: " << reason << '\n';
+    return CannotRun;
+}
+
+/// Works without an application, since what is asked for decides on the platform. An empty text, or what
+/// is wrong.
+QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Options* options)
+{
+    const QCommandLineOption data("data", "Variables by package and name.", "DATA.json");
+    const QCommandLineOption package("package", "Package of variables that the form names without one.", "NAME");
+    const QCommandLineOption set("set", "Give a variable a value; may be repeated.", "[PACKAGE:]NAME=JSON");
+    const QCommandLineOption screenshot("screenshot", "Save a picture of the window and exit.", "FILE");
+    const QCommandLineOption print("print", "Print what the bound properties hold and exit.");
+    const QCommandLineOption json("json", "Print it as JSON.");
+    parser->setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
+    parser->addHelpOption();
+    parser->addOptions({data, package, set, screenshot, print, json});
+    parser->addPositionalArgument("FORM.ui", "The form.");
+
+    if (!parser->parse(arguments))
+        return parser->errorText();
+    if (parser->isSet("help"))
+        return QString();
+    if (parser->positionalArguments().size() != 1)
+        return "one form is wanted (see --help)";
+    options->files = {parser->positionalArguments().first(), parser->value(data), parser->value(package)};
+    options->tasks = {parser->value(screenshot), parser->isSet(print) || parser->isSet(json), parser->isSet(json)};
+    const QStringList assignments = parser->values(set);
+    QString error;
+    for (const QString& assignment : assignments) {
+        if (!options->assignments.Assign(assignment, options->files.defaultPackage, &error))
+            return error;
+    }
+    return QString();
+}
+
+int Run(const Options& options)
+{
+    FormSession session(options.files);
+    session.Variables().Set(options.assignments);
+    MainWindow window(&session);
+    QString error;
+    if (!session.Load(&error))
+        return Fail(error);
+    const bool unattended = options.tasks.Any();
+    window.FitToForm(unattended ? LargestPicture : QApplication::primaryScreen()->availableSize());
+    window.show();
+    if (unattended)
+        return RunUnattended(options.tasks, session, &window) ? 0 : CannotRun;
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QStringList arguments;
+    for (int i = 0; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    QCommandLineParser parser;
+    Options options;
+    const QString problem = ReadOptions(&parser, arguments, &options);
+    if (!problem.isEmpty())
+        return Fail(problem);
+    if (options.tasks.Any() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication application(argc, argv);
+    if (parser.isSet("help"))
+        parser.showHelp();
+    return Run(options);
+}

@@ -1,0 +1,255 @@
+#include "declview/mainwindow.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QMouseEvent>
+#include <QScrollArea>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include <utility>
+
+#include "declview/formstage.h"
+#include "declview/tablepanel.h"
+#include "declview/widgethighlight.h"
+
+namespace {
+
+/// In letters.
+const int DockWidth = 125;
+const QSize MinimumSize(1200, 780);
+/// For bars and frames.
+const int Spare = 100;
+const int NoteDuration = 8000;
+const Qt::KeyboardModifier SelectModifier = Qt::ControlModifier;
+
+} // namespace
+
+MainWindow::MainWindow(FormSession* session)
+    : m_session(session), m_variables(&session->Variables()), m_declarations(session), m_messages(session)
+{
+    AddToolBar();
+    AddStage();
+    AddDock();
+    statusBar()->showMessage("Ctrl and a click on a widget selects its declarations.");
+
+    connect(session, &FormSession::FormReplaced, this, &MainWindow::OnFormReplaced);
+    connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
+    connect(&m_watcher, &FileWatcher::Changed, this, &MainWindow::Reload);
+    m_watcher.Add(session->Files().form);
+    if (!session->Files().data.isEmpty())
+        m_watcher.Add(session->Files().data);
+    qApp->installEventFilter(this);
+}
+
+MainWindow::~MainWindow()
+{
+    // The form is the session's.
+    if (m_session->Form())
+        m_session->Form()->setParent(nullptr);
+}
+
+void MainWindow::Reload()
+{
+    m_watcher.Accept();
+    QString error;
+    if (!m_session->Load(&error)) {
+        ShowProblem("The form stays as it was. " + error);
+        return;
+    }
+    m_banner->hide();
+    Tell("Loaded " + QFileInfo(m_session->Files().form).fileName());
+}
+
+void MainWindow::FitToForm(const QSize& limit)
+{
+    const QSize wanted = m_stage->minimumSize() + QSize(m_dockWidth + Spare, Spare);
+    resize(wanted.expandedTo(MinimumSize).boundedTo(limit));
+}
+
+void MainWindow::AddToolBar()
+{
+    auto* const toolBar = addToolBar("Actions");
+    toolBar->setMovable(false);
+    toolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+
+    m_scopes = new QComboBox;
+    m_scopes->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    m_scopes->setToolTip("What \"Save\" writes back into the variables");
+    QAction* const save
+        = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogApplyButton), "Save", this, &MainWindow::SaveForm);
+    save->setToolTip("Writes the widgets' values back into the variables");
+    toolBar->addWidget(m_scopes);
+    toolBar->addSeparator();
+    QAction* const saveData = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogSaveButton), "Save data", this,
+                                                 &MainWindow::SaveData);
+    saveData->setShortcut(QKeySequence::Save);
+    saveData->setToolTip("Writes the variables to the data file");
+    QAction* const reload
+        = toolBar->addAction(style()->standardIcon(QStyle::SP_BrowserReload), "Reload", this, &MainWindow::Reload);
+    reload->setShortcut(QKeySequence::Refresh);
+    reload->setToolTip("Reads form and data again; edited variables stay");
+}
+
+void MainWindow::AddStage()
+{
+    m_stage = new FormStage;
+    m_highlight = new WidgetHighlight(m_stage);
+    m_banner = new QLabel;
+    m_banner->setObjectName("banner");
+    m_banner->setWordWrap(true);
+    m_banner->setStyleSheet("background: #c62828; color: white; padding: 8px;");
+    m_banner->hide();
+
+    auto* const scrollArea = new QScrollArea;
+    scrollArea->setFrameShape(QFrame::NoFrame);
+    scrollArea->setWidgetResizable(true);
+    scrollArea->setWidget(m_stage);
+    auto* const central = new QWidget;
+    auto* const layout = new QVBoxLayout(central);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_banner);
+    layout->addWidget(scrollArea);
+    setCentralWidget(central);
+}
+
+void MainWindow::AddDock()
+{
+    m_variablesPanel = new TablePanel("Variables", &m_variables, {20, 18, 12});
+    m_declarationsPanel = new TablePanel("Declarations", &m_declarations, {18, 16, 30, 22, 8});
+    m_messagesPanel = new TablePanel("Messages", &m_messages, {16, 26});
+    m_variablesPanel->View()->setObjectName("variables");
+    m_declarationsPanel->View()->setObjectName("declarations");
+    m_messagesPanel->View()->setObjectName("messages");
+    m_messagesPanel->FollowEnd();
+
+    auto* const splitter = new QSplitter(Qt::Vertical);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(m_variablesPanel);
+    splitter->addWidget(m_declarationsPanel);
+    splitter->addWidget(m_messagesPanel);
+    splitter->setStretchFactor(0, 3);
+    splitter->setStretchFactor(1, 4);
+    splitter->setStretchFactor(2, 2);
+
+    auto* const dock = new QDockWidget("Behind the form");
+    dock->setObjectName("dock");
+    dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    dock->setWidget(splitter);
+    addDockWidget(Qt::RightDockWidgetArea, dock);
+    m_dockWidth = DockWidth * fontMetrics().averageCharWidth();
+    resizeDocks({dock}, {m_dockWidth}, Qt::Horizontal);
+
+    connect(m_declarationsPanel->View()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &MainWindow::Highlight);
+    connect(&m_variables, &QAbstractItemModel::modelReset, this, &MainWindow::ShowMissing);
+    connect(&m_variables, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowMissing);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event)
+{
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        if (static_cast<QMouseEvent*>(event)->modifiers() == SelectModifier && SelectDeclarationsOf(watched))
+            m_clickIsOurs = true;
+        return m_clickIsOurs && watched->isWidgetType();
+    case QEvent::MouseMove:
+        return m_clickIsOurs && watched->isWidgetType();
+    case QEvent::MouseButtonRelease:
+        return watched->isWidgetType() && std::exchange(m_clickIsOurs, false);
+    default:
+        return false;
+    }
+}
+
+void MainWindow::OnFormReplaced()
+{
+    m_highlight->SetTarget(nullptr);
+    m_stage->SetForm(m_session->Form());
+    ShowScopes();
+    const SessionFiles& files = m_session->Files();
+    setWindowTitle(QFileInfo(files.form).fileName() + " - declview");
+}
+
+void MainWindow::ShowScopes()
+{
+    const QString current = m_scopes->currentData().toString();
+    m_scopes->clear();
+    m_scopes->addItem("the whole form", QString());
+    const QStringList scopes = m_session->Scopes();
+    for (const QString& scope : scopes)
+        m_scopes->addItem(scope, scope);
+    m_scopes->setCurrentIndex(qMax(0, m_scopes->findData(current)));
+}
+
+void MainWindow::ShowMissing()
+{
+    const int missing = m_variables.MissingCount();
+    m_variablesPanel->SetNote(missing ? QString(", %1 missing").arg(missing) : QString());
+}
+
+void MainWindow::SaveForm()
+{
+    m_session->Save(m_scopes->currentData().toString());
+    Tell("Saved: " + m_scopes->currentText());
+}
+
+void MainWindow::SaveData()
+{
+    QString fileName = m_session->Files().data;
+    if (fileName.isEmpty())
+        fileName = QFileDialog::getSaveFileName(this, "Save data", QString(), "Data (*.json)");
+    if (fileName.isEmpty())
+        return;
+    QString error;
+    if (!m_session->SaveData(fileName, &error)) {
+        ShowProblem("The data are not saved. " + error);
+        return;
+    }
+    m_watcher.Add(fileName);
+    Tell("Written: " + fileName);
+}
+
+void MainWindow::Highlight()
+{
+    const int row = m_declarationsPanel->CurrentRow();
+    auto* const widget = row < 0 ? nullptr : qobject_cast<QWidget*>(m_declarations.Object(row));
+    m_highlight->SetTarget(widget);
+    if (widget && !m_highlight->Shows())
+        Tell(widget->objectName() + " is hidden at the moment.");
+}
+
+/// False outside the form, and where nothing is bound.
+bool MainWindow::SelectDeclarationsOf(const QObject* clicked)
+{
+    const QWidget* const form = m_session->Form();
+    if (!form || !clicked->isWidgetType()
+        || (clicked != form && !form->isAncestorOf(static_cast<const QWidget*>(clicked))))
+        return false;
+    const QVector<int> rows = m_declarations.RowsOf(clicked);
+    if (rows.isEmpty())
+        return false;
+    m_declarationsPanel->SelectRows(rows);
+    return true;
+}
+
+void MainWindow::Tell(const QString& text)
+{
+    statusBar()->showMessage(text, NoteDuration);
+}
+
+void MainWindow::ShowProblem(const QString& problem)
+{
+    m_session->Log().Note(QtCriticalMsg, problem);
+    m_banner->setText(problem);
+    m_banner->show();
+}

@@ -1,0 +1,65 @@
+#ifndef MAINWINDOW_H
+#define MAINWINDOW_H
+
+#include <QMainWindow>
+
+#include "declview/declarationsmodel.h"
+#include "declview/filewatcher.h"
+#include "declview/formsession.h"
+#include "declview/messagesmodel.h"
+#include "declview/variablesmodel.h"
+
+class FormStage;
+class QComboBox;
+class QLabel;
+class TablePanel;
+class WidgetHighlight;
+
+/// The form beside the tables of what is behind it.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    /// The session outlives the window.
+    explicit MainWindow(FormSession* session);
+    ~MainWindow() override;
+
+    /// Reads the files again. When that fails the form stays as it is, and a banner says so.
+    void Reload();
+    /// Takes the size in which the whole form is seen, up to that one.
+    void FitToForm(const QSize& limit);
+
+private:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void AddToolBar();
+    void AddStage();
+    void AddDock();
+    void OnFormReplaced();
+    void ShowScopes();
+    void ShowMissing();
+    void SaveForm();
+    void SaveData();
+    void Highlight();
+    bool SelectDeclarationsOf(const QObject* clicked);
+    void Tell(const QString& text);
+    void ShowProblem(const QString& problem);
+
+    FormSession* const m_session;
+    VariablesModel m_variables;
+    DeclarationsModel m_declarations;
+    MessagesModel m_messages;
+    FileWatcher m_watcher;
+
+    FormStage* m_stage;
+    WidgetHighlight* m_highlight;
+    QLabel* m_banner;
+    QComboBox* m_scopes;
+    int m_dockWidth;
+    TablePanel* m_variablesPanel;
+    TablePanel* m_declarationsPanel;
+    TablePanel* m_messagesPanel;
+    bool m_clickIsOurs = false; ///< Until the button is released.
+};
+
+#endif

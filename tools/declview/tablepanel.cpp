@@ -1,0 +1,116 @@
+#include "declview/tablepanel.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScrollBar>
+
+#include <memory>
+
+namespace {
+
+const int RowPadding = 7;
+const int FilterWidth = 180;
+const double FontScale = 0.88;
+
+QFont SmallFont(QFont font)
+{
+    font.setPointSizeF(font.pointSizeF() * FontScale);
+    return font;
+}
+
+} // namespace
+
+TablePanel::TablePanel(const QString& caption, QAbstractItemModel* model, const QVector<int>& columnWidths)
+    : m_caption(caption),
+      m_model(model),
+      m_proxy(new QSortFilterProxyModel(this)),
+      m_view(new QTableView),
+      m_label(new QLabel)
+{
+    m_proxy->setSourceModel(model);
+    m_proxy->setFilterKeyColumn(-1);
+    m_proxy->setFilterCaseSensitivity(Qt::CaseInsensitive);
+    m_proxy->setSortCaseSensitivity(Qt::CaseInsensitive);
+
+    m_view->setModel(m_proxy);
+    m_view->setFont(SmallFont(font()));
+    m_view->horizontalHeader()->setFont(m_view->font());
+    m_view->setSortingEnabled(true);
+    m_view->sortByColumn(-1, Qt::AscendingOrder);
+    m_view->setAlternatingRowColors(true);
+    m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
+    m_view->setWordWrap(false);
+    m_view->setShowGrid(false);
+    m_view->verticalHeader()->hide();
+    m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + RowPadding);
+    m_view->horizontalHeader()->setStretchLastSection(true);
+    m_view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    m_view->horizontalHeader()->setHighlightSections(false);
+    for (int column = 0; column < columnWidths.size(); ++column)
+        m_view->setColumnWidth(column, columnWidths.at(column) * m_view->fontMetrics().averageCharWidth());
+
+    auto* const filter = new QLineEdit;
+    filter->setPlaceholderText("Filter");
+    filter->setClearButtonEnabled(true);
+    filter->setMaximumWidth(FilterWidth);
+    connect(filter, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
+
+    auto* const head = new QHBoxLayout;
+    head->addWidget(m_label, 1);
+    head->addWidget(filter);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addLayout(head);
+    layout->addWidget(m_view);
+
+    for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
+        connect(model, signal, this, &TablePanel::ShowCaption);
+    connect(model, &QAbstractItemModel::modelReset, this, &TablePanel::ShowCaption);
+    ShowCaption();
+}
+
+int TablePanel::CurrentRow() const
+{
+    const QModelIndexList selected = m_view->selectionModel()->selectedRows();
+    if (selected.isEmpty())
+        return -1;
+    const QModelIndex current = m_view->currentIndex();
+    return m_proxy->mapToSource(m_view->selectionModel()->isSelected(current) ? current : selected.first()).row();
+}
+
+void TablePanel::SelectRows(const QVector<int>& rows)
+{
+    QItemSelection selection;
+    for (const int row : rows) {
+        const QModelIndex index = m_model->index(row, 0);
+        selection.select(index, index);
+    }
+    const QItemSelection shown = m_proxy->mapSelectionFromSource(selection);
+    if (!shown.isEmpty())
+        m_view->setCurrentIndex(shown.first().topLeft());
+    m_view->selectionModel()->select(shown, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+void TablePanel::FollowEnd()
+{
+    QScrollBar* const bar = m_view->verticalScrollBar();
+    const auto follows = std::make_shared<bool>(true);
+    connect(bar, &QScrollBar::valueChanged, this, [=](int value) { *follows = value == bar->maximum(); });
+    connect(bar, &QScrollBar::rangeChanged, this, [=](int, int maximum) {
+        if (*follows)
+            bar->setValue(maximum);
+    });
+}
+
+void TablePanel::SetNote(const QString& note)
+{
+    m_note = note;
+    ShowCaption();
+}
+
+void TablePanel::ShowCaption()
+{
+    m_label->setText(
+        QString("<b>%1</b>&nbsp; %2%3").arg(m_caption).arg(m_model->rowCount()).arg(m_note.toHtmlEscaped()));
+}

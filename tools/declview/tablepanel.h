@@ -1,0 +1,38 @@
+#ifndef TABLEPANEL_H
+#define TABLEPANEL_H
+
+#include <QSortFilterProxyModel>
+#include <QTableView>
+
+class QLabel;
+
+/// A table under its caption, with a field that filters it. Columns sort by a click.
+class TablePanel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// The widths are in letters; the last column takes the rest.
+    TablePanel(const QString& caption, QAbstractItemModel* model, const QVector<int>& columnWidths);
+
+    QTableView* View() const { return m_view; }
+    /// The row of the model that is current; -1 if none is.
+    int CurrentRow() const;
+    void SelectRows(const QVector<int>& rows);
+    /// Keeps the last row in sight as long as it is.
+    void FollowEnd();
+    /// What else there is to say, behind the number of rows.
+    void SetNote(const QString& note);
+
+private:
+    void ShowCaption();
+
+    const QString m_caption;
+    QString m_note;
+    QAbstractItemModel* const m_model;
+    QSortFilterProxyModel* const m_proxy;
+    QTableView* const m_view;
+    QLabel* const m_label;
+};
+
+#endif

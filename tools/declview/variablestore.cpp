@@ -1,0 +1,155 @@
+#include "declview/variablestore.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <algorithm>
+
+#include "DataLayer/idatapeer.h"
+#include "DataLayer/idatapeerfactory.h"
+#include "common/jsondata.h"
+
+VariableStore::VariableStore() : m_data(Ovex_DataPeerFactory(false)->GetDataPeer(0)) {}
+
+VariableStore::~VariableStore()
+{
+    m_data->RemoveObserver(this);
+}
+
+void VariableStore::Load(const JsonData& file)
+{
+    Flush();
+    Q_EMIT AboutToReset();
+    m_loading = true;
+    for (StoredVariable& variable : m_variables) {
+        const Variable* const found = file.Find(variable.identifier.GetPackage(), variable.identifier.GetName());
+        if (variable.inFile && !found && !variable.edited)
+            m_data->ChangeValue(variable.identifier, QVariant(), IDataPeer::NoFlag);
+        variable.inFile = found;
+    }
+    for (const Variable& variable : file.Variables()) {
+        const VariableIdentifier identifier(variable.name, variable.package);
+        StoredVariable& stored = Find(identifier);
+        stored.inFile = true;
+        if (!stored.edited)
+            m_data->ChangeValue(identifier, variable.value, IDataPeer::NoFlag);
+    }
+    m_loading = false;
+    RemoveUnused();
+}
+
+void VariableStore::Set(const JsonData& values)
+{
+    Q_EMIT AboutToReset();
+    for (const Variable& variable : values.Variables())
+        Find(VariableIdentifier(variable.name, variable.package)).edited = true;
+    values.Publish(m_data);
+    RemoveUnused();
+}
+
+bool VariableStore::SetValue(int position, const QVariant& value)
+{
+    return m_data->ChangeValue(m_variables.at(position).identifier, value, IDataPeer::NoFlag);
+}
+
+void VariableStore::SetRead(const QSet<VariableIdentifier>& identifiers)
+{
+    Flush();
+    Q_EMIT AboutToReset();
+    for (StoredVariable& variable : m_variables)
+        variable.isRead = false;
+    QVector<VariableIdentifier> sorted(identifiers.begin(), identifiers.end());
+    std::sort(sorted.begin(), sorted.end());
+    for (const VariableIdentifier& identifier : qAsConst(sorted))
+        Find(identifier).isRead = true;
+    RemoveUnused();
+}
+
+bool VariableStore::Save(const QString& fileName, QString* error)
+{
+    Flush();
+    JsonData data;
+    for (int i = 0; i < m_variables.size(); ++i) {
+        const VariableIdentifier& identifier = m_variables.at(i).identifier;
+        const QVariant value = Value(i);
+        if (value.isValid() || m_variables.at(i).inFile)
+            data.Set({identifier.GetPackage(), identifier.GetName(), value});
+    }
+    if (!data.Write(fileName, error))
+        return false;
+    QVector<int> positions;
+    for (StoredVariable& variable : m_variables) {
+        variable.inFile = data.Find(variable.identifier.GetPackage(), variable.identifier.GetName());
+        variable.edited = false;
+        positions.append(positions.size());
+    }
+    Q_EMIT Changed(positions);
+    return true;
+}
+
+QVariant VariableStore::Value(int position) const
+{
+    return m_data->GetValue(m_variables.at(position).identifier, QVariant());
+}
+
+bool VariableStore::IsMissing(int position) const
+{
+    const StoredVariable& variable = m_variables.at(position);
+    return variable.isRead && !variable.inFile && !Value(position).isValid();
+}
+
+void VariableStore::Flush()
+{
+    QHash<VariableIdentifier, bool> notified;
+    {
+        const QMutexLocker lock(&m_mutex);
+        notified.swap(m_notified);
+    }
+    QVector<int> positions;
+    for (auto it = notified.constBegin(); it != notified.constEnd(); ++it) {
+        const int position = m_positions.value(it.key(), -1);
+        if (position < 0)
+            continue;
+        if (it.value())
+            m_variables[position].edited = true;
+        positions.append(position);
+    }
+    if (!positions.isEmpty())
+        Q_EMIT Changed(positions);
+}
+
+void VariableStore::OnNotify(const VariableIdentifier& identifier)
+{
+    const QMutexLocker lock(&m_mutex);
+    if (m_notified.isEmpty())
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    bool& edited = m_notified[identifier];
+    edited = edited || !m_loading;
+}
+
+void VariableStore::customEvent(QEvent*)
+{
+    Flush();
+}
+
+StoredVariable& VariableStore::Find(const VariableIdentifier& identifier)
+{
+    const auto found = m_positions.constFind(identifier);
+    if (found != m_positions.constEnd())
+        return m_variables[found.value()];
+    m_positions.insert(identifier, m_variables.size());
+    m_variables.append({identifier, false, false, false});
+    m_data->AddObserver(identifier, this);
+    return m_variables.last();
+}
+
+void VariableStore::RemoveUnused()
+{
+    const auto isUnused
+        = [](const StoredVariable& variable) { return !variable.inFile && !variable.edited && !variable.isRead; };
+    m_variables.erase(std::remove_if(m_variables.begin(), m_variables.end(), isUnused), m_variables.end());
+    m_positions.clear();
+    for (int i = 0; i < m_variables.size(); ++i)
+        m_positions.insert(m_variables.at(i).identifier, i);
+    Q_EMIT Reset();
+}
