@@ -28,6 +28,7 @@ bool HoldsText(const MarkedProperty& property)
 
 } // namespace
 
+//! [bind]
 FormBinding BindForm(DeclarationHandler& handler, QWidget* form, const QString& defaultPackage)
 {
     // The walk ends before the first property is touched: binding adds properties and hides widgets.
@@ -49,3 +50,4 @@ FormBinding BindForm(DeclarationHandler& handler, QWidget* form, const QString& 
     }
     return binding;
 }
+//! [bind]

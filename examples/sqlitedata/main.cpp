@@ -62,6 +62,7 @@ int main(int argc, char* argv[])
     layout->addRow("Visits", visits);
     layout->addRow(greeting);
 
+    //! [form]
     DeclarationHandler handler;
     handler.AddDeclaration(&form, name, "_text", "name", "Guest", false, false);
     handler.AddDeclaration(&form, visits, "_value", "visits", "Guest", false, false);
@@ -70,6 +71,7 @@ int main(int argc, char* argv[])
     handler.Update();
     QObject::connect(name, &QLineEdit::returnPressed, [&] { handler.SaveProperty(name, "text"); });
     QObject::connect(visits, &QSpinBox::editingFinished, [&] { handler.SaveProperty(visits, "value"); });
+    //! [form]
 
     if (arguments.contains("--script"))
         RunScript(name, greeting);

@@ -7,6 +7,7 @@
 
 namespace {
 
+//! [factory]
 class SqliteDataPeerFactory : public IDataPeerFactory
 {
 public:
@@ -16,6 +17,7 @@ public:
 
     SqliteDataPeer m_peer;
 };
+//! [factory]
 
 /// Never destroyed: declarations held by static objects still unregister at exit.
 SqliteDataPeerFactory* Factory()
@@ -37,7 +39,9 @@ QString SqliteData::Open(const QString& file)
     return Factory()->m_peer.Open(file);
 }
 
+//! [function]
 IDataPeerFactory* Ovex_DataPeerFactory(bool)
 {
     return Factory();
 }
+//! [function]

@@ -37,6 +37,7 @@ public:
     /// Ends the peer's thread. What was read can still be asked for.
     void Close();
 
+    //! [contract]
     QVariant GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue) override;
     /// False, with nothing changed, when the file cannot be written or the value not be kept.
     bool ChangeValue(const VariableIdentifier& identifier, const QVariant& value,
@@ -44,6 +45,7 @@ public:
     bool AddObserver(const VariableIdentifier& identifier, IDataObserver* observer) override;
     void RemoveObserver(IDataObserver* observer) override;
     bool AddReference(const VariableIdentifier& identifier) override;
+    //! [contract]
 
 private:
     Q_DISABLE_COPY(SqliteDataPeer)
