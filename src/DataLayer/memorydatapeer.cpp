@@ -119,10 +119,11 @@ void MemoryDataPeer::Notify(VariableIdentifier identifier, Variable* variable)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
     const QList<IDataObserver*> observers = variable->observers;
+    const Qt::HANDLE thread = QThread::currentThreadId();
     for (int i = 0; i < observers.count(); ++i) {
-        const Call call = {observers.at(i), QThread::currentThreadId()};
+        const Call call = {observers.at(i), thread};
         // It may have been removed, and destroyed, while the ones before it were called.
-        if (!m_subscriptions.value(call.observer).contains(variable))
+        if (!variable->observers.isSharedWith(observers) && !variable->observers.contains(call.observer))
             continue;
         m_calls.append(call);
         lock.unlock();

@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QVector>
 
 #include <condition_variable>
 #include <mutex>
@@ -64,7 +65,7 @@ private:
     std::condition_variable m_callEnded;
     QHash<VariableIdentifier, Variable*> m_variables;        ///< Owned; entries never go away.
     QHash<IDataObserver*, QList<Variable*>> m_subscriptions; ///< What each observer observes.
-    QList<Call> m_calls;                                     ///< Running now, in all threads.
+    QVector<Call> m_calls;                                   ///< Running now, in all threads.
     QHash<Qt::HANDLE, Removal> m_removals;                   ///< By the thread that waits.
     quint64 m_removalCount;
 };

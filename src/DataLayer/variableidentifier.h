@@ -11,9 +11,12 @@ class VariableIdentifier
 {
 public:
     /// Empty name and package; the meta-type system needs it.
-    VariableIdentifier() {}
+    VariableIdentifier() : m_hash(HashOf(QString(), QString())) {}
     /// Texts are taken as they are, of any length.
-    VariableIdentifier(const QString& name, const QString& package) : m_name(name), m_package(package) {}
+    VariableIdentifier(const QString& name, const QString& package)
+        : m_name(name), m_package(package), m_hash(HashOf(name, package))
+    {
+    }
 
     /// The name within the package.
     QString GetName() const { return m_name; }
@@ -25,14 +28,23 @@ private:
     friend bool operator<(const VariableIdentifier& left, const VariableIdentifier& right);
     friend uint qHash(const VariableIdentifier& identifier);
 
+    // Identifiers of one variable often share their texts.
+    static bool AreSame(const QString& left, const QString& right)
+    {
+        return left.constData() == right.constData() || left == right;
+    }
+    static uint HashOf(const QString& name, const QString& package) { return 31 * qHash(package) + qHash(name); }
+
     QString m_name;
     QString m_package;
+    uint m_hash; ///< Kept, since identifiers are made once and looked up for as long as the form lives.
 };
 
 /// Whether name and package are equal.
 inline bool operator==(const VariableIdentifier& left, const VariableIdentifier& right)
 {
-    return left.m_name == right.m_name && left.m_package == right.m_package;
+    return left.m_hash == right.m_hash && VariableIdentifier::AreSame(left.m_name, right.m_name)
+        && VariableIdentifier::AreSame(left.m_package, right.m_package);
 }
 
 /// Whether name or package differ.
@@ -52,7 +64,7 @@ inline bool operator<(const VariableIdentifier& left, const VariableIdentifier& 
 /// For QHash and QSet.
 inline uint qHash(const VariableIdentifier& identifier)
 {
-    return 31 * qHash(identifier.m_package) + qHash(identifier.m_name);
+    return identifier.m_hash;
 }
 
 Q_DECLARE_METATYPE(VariableIdentifier)

@@ -43,6 +43,8 @@
 
 namespace {
 
+const char* const ParseOperation = "Parser::Parse(...)";
+
 const char* const UnrecognisedMessage = "Unrecognised token at \"%1\".";
 const char* const UnknownErrorMessage = "Unknown parsing error; the expression is not created.";
 const char* const LeftOverMessage = "Did not expect token: \"%1\".";
@@ -51,6 +53,7 @@ const char* const MissingClosingMessage = "Missing: \"%1\".";
 const char* const TooDeepMessage = "Expression is nested too deeply.";
 
 const int MaxLevels = 1000;
+const int UsualTokens = 64;
 
 QLatin1String SourceFile()
 {
@@ -147,6 +150,7 @@ void Parser::Tokenize(const QString& statement)
     Reset();
     int position = SkipSpace(statement, 0);
     QString unread;
+    m_tokens.reserve(qMin(statement.length() / 3, UsualTokens));
     while (position < statement.length()) {
         unread.setRawData(statement.constData() + position, statement.length() - position);
         Token* const token = GetToken(unread);
@@ -172,17 +176,16 @@ IExpression* Parser::Parse(IDataPeer* dataPeer, IDataObserver* dataObserver, QOb
     m_referencedProperties.clear();
     m_tooDeep = false;
 
-    const QString operation = QString::fromLatin1("Parser::Parse(...)");
     int position = 0;
     IExpression* const expression = CreateExpression(&position, 0, defaultPackage, readOnly);
     if (!expression) {
         m_result.SetParsedCharacters(0);
-        ReportError(operation, __LINE__, QString::fromLatin1(UnknownErrorMessage));
+        ReportError(QLatin1String(ParseOperation), __LINE__, QString::fromLatin1(UnknownErrorMessage));
     }
     if (HasTokens(position, 1)) {
         const Token* const leftOver = m_tokens.at(position);
         m_result.SetParsedCharacters(leftOver->GetLexemeOffset());
-        m_result.AddWarning(operation, SourceFile(), __LINE__,
+        m_result.AddWarning(QLatin1String(ParseOperation), SourceFile(), __LINE__,
                             QString::fromLatin1(LeftOverMessage).arg(leftOver->GetLexeme()));
     }
     return expression;
@@ -215,9 +218,11 @@ IExpression* Parser::CreateExpression(int* position, int minPrecedence, const QS
     IExpression* expression = nullptr;
     if (SetLevels(m_nesting))
         expression = CreateOperand(position, minPrecedence, defaultPackage, readOnly);
-    while (expression && HasTokens(*position, 2) && m_tokens.at(*position)->GetPrecedence() > minPrecedence) {
-        IExpression* const left = expression;
+    while (expression && HasTokens(*position, 2)) {
         const int precedence = m_tokens.at(*position)->GetPrecedence();
+        if (precedence <= minPrecedence)
+            break;
+        IExpression* const left = expression;
         expression = CreateBinOpExpression(position, precedence, defaultPackage, readOnly, left);
         if (!expression)
             delete left;
@@ -269,11 +274,17 @@ IExpression* Parser::CreateAtomicExpression(int* position, const QString& defaul
         = token->CreateExpression(m_dataPeer, m_dataObserver, m_widget, m_topWidget, defaultPackage, readOnly);
     if (!node)
         return nullptr;
-    if (const ExprObjectProperty* const property = dynamic_cast<const ExprObjectProperty*>(node))
-        m_referencedProperties.insert(qMakePair(property->GetTargetObject(), property->GetPropertyName()));
+    if (token->GetTokenType() == Token::TT_VARIABLE && static_cast<const VariableToken*>(token)->HasPackage())
+        NoteReference(node);
     m_levels = 1;
     ++*position;
     return node;
+}
+
+void Parser::NoteReference(const IExpression* node)
+{
+    if (const ExprObjectProperty* const property = dynamic_cast<const ExprObjectProperty*>(node))
+        m_referencedProperties.insert(qMakePair(property->GetTargetObject(), property->GetPropertyName()));
 }
 
 IExpression* Parser::CreateParenthesisedExpression(int* position, const QString& defaultPackage, bool readOnly)

@@ -56,6 +56,7 @@ private:
     IExpression* CreatePropertyExpression(int* position, const QString& defaultPackage, bool readOnly,
                                           IExpression* left);
 
+    void NoteReference(const IExpression* node);
     bool HasTokens(int position, int count) const;
     bool IsAt(int position, Token::TOKEN_TYPE type) const;
     bool ExpectClosing(int position, Token::TOKEN_TYPE type, const char* text, const char* operation);

@@ -1,9 +1,13 @@
 #include "DeclarationHandler/Declarations/declproperty.h"
 
+#include <QCoreApplication>
 #include <QDebug>
+#include <QEvent>
 #include <QFile>
 #include <QPixmap>
 #include <QVariant>
+
+#include <atomic>
 
 #include "Common/qtcompat.h"
 #include "DataLayer/idatapeer.h"
@@ -15,6 +19,47 @@ const QLatin1String VisibleProperty("visible");
 const QLatin1String PixmapProperty("pixmap");
 const QLatin1String StatusIconProperty("statusIcon");
 const QLatin1String NoImage("::empty");
+
+const int MaxNestedUpdates = 1000;
+
+/// The updates of this thread that wait for one another, each told by the one before it.
+struct UpdateChain
+{
+    int nested; ///< On the stack.
+    int length; ///< In all, those included that ended when the event loop took over.
+};
+thread_local UpdateChain chain = {0, 0};
+
+std::atomic<int> declarationCount(0);
+
+/// Goes on with a chain of updates from the event loop. Dies with its declaration.
+class ContinuedUpdate : public QObject
+{
+public:
+    ContinuedUpdate(DeclProperty* declaration, bool updateToInvalid)
+        : QObject(declaration), m_declaration(declaration), m_updateToInvalid(updateToInvalid), m_length(chain.length)
+    {
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
+    }
+
+    bool event(QEvent* event) override
+    {
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        deleteLater();
+        const UpdateChain interrupted = chain;
+        chain.nested = 0;
+        chain.length = m_length;
+        m_declaration->Update(m_updateToInvalid);
+        chain = interrupted;
+        return true;
+    }
+
+private:
+    DeclProperty* const m_declaration;
+    const bool m_updateToInvalid;
+    const int m_length;
+};
 
 } // namespace
 
@@ -29,11 +74,14 @@ DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const 
     : Declaration(condition, activeObject),
       m_property(property),
       m_dataPeer(nullptr),
+      m_access(activeObject, property),
+      m_kind(KindOf(property)),
       m_written(false),
       m_cycleReported(false),
       m_postponed(0),
       m_destroyed(nullptr)
 {
+    ++declarationCount;
 }
 
 DeclProperty::~DeclProperty()
@@ -42,11 +90,12 @@ DeclProperty::~DeclProperty()
         *m_destroyed = true;
     if (m_dataPeer)
         m_dataPeer->RemoveObserver(this);
+    --declarationCount;
 }
 
 bool DeclProperty::Save()
 {
-    return m_condition && m_activeObject && m_condition->Store(CurrentValue());
+    return m_condition && m_activeObject && m_condition->Store(m_access.Read(m_activeObject, m_property));
 }
 
 void DeclProperty::OnNotify(const VariableIdentifier& identifier)
@@ -58,18 +107,18 @@ bool DeclProperty::SetProperty(const QVariant& value)
 {
     if (!m_activeObject)
         return false;
-    if (m_written && CurrentValue() == value && m_property != VisibleProperty)
+    const QVariant current = m_access.Read(m_activeObject, m_property);
+    if (m_written && m_kind != Visible && current == value)
         return false;
     m_written = true;
 
-    const QVariant current = CurrentValue();
     if (value.isValid() && current.isValid() && !value.isNull() && !current.isNull()
         && !QtCompat::CanConvert(value, current.userType())) {
         qDebug() << "Illegal assignment?: '" << value << "' to property: " << QtCompat::ToAscii(m_property)
                  << " with type: " << current.type() << " value: " << current;
     }
     // Whoever listens to the property may delete this declaration.
-    m_activeObject->setProperty(QtCompat::ToAscii(m_property), value);
+    m_access.Write(m_activeObject, m_property, value);
     return true;
 }
 
@@ -114,10 +163,37 @@ bool DeclProperty::Update(bool updateToInvalid)
 {
     if (!m_condition || !m_activeObject)
         return false;
-    if (m_destroyed) {
+    // A chain longer than there are declarations goes round in circles.
+    if (m_destroyed || chain.length > declarationCount) {
         ReportCycle();
         return false;
     }
+    if (chain.nested >= MaxNestedUpdates) {
+        new ContinuedUpdate(this, updateToInvalid);
+        return false;
+    }
+    ++chain.nested;
+    ++chain.length;
+    const bool written = Evaluate(updateToInvalid);
+    --chain.nested;
+    --chain.length;
+    return written;
+}
+
+bool DeclProperty::Update()
+{
+    return Declaration::Update();
+}
+
+DeclProperty::Kind DeclProperty::KindOf(const QString& property)
+{
+    if (property == VisibleProperty)
+        return Visible;
+    return property == PixmapProperty || property == StatusIconProperty ? Image : Plain;
+}
+
+bool DeclProperty::Evaluate(bool updateToInvalid)
+{
     bool destroyed = false;
     m_destroyed = &destroyed;
 
@@ -135,11 +211,6 @@ bool DeclProperty::Update(bool updateToInvalid)
     return written;
 }
 
-bool DeclProperty::Update()
-{
-    return Declaration::Update();
-}
-
 void DeclProperty::RepostNotifications()
 {
     for (; m_postponed > 0; --m_postponed)
@@ -148,13 +219,7 @@ void DeclProperty::RepostNotifications()
 
 bool DeclProperty::TakesImagePath(const QVariant& value) const
 {
-    return (m_property == PixmapProperty || m_property == StatusIconProperty) && !value.isNull()
-        && !value.canConvert(QVariant::Pixmap);
-}
-
-QVariant DeclProperty::CurrentValue() const
-{
-    return m_activeObject->property(QtCompat::ToAscii(m_property));
+    return m_kind == Image && !value.isNull() && !value.canConvert(QVariant::Pixmap);
 }
 
 void DeclProperty::ReportCycle()

@@ -3,6 +3,7 @@
 
 #include <QString>
 
+#include "Common/propertyaccess.h"
 #include "DataLayer/idataobserver.h"
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationHandler/declaration.h"
@@ -75,13 +76,23 @@ public Q_SLOTS:
 private:
     Q_DISABLE_COPY(DeclProperty)
 
+    enum Kind
+    {
+        Plain,
+        Visible, ///< Written also when it has the value already.
+        Image    ///< Takes paths of image files.
+    };
+
+    static Kind KindOf(const QString& property);
+    bool Evaluate(bool updateToInvalid);
     bool TakesImagePath(const QVariant& value) const;
-    QVariant CurrentValue() const;
     void RepostNotifications();
     void ReportCycle();
 
     QString m_property;
     IDataPeer* m_dataPeer;
+    PropertyAccess m_access;
+    Kind m_kind;
     bool m_written;
     bool m_cycleReported;
     int m_postponed;   ///< Notifications that arrived while an Update() was running.

@@ -5,6 +5,7 @@
 #include <QPointer>
 #include <QString>
 
+#include "Common/propertyaccess.h"
 #include "DeclarationHandler/expression.h"
 
 /// A property of an object, usually of another widget of the form. It notices no change by itself:
@@ -30,6 +31,7 @@ public:
 private:
     QPointer<QObject> m_object;
     QString m_propertyName;
+    PropertyAccess m_property;
 };
 
 #endif

@@ -66,20 +66,43 @@ bool IsSingleChar(const Row& row)
     return row.text[1] == '\0';
 }
 
-/// Null for kinds without a fixed text.
+/// The rows by what they are looked up by, and their texts as the tokens share them.
+struct Index
+{
+    const Row* byType[Token::TT_HASVALUE + 1]; ///< Null for kinds without a fixed text.
+    QString lexemes[RowCount];
+    bool startsLongRow[128]; ///< Whether a text of several characters starts with that character.
+
+    Index() : byType(), startsLongRow()
+    {
+        for (int i = 0; i < RowCount; ++i) {
+            byType[Rows[i].type] = &Rows[i];
+            lexemes[i] = QLatin1String(Rows[i].text);
+            if (!IsSingleChar(Rows[i]))
+                startsLongRow[static_cast<int>(Rows[i].text[0])] = true;
+        }
+    }
+};
+
+const Index& GetIndex()
+{
+    static const Index index;
+    return index;
+}
+
+bool StartsLongRow(QChar character)
+{
+    return character.unicode() < 128 && GetIndex().startsLongRow[character.unicode()];
+}
+
 const Row* FindRow(Token::TOKEN_TYPE type)
 {
-    struct Index
-    {
-        const Row* rows[Token::TT_HASVALUE + 1];
-        Index() : rows()
-        {
-            for (int i = 0; i < RowCount; ++i)
-                rows[Rows[i].type] = &Rows[i];
-        }
-    };
-    static const Index index;
-    return index.rows[type];
+    return GetIndex().byType[type];
+}
+
+const QString& LexemeOf(const Row& row)
+{
+    return GetIndex().lexemes[&row - Rows];
 }
 
 bool Matches(const Row& row, const QString& text)
@@ -119,16 +142,6 @@ QString Token::GetLexeme() const
     return m_lexeme;
 }
 
-int Token::GetLexemeLength() const
-{
-    return m_lexeme.length();
-}
-
-Token::TOKEN_TYPE Token::GetTokenType() const
-{
-    return m_tokenType;
-}
-
 int Token::GetLexemeOffset() const
 {
     return 0;
@@ -156,9 +169,11 @@ Token* Token::Parse(const QString& text)
 
 Token* Token::ParseString(const QString& text)
 {
-    for (int i = 0; i < RowCount && !text.isEmpty(); ++i) {
+    if (text.isEmpty() || !StartsLongRow(text.at(0)))
+        return nullptr;
+    for (int i = 0; i < RowCount; ++i) {
         if (!IsSingleChar(Rows[i]) && Matches(Rows[i], text))
-            return new Token(QLatin1String(Rows[i].text), Rows[i].type);
+            return new Token(LexemeOf(Rows[i]), Rows[i].type);
     }
     return nullptr;
 }
@@ -168,5 +183,5 @@ Token* Token::ParseChar(const QString& text)
     // Complete before the first look-up in any thread.
     static const QHash<QChar, TOKEN_TYPE> charToTokenType = SingleCharRows();
     const QHash<QChar, TOKEN_TYPE>::const_iterator entry = charToTokenType.constFind(text.at(0));
-    return entry == charToTokenType.constEnd() ? nullptr : new Token(text.at(0), entry.value());
+    return entry == charToTokenType.constEnd() ? nullptr : new Token(LexemeOf(*FindRow(entry.value())), entry.value());
 }

@@ -69,9 +69,9 @@ public:
     /// The text that the token covers, quotes included; never empty.
     QString GetLexeme() const;
     /// The length of that text in QChar units.
-    int GetLexemeLength() const;
+    int GetLexemeLength() const { return m_lexeme.length(); }
     /// The kind given to the constructor.
-    TOKEN_TYPE GetTokenType() const;
+    TOKEN_TYPE GetTokenType() const { return m_tokenType; }
     /// Always 0: tokens do not know where in the statement they stand.
     int GetLexemeOffset() const;
     /// How tightly the token binds when it follows a complete operand, 0 when it ends the expression.

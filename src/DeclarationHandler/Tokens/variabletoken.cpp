@@ -7,6 +7,7 @@
 #include "DeclarationHandler/Expressions/exprobjectproperty.h"
 #include "DeclarationHandler/Expressions/exprvariable.h"
 #include "DeclarationHandler/Tokens/identifiertoken.h"
+#include "DeclarationHandler/Tokens/nametext.h"
 #include "DeclarationHandler/Tokens/packagetoken.h"
 #include "DeclarationHandler/Tokens/textview.h"
 
@@ -33,10 +34,13 @@ VariableToken::VariableToken(const QString& lexeme, Token* package, Token* ident
 {
 }
 
+VariableToken::VariableToken(const QString& name) : Token(name, TT_VARIABLE), m_package(nullptr), m_identifier(this) {}
+
 VariableToken::~VariableToken()
 {
     delete m_package;
-    delete m_identifier;
+    if (m_identifier != this)
+        delete m_identifier;
 }
 
 Token* VariableToken::Parse(const QString& text)
@@ -45,8 +49,8 @@ Token* VariableToken::Parse(const QString& text)
         return nullptr;
     Token* const package = PackageToken::Parse(text);
     if (!package) {
-        Token* const identifier = IdentifierToken::Parse(text);
-        return identifier ? new VariableToken(identifier->GetLexeme(), nullptr, identifier) : nullptr;
+        const int nameLength = NameText::Length(text);
+        return nameLength == 0 ? nullptr : new VariableToken(TextView::StartOf(text, nameLength));
     }
     const int position = package->GetLexemeLength();
     Token* const identifier = IdentifierToken::Parse(TextView::From(text, position));
@@ -110,6 +114,8 @@ IExpression* VariableToken::CreateExpression(IDataPeer* dataPeer, IDataObserver*
                                              QObject* topWidget, const QString& defaultPackage, bool readOnly) const
 {
     const QString name = GetVariableName();
+    if (!m_package)
+        return new ExprVariable(dataPeer, VariableIdentifier(name, defaultPackage), dataObserver, readOnly);
     const QString package = GetPackage(defaultPackage);
     if (!IsWidgetPath(GetPath()))
         return new ExprVariable(dataPeer, VariableIdentifier(name, package), dataObserver, readOnly);

@@ -40,10 +40,13 @@ public:
                                   const QString& defaultPackage, bool readOnly) const override;
 
 private:
+    /// A name without a prefix.
+    explicit VariableToken(const QString& name);
+
     QStringList GetPath() const;
 
     Token* m_package;
-    Token* m_identifier;
+    Token* m_identifier; ///< This token itself when it is a name without a prefix.
 };
 
 #endif

@@ -3,14 +3,14 @@
 
 #include <QString>
 
-#include "DeclarationHandler/iexpression.h"
+#include "DeclarationHandler/Expressions/numericoperand.h"
 
 /// The texts of two values that are no numbers, put together. Place markers («%1») in the left text
 /// take part in the second substitution.
-inline QString JoinTexts(const QVariant& left, const QVariant& right)
+inline QString JoinTexts(const QString& left, const QString& right)
 {
     const QLatin1Char fill(' ');
-    return QString::fromLatin1("%1%2").arg(left.toString(), 0, fill).arg(right.toString(), 0, fill);
+    return QString::fromLatin1("%1%2").arg(left, 0, fill).arg(right, 0, fill);
 }
 
 /// The rule of «-», «*» and «/»: the left operand is evaluated first; one value that converts to a
@@ -19,11 +19,11 @@ inline QString JoinTexts(const QVariant& left, const QVariant& right)
 template<typename Operation>
 QVariant ComputeNumbers(const IExpression& left, const IExpression& right, Operation operation)
 {
-    const QVariant leftValue = left.Retrieve();
-    const QVariant rightValue = right.Retrieve();
-    if (!leftValue.canConvert(QVariant::Double) && !rightValue.canConvert(QVariant::Double))
-        return JoinTexts(leftValue, rightValue);
-    return operation(leftValue.toDouble(), rightValue.toDouble());
+    const NumericOperand leftOperand(left);
+    const NumericOperand rightOperand(right);
+    if (!leftOperand.IsNumber() && !rightOperand.IsNumber())
+        return JoinTexts(leftOperand.GetText(), rightOperand.GetText());
+    return operation(leftOperand.GetNumber(), rightOperand.GetNumber());
 }
 
 #endif

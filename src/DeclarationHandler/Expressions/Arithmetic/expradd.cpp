@@ -6,9 +6,11 @@ QVariant ExprAdd::Retrieve() const
 {
     const QVariant left = m_left->Retrieve();
     const QVariant right = m_right->Retrieve();
-    if (left.type() == QVariant::String || right.type() == QVariant::String)
+    const QVariant::Type leftType = left.type();
+    const QVariant::Type rightType = right.type();
+    if (leftType == QVariant::String || rightType == QVariant::String)
         return left.toString() + right.toString();
-    if (left.type() == QVariant::Double || right.type() == QVariant::Double)
+    if (leftType == QVariant::Double || rightType == QVariant::Double)
         return left.toDouble() + right.toDouble();
     return QVariant();
 }

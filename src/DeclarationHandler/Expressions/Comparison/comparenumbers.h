@@ -1,7 +1,7 @@
 #ifndef COMPARENUMBERS_H
 #define COMPARENUMBERS_H
 
-#include "DeclarationHandler/iexpression.h"
+#include "DeclarationHandler/Expressions/numericoperand.h"
 
 /// The rule of the four ordering operators: the left operand is evaluated first; one value that
 /// converts to a number is enough, the other then counts as 0 if it does not. Invalid when neither
@@ -9,11 +9,11 @@
 template<typename Comparison>
 QVariant CompareNumbers(const IExpression& left, const IExpression& right, Comparison comparison)
 {
-    const QVariant leftValue = left.Retrieve();
-    const QVariant rightValue = right.Retrieve();
-    if (!leftValue.canConvert(QVariant::Double) && !rightValue.canConvert(QVariant::Double))
+    const NumericOperand leftOperand(left);
+    const NumericOperand rightOperand(right);
+    if (!leftOperand.IsNumber() && !rightOperand.IsNumber())
         return QVariant();
-    return comparison(leftValue.toDouble(), rightValue.toDouble());
+    return comparison(leftOperand.GetNumber(), rightOperand.GetNumber());
 }
 
 #endif

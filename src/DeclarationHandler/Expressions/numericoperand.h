@@ -1,0 +1,42 @@
+#ifndef NUMERICOPERAND_H
+#define NUMERICOPERAND_H
+
+#include <QString>
+
+#include "DeclarationHandler/Expressions/exprconstant.h"
+
+/// An operand as the operators take it that compute with numbers and compare them. Number literals,
+/// which are texts, have been read as numbers when the statement was parsed.
+class NumericOperand
+{
+public:
+    explicit NumericOperand(const IExpression& node)
+        : m_number(0.0), m_isNumber(ExprConstant::GetNumeral(node, &m_number))
+    {
+        if (!m_isNumber)
+            Read(node.Retrieve());
+    }
+
+    /// Whether the value converts to a number.
+    bool IsNumber() const { return m_isNumber; }
+    /// The number; 0 for a value that spells none.
+    double GetNumber() const { return m_number; }
+    /// The text of a value that is no number.
+    const QString& GetText() const { return m_text; }
+
+private:
+    void Read(const QVariant& value)
+    {
+        m_number = value.toDouble(&m_isNumber);
+        // A text converts, whatever it spells.
+        m_isNumber = m_isNumber || value.canConvert(QVariant::Double);
+        if (!m_isNumber)
+            m_text = value.toString();
+    }
+
+    double m_number;
+    bool m_isNumber;
+    QString m_text;
+};
+
+#endif
