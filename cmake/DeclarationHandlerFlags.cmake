@@ -4,7 +4,7 @@ if(DECLARATIONHANDLER_IS_TOP AND NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATIO
   set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Build type" FORCE)
 endif()
 
-# declarationhandler_flags(<target>): warnings and sanitizers.
+# declarationhandler_flags(<target>): warnings, sanitizers and instrumentation.
 function(declarationhandler_flags target)
   target_compile_options(${target} PRIVATE -Wall -Wextra)
   if(DECLARATIONHANDLER_WERROR)
@@ -14,6 +14,13 @@ function(declarationhandler_flags target)
     set(sanitize -fsanitize=${DECLARATIONHANDLER_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_compile_options(${target} PRIVATE ${sanitize})
     target_link_options(${target} PRIVATE ${sanitize})
+  endif()
+  if(DECLARATIONHANDLER_FUZZ)
+    target_compile_options(${target} PRIVATE -fsanitize=fuzzer-no-link)
+  endif()
+  if(DECLARATIONHANDLER_COVERAGE)
+    target_compile_options(${target} PRIVATE --coverage -fprofile-update=atomic)
+    target_link_options(${target} PRIVATE --coverage)
   endif()
 endfunction()
 

@@ -1,4 +1,3 @@
-#include <QLabel>
 #include <QtTest>
 
 #include <atomic>
@@ -10,7 +9,6 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
-#include "DeclarationHandler/declarationhandler.h"
 #include "support/values.h"
 
 namespace {
@@ -161,52 +159,6 @@ private Q_SLOTS:
             Change(ids[0], 1);
         }
         QCOMPARE(int(running), 2);
-    }
-
-    // No call reaches an observer that is removed, and then deleted, while others write.
-    void ObserversComeAndGo()
-    {
-        std::atomic<bool> stop(false);
-        std::atomic<int> calls(0);
-        const auto write = [&] {
-            for (int i = 0; !stop; ++i)
-                Change(m_id, i);
-        };
-        {
-            const Worker first(write);
-            const Worker second(write);
-            for (int i = 0; i < 500 || calls < 500; ++i) {
-                const std::unique_ptr<Observer> observer(new Observer([&](const VariableIdentifier&) { ++calls; }));
-                Peer().AddObserver(m_id, observer.get());
-                std::this_thread::yield();
-            }
-            stop = true;
-        }
-        QVERIFY(calls >= 500);
-    }
-
-    void FormFollowsOtherThreads()
-    {
-        QLabel form;
-        std::atomic<bool> stop(false);
-        DeclarationHandler handler;
-        QVERIFY(handler.AddDeclaration(&form, &form, "~text", "'n ' + x", "p", true, false));
-        {
-            const Worker worker([&] {
-                for (int i = 0; i <= 100; ++i)
-                    Change(m_id, i);
-            });
-        }
-        QCOMPARE(form.text(), QString());
-        QCoreApplication::processEvents();
-        QCOMPARE(form.text(), QString("n 100"));
-        const Worker worker([&] {
-            for (int i = 0; !stop; ++i)
-                Change(m_id, i);
-        });
-        QCoreApplication::processEvents();
-        handler.Clear();
-        stop = true;
     }
 };
 

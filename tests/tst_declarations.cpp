@@ -225,17 +225,6 @@ private Q_SLOTS:
         QCOMPARE(m_log.join(" "), QString("tree=5 ~tree"));
         QCOMPARE(peer.TakeCalls(), QString("new=5, unobserve, ~new"));
     }
-
-    void DeletedInItsOwnUpdate()
-    {
-        DeclProperty* const announcing = new DeclProperty(Spy(), m_target.data(), "number");
-        connect(announcing, &Declaration::Updated, this, [=] { delete announcing; });
-        QVERIFY(announcing->Update());
-        DeclProperty* const writing = new DeclProperty(Spy(), m_target.data(), "number");
-        m_target->m_written = [=] { delete writing; };
-        QVERIFY(writing->Update());
-        QCOMPARE(m_log.join(" "), QString("tree ~tree tree ~tree"));
-    }
 };
 
 QTEST_MAIN(tst_Declarations)

@@ -1,27 +1,14 @@
 #include <QtTest>
 
 #include "DeclarationHandler/Expressions/exprobjectproperty.h"
-#include "DeclarationHandler/Tokens/doublequotetoken.h"
 #include "DeclarationHandler/Tokens/identifiertoken.h"
-#include "DeclarationHandler/Tokens/numbertoken.h"
 #include "DeclarationHandler/Tokens/packagetoken.h"
-#include "DeclarationHandler/Tokens/singlequotetoken.h"
-#include "DeclarationHandler/Tokens/variabletoken.h"
 #include "DeclarationHandler/parser.h"
+#include "support/lexer.h"
 #include "support/messagecatcher.h"
 #include "support/values.h"
 
 namespace {
-
-Token* NextToken(const QString& text)
-{
-    for (Token* (*parse)(const QString&) :
-         {NumberToken::Parse, Token::Parse, SingleQuoteToken::Parse, DoubleQuoteToken::Parse, VariableToken::Parse}) {
-        if (Token* const token = parse(text))
-            return token;
-    }
-    return nullptr;
-}
 
 /// The lexeme, with a letter in front for number, text or variable.
 QString Describe(const Token& token)

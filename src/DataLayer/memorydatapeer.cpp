@@ -3,6 +3,8 @@
 #include <QSet>
 #include <QThread>
 
+#include <algorithm>
+
 #include "DataLayer/idataobserver.h"
 
 namespace {
@@ -76,8 +78,8 @@ bool MemoryDataPeer::AddObserver(const VariableIdentifier& identifier, IDataObse
         return false;
     const std::lock_guard<std::mutex> lock(m_mutex);
     Variable* const variable = Find(identifier);
-    QList<Variable*>& observed = m_subscriptions[observer];
-    if (!observed.contains(variable)) {
+    Variables& observed = m_subscriptions[observer];
+    if (std::find(observed.constBegin(), observed.constEnd(), variable) == observed.constEnd()) {
         observed.append(variable);
         variable->observers.append(observer);
     }
@@ -87,10 +89,12 @@ bool MemoryDataPeer::AddObserver(const VariableIdentifier& identifier, IDataObse
 void MemoryDataPeer::RemoveObserver(IDataObserver* observer)
 {
     std::unique_lock<std::mutex> lock(m_mutex);
-    const QList<Variable*> observed = m_subscriptions.take(observer);
+    const Variables observed = m_subscriptions.take(observer);
     for (int i = 0; i < observed.count(); ++i)
         observed.at(i)->observers.removeOne(observer);
 
+    if (m_calls.isEmpty())
+        return;
     const Qt::HANDLE thread = QThread::currentThreadId();
     const Removal removal = {observer, ++m_removalCount};
     m_removals.insert(thread, removal);

@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QList>
+#include <QVarLengthArray>
 #include <QVector>
 
 #include <condition_variable>
@@ -41,6 +42,9 @@ private:
         QList<IDataObserver*> observers;
     };
 
+    /// Few statements read more variables than that.
+    typedef QVarLengthArray<Variable*, 3> Variables;
+
     /// A call of OnNotify() that has started and not yet returned.
     struct Call
     {
@@ -63,10 +67,10 @@ private:
 
     std::mutex m_mutex; ///< Guards everything below.
     std::condition_variable m_callEnded;
-    QHash<VariableIdentifier, Variable*> m_variables;        ///< Owned; entries never go away.
-    QHash<IDataObserver*, QList<Variable*>> m_subscriptions; ///< What each observer observes.
-    QVector<Call> m_calls;                                   ///< Running now, in all threads.
-    QHash<Qt::HANDLE, Removal> m_removals;                   ///< By the thread that waits.
+    QHash<VariableIdentifier, Variable*> m_variables; ///< Owned; entries never go away.
+    QHash<IDataObserver*, Variables> m_subscriptions; ///< What each observer observes.
+    QVector<Call> m_calls;                            ///< Running now, in all threads.
+    QHash<Qt::HANDLE, Removal> m_removals;            ///< By the thread that waits.
     quint64 m_removalCount;
 };
 

@@ -1,11 +1,13 @@
 #include "DeclarationHandler/declarationhandler.h"
 
 #include <QDebug>
+#include <QSet>
 #include <QWidget>
 
 #include "Common/qtcompat.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DeclarationHandler/Declarations/declproperty.h"
+#include "DeclarationHandler/Tokens/formnames.h"
 #include "DeclarationHandler/parser.h"
 #include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
@@ -50,7 +52,7 @@ int CountAncestors(const QObject* object, const QSet<QObject*>& widgets)
 
 } // namespace
 
-DeclarationHandler::DeclarationHandler() {}
+DeclarationHandler::DeclarationHandler() : m_names(new FormNames), m_cleared(new bool(false)) {}
 
 DeclarationHandler::~DeclarationHandler()
 {
@@ -62,24 +64,20 @@ bool DeclarationHandler::AddDeclaration(QObject* topWidget, QObject* widget, QSt
 {
     if (!PropertyInfo::IsOvexProperty(property) || !widget)
         return false;
-    property = PropertyInfo::ToNormal(property);
+    property = m_names->Share(PropertyInfo::ToNormal(property));
     if (initialize)
         InitializeProperty(widget, property);
 
-    Guard(widget);
-    m_declarations.append(CreateDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly));
-    QSet<QString>*& properties = m_declaredProperties[widget];
-    if (!properties)
-        properties = new QSet<QString>;
-    properties->insert(property);
+    DeclProperty* const declaration = NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly);
+    m_declarations.append(declaration);
+    m_byObject.insert(widget, declaration);
     return true;
 }
 
 bool DeclarationHandler::AddDefaultDeclaration(QObject* topWidget, QObject* widget, QString property, QString statement,
                                                QString defaultPackage)
 {
-    const QSet<QString>* const properties = m_declaredProperties.value(Alive(widget));
-    if (properties && properties->contains(PropertyInfo::ToNormal(property)))
+    if (FindDeclaration(widget, PropertyInfo::ToNormal(property)))
         return false;
     return AddDeclaration(topWidget, widget, property, statement, defaultPackage, true, false);
 }
@@ -101,6 +99,13 @@ Declaration* DeclarationHandler::CreateDeclaration(QObject* widget, QString prop
                                                    const QString& statement, const QString& defaultPackage,
                                                    bool readOnly)
 {
+    return NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly);
+}
+
+DeclProperty* DeclarationHandler::NewDeclaration(QObject* widget, const QString& property, QObject* topWidget,
+                                                 const QString& statement, const QString& defaultPackage, bool readOnly)
+{
+    const FormNames::Use use(m_names.data());
     IDataPeer* const dataPeer = GetDataPeer();
     DeclProperty* const declaration = new DeclProperty(widget, property);
     Parser parser;
@@ -129,68 +134,62 @@ void DeclarationHandler::InitializeProperty(QObject* widget, const QString& prop
 
 void DeclarationHandler::ConnectPropertyCrossReferences()
 {
-    for (int i = 0; i < m_declarations.count(); ++i) {
-        if (const DeclProperty* const writer = qobject_cast<DeclProperty*>(m_declarations.at(i).data()))
-            ConnectReaders(writer);
-    }
+    for (int i = 0; i < m_declarations.count() && !m_pendingReferences.isEmpty(); ++i)
+        ConnectReaders(m_declarations.at(i));
     QMultiMap<PropertyKey, QPointer<Declaration>>::const_iterator it = m_pendingReferences.constBegin();
     for (; it != m_pendingReferences.constEnd(); ++it) {
         if (it.value() && it.key().second.startsWith(QLatin1String(LocalizedPrefix), Qt::CaseSensitive))
             ReportUnknownReference(it.key(), it.value());
     }
     m_pendingReferences.clear();
+    m_guards.clear();
+    m_names->Clear();
 }
 
-// Slots that run in between may clear or delete this handler. The walks below therefore look only at a
-// copy of the list, in which declarations that are gone are null.
-
+// Slots that run in between may clear or delete this handler.
 void DeclarationHandler::Update()
 {
-    const QVector<QPointer<Declaration>> declarations = m_declarations;
-    for (int i = 0; i < declarations.count(); ++i) {
-        if (Declaration* const declaration = declarations.at(i))
-            declaration->Update(true);
-    }
+    const QSharedPointer<bool> cleared = m_cleared;
+    const int count = m_declarations.count();
+    for (int i = 0; i < count && !*cleared; ++i)
+        m_declarations.at(i)->Update(true);
 }
 
 void DeclarationHandler::Save(QObject* scope, const QString& objectName)
 {
     const bool all = !scope || objectName.isEmpty();
     const QSet<QObject*> containers = all ? QSet<QObject*>() : WidgetsNamed(objectName, scope);
-    const QVector<QPointer<Declaration>> declarations = m_declarations;
-    for (int i = 0; i < declarations.count(); ++i) {
-        const QObject* const object = declarations.at(i) ? declarations.at(i)->GetActiveObject() : nullptr;
+    const QSharedPointer<bool> cleared = m_cleared;
+    const int count = m_declarations.count();
+    for (int i = 0; i < count && !*cleared; ++i) {
+        const QObject* const object = m_declarations.at(i)->GetActiveObject();
         if (!object)
             continue;
         int saves = 1;
         if (!all && object->objectName() != objectName)
             saves = object->isWidgetType() ? CountAncestors(object, containers) : 0;
-        for (; saves > 0 && declarations.at(i); --saves)
-            declarations.at(i)->Save();
+        for (; saves > 0 && !*cleared; --saves)
+            m_declarations.at(i)->Save();
     }
 }
 
 void DeclarationHandler::SaveProperty(QObject* widget, const QString& property)
 {
-    for (int i = 0; i < m_declarations.count(); ++i) {
-        DeclProperty* const declaration = qobject_cast<DeclProperty*>(m_declarations.at(i).data());
-        if (declaration && declaration->GetActiveObject() == widget && declaration->GetProperty() == property) {
-            declaration->Save();
-            return;
-        }
-    }
+    if (DeclProperty* const declaration = FindDeclaration(widget, property))
+        declaration->Save();
 }
 
 void DeclarationHandler::Clear()
 {
-    qDeleteAll(m_declaredProperties);
-    m_declaredProperties.clear();
+    *m_cleared = true;
+    m_cleared = QSharedPointer<bool>(new bool(false));
+    m_byObject.clear();
     m_pendingReferences.clear();
     m_guards.clear();
-    const QVector<QPointer<Declaration>> declarations = m_declarations;
+    m_names->Clear();
+    const QVector<DeclProperty*> declarations = m_declarations;
     m_declarations.clear();
-    for (int i = 0; i < declarations.count(); ++i)
-        delete declarations.at(i).data();
+    qDeleteAll(declarations);
 }
 
 IExpression* DeclarationHandler::ParseExpression(IDataPeer* dataPeer, IDataObserver* dataObserver, QObject* topWidget,
@@ -257,20 +256,34 @@ QObject* DeclarationHandler::Alive(QObject* object) const
 
 void DeclarationHandler::Forget(QObject* object)
 {
-    delete m_declaredProperties.take(object);
     QMultiMap<PropertyKey, QPointer<Declaration>>::iterator it
         = m_pendingReferences.lowerBound(PropertyKey(object, QString()));
     while (it != m_pendingReferences.end() && it.key().first == object)
         it = m_pendingReferences.erase(it);
 }
 
+/// The first declaration added of that property of that object; null when there is none.
+DeclProperty* DeclarationHandler::FindDeclaration(QObject* widget, const QString& property) const
+{
+    DeclProperty* first = nullptr;
+    QMultiHash<QObject*, DeclProperty*>::const_iterator it = m_byObject.constFind(widget);
+    // The ones added last come first. One of another object, destroyed, may have the same key.
+    for (; it != m_byObject.constEnd() && it.key() == widget; ++it) {
+        if (it.value()->GetActiveObject() == widget && it.value()->GetProperty() == property)
+            first = it.value();
+    }
+    return first;
+}
+
 void DeclarationHandler::ConnectReaders(const DeclProperty* writer)
 {
-    const PropertyKey key(writer->GetActiveObject(), writer->GetProperty());
+    static const int updated = DeclProperty::staticMetaObject.indexOfSignal("Updated()");
+    static const int update = DeclProperty::staticMetaObject.indexOfSlot("Update()");
+    const PropertyKey key(Alive(writer->GetActiveObject()), writer->GetProperty());
     const QList<QPointer<Declaration>> readers = m_pendingReferences.values(key);
     for (int i = 0; i < readers.count(); ++i) {
         if (readers.at(i))
-            QObject::connect(writer, SIGNAL(Updated()), readers.at(i).data(), SLOT(Update()));
+            QMetaObject::connect(writer, updated, readers.at(i).data(), update);
     }
     m_pendingReferences.remove(key);
 }

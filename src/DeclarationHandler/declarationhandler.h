@@ -5,7 +5,8 @@
 #include <QMap>
 #include <QPair>
 #include <QPointer>
-#include <QSet>
+#include <QScopedPointer>
+#include <QSharedPointer>
 #include <QStringList>
 #include <QVariant>
 #include <QVector>
@@ -13,6 +14,7 @@
 #include "DeclarationHandler/declaration.h"
 
 class DeclProperty;
+class FormNames;
 class IDataObserver;
 class IDataPeer;
 class IExpression;
@@ -123,13 +125,18 @@ private:
     void Guard(QObject* object);
     QObject* Alive(QObject* object) const;
     void Forget(QObject* object);
+    DeclProperty* NewDeclaration(QObject* widget, const QString& property, QObject* topWidget, const QString& statement,
+                                 const QString& defaultPackage, bool readOnly);
+    DeclProperty* FindDeclaration(QObject* widget, const QString& property) const;
     void ConnectReaders(const DeclProperty* writer);
     void ReportUnknownReference(const PropertyKey& key, const Declaration* reader) const;
 
-    QVector<QPointer<Declaration>> m_declarations;                     ///< Owned; in the order added.
-    QHash<QObject*, QSet<QString>*> m_declaredProperties;              ///< Normal names; sets owned.
+    QVector<DeclProperty*> m_declarations;                             ///< Owned; in the order added.
+    QMultiHash<QObject*, DeclProperty*> m_byObject;                    ///< The same, by what they act on.
     QMultiMap<PropertyKey, QPointer<Declaration>> m_pendingReferences; ///< What is read, and by whom.
-    QHash<QObject*, QPointer<QObject>> m_guards;                       ///< Which of the keys still live.
+    QHash<QObject*, QPointer<QObject>> m_guards;                       ///< Which of those keys still live.
+    QScopedPointer<FormNames> m_names;
+    QSharedPointer<bool> m_cleared; ///< Set, and replaced, by Clear(): what walks through the list stops.
 };
 
 #endif

@@ -25,19 +25,22 @@ const int MaxNestedUpdates = 1000;
 /// The updates of this thread that wait for one another, each told by the one before it.
 struct UpdateChain
 {
-    int nested; ///< On the stack.
-    int length; ///< In all, those included that ended when the event loop took over.
+    int nested;         ///< On the stack.
+    uint length;        ///< In all, those included that ended when the event loop took over.
+    uint deletedBefore; ///< Declarations that were deleted before it began.
 };
-thread_local UpdateChain chain = {0, 0};
+thread_local UpdateChain chain = {0, 0, 0};
 
-std::atomic<int> declarationCount(0);
+// Of declarations, in all threads. They may wrap around; only differences count.
+std::atomic<uint> createdCount(0);
+std::atomic<uint> deletedCount(0);
 
 /// Goes on with a chain of updates from the event loop. Dies with its declaration.
 class ContinuedUpdate : public QObject
 {
 public:
     ContinuedUpdate(DeclProperty* declaration, bool updateToInvalid)
-        : QObject(declaration), m_declaration(declaration), m_updateToInvalid(updateToInvalid), m_length(chain.length)
+        : QObject(declaration), m_declaration(declaration), m_updateToInvalid(updateToInvalid), m_chain(chain)
     {
         QCoreApplication::postEvent(this, new QEvent(QEvent::User));
     }
@@ -48,8 +51,8 @@ public:
             return QObject::event(event);
         deleteLater();
         const UpdateChain interrupted = chain;
+        chain = m_chain;
         chain.nested = 0;
-        chain.length = m_length;
         m_declaration->Update(m_updateToInvalid);
         chain = interrupted;
         return true;
@@ -58,7 +61,7 @@ public:
 private:
     DeclProperty* const m_declaration;
     const bool m_updateToInvalid;
-    const int m_length;
+    const UpdateChain m_chain;
 };
 
 } // namespace
@@ -66,8 +69,7 @@ private:
 DeclProperty::DeclProperty(QObject* activeObject, const QString& property)
     : DeclProperty(nullptr, activeObject, property)
 {
-    connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this, SLOT(OnNotifyDeclaration(VariableIdentifier)),
-            Qt::QueuedConnection);
+    ConnectNotifications();
 }
 
 DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const QString& property)
@@ -75,13 +77,13 @@ DeclProperty::DeclProperty(IExpression* condition, QObject* activeObject, const 
       m_property(property),
       m_dataPeer(nullptr),
       m_access(activeObject, property),
+      m_destroyed(nullptr),
+      m_postponed(0),
       m_kind(KindOf(property)),
       m_written(false),
-      m_cycleReported(false),
-      m_postponed(0),
-      m_destroyed(nullptr)
+      m_cycleReported(false)
 {
-    ++declarationCount;
+    ++createdCount;
 }
 
 DeclProperty::~DeclProperty()
@@ -90,7 +92,7 @@ DeclProperty::~DeclProperty()
         *m_destroyed = true;
     if (m_dataPeer)
         m_dataPeer->RemoveObserver(this);
-    --declarationCount;
+    ++deletedCount;
 }
 
 bool DeclProperty::Save()
@@ -163,8 +165,10 @@ bool DeclProperty::Update(bool updateToInvalid)
 {
     if (!m_condition || !m_activeObject)
         return false;
-    // A chain longer than there are declarations goes round in circles.
-    if (m_destroyed || chain.length > declarationCount) {
+    if (chain.length == 0)
+        chain.deletedBefore = deletedCount;
+    // A chain longer than there were declarations since it began goes round in circles.
+    if (m_destroyed || chain.length > createdCount - chain.deletedBefore) {
         ReportCycle();
         return false;
     }
@@ -183,6 +187,24 @@ bool DeclProperty::Update(bool updateToInvalid)
 bool DeclProperty::Update()
 {
     return Declaration::Update();
+}
+
+// By index, with the argument's type, since connecting by name searches for all three each time.
+void DeclProperty::ConnectNotifications()
+{
+    static std::atomic<int> identifierType(0);
+    if (identifierType == 0)
+        identifierType = QMetaType::type("VariableIdentifier");
+    if (identifierType == 0) {
+        // Qt refuses this, and says why.
+        connect(this, SIGNAL(DoNotifyDeclaration(VariableIdentifier)), this,
+                SLOT(OnNotifyDeclaration(VariableIdentifier)), Qt::QueuedConnection);
+        return;
+    }
+    static const int signal = staticMetaObject.indexOfSignal("DoNotifyDeclaration(VariableIdentifier)");
+    static const int slot = staticMetaObject.indexOfSlot("OnNotifyDeclaration(VariableIdentifier)");
+    // The connection owns the list, which a 0 ends.
+    QMetaObject::connect(this, signal, this, slot, Qt::QueuedConnection, new int[2]{identifierType, 0});
 }
 
 DeclProperty::Kind DeclProperty::KindOf(const QString& property)

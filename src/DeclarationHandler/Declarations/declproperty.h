@@ -83,6 +83,7 @@ private:
         Image    ///< Takes paths of image files.
     };
 
+    void ConnectNotifications();
     static Kind KindOf(const QString& property);
     bool Evaluate(bool updateToInvalid);
     bool TakesImagePath(const QVariant& value) const;
@@ -92,11 +93,12 @@ private:
     QString m_property;
     IDataPeer* m_dataPeer;
     PropertyAccess m_access;
-    Kind m_kind;
-    bool m_written;
-    bool m_cycleReported;
-    int m_postponed;   ///< Notifications that arrived while an Update() was running.
     bool* m_destroyed; ///< Where a running Update() learns that this object is gone; else null.
+    int m_postponed;   ///< Notifications that arrived while an Update() was running.
+    // As bits: a form has thousands of these objects.
+    Kind m_kind : 2;
+    bool m_written : 1;
+    bool m_cycleReported : 1;
 };
 
 #endif

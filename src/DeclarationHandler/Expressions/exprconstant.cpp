@@ -1,11 +1,11 @@
 #include "DeclarationHandler/Expressions/exprconstant.h"
 
-ExprConstant::ExprConstant(const QVariant& value) : Expression(true), m_value(value), m_number(0.0), m_isNumeral(false)
+ExprConstant::ExprConstant(const QVariant& value) : Expression(true), m_isNumeral(false), m_value(value), m_number(0.0)
 {
 }
 
 ExprConstant::ExprConstant(const QString& text, double number)
-    : Expression(true), m_value(text), m_number(number), m_isNumeral(true)
+    : Expression(true), m_isNumeral(true), m_value(text), m_number(number)
 {
 }
 

@@ -31,9 +31,9 @@ public:
     }
 
 private:
+    bool m_isNumeral;
     QVariant m_value;
     double m_number;
-    bool m_isNumeral;
 };
 
 #endif

@@ -6,6 +6,7 @@
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationHandler/Expressions/exprobjectproperty.h"
 #include "DeclarationHandler/Expressions/exprvariable.h"
+#include "DeclarationHandler/Tokens/formnames.h"
 #include "DeclarationHandler/Tokens/identifiertoken.h"
 #include "DeclarationHandler/Tokens/nametext.h"
 #include "DeclarationHandler/Tokens/packagetoken.h"
@@ -50,7 +51,7 @@ Token* VariableToken::Parse(const QString& text)
     Token* const package = PackageToken::Parse(text);
     if (!package) {
         const int nameLength = NameText::Length(text);
-        return nameLength == 0 ? nullptr : new VariableToken(TextView::StartOf(text, nameLength));
+        return nameLength == 0 ? nullptr : new VariableToken(FormNames::StartOf(text, nameLength));
     }
     const int position = package->GetLexemeLength();
     Token* const identifier = IdentifierToken::Parse(TextView::From(text, position));
@@ -93,7 +94,7 @@ QObject* VariableToken::GetChildObject(QObject* parent, const QStringList& path,
 {
     if (!parent)
         return nullptr;
-    QObject* const child = parent->findChild<QObject*>(path.value(*index));
+    QObject* const child = FormNames::FindChild(parent, path.value(*index));
     ++*index;
     return child;
 }
