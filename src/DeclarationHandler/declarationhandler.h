@@ -52,6 +52,9 @@ public:
     /// named without one. A \a readOnly declaration never writes back. With \a initialize,
     /// InitializeProperty() comes first.
     ///
+    /// Objects in widget paths are looked for once for a form: until ConnectPropertyCrossReferences(), an
+    /// object that is still there under its name is taken again, even where another of that name has come.
+    ///
     /// False, with nothing done, for a name without a marker or a null widget. A statement that does not
     /// parse is added all the same and has no effect. A second declaration of the same property is
     /// added too.

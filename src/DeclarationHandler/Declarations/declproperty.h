@@ -19,6 +19,9 @@ class QVariant;
 /// An Update() that runs into itself again, through declarations that read each other's properties,
 /// answers false and does nothing; the first time this happens to a declaration, one line on the
 /// debug stream names it. A declaration may be deleted from inside its own Update().
+///
+/// Updates that run inside each other, through declarations that read each other's properties, nest
+/// to a depth of 1,000. The one after that answers false, and takes place from the event loop.
 class DECLARATIONHANDLER_EXPORT DeclProperty : public Declaration, public IDataObserver
 {
     Q_OBJECT
