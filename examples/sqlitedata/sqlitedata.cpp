@@ -13,9 +13,9 @@ class SqliteDataPeerFactory : public IDataPeerFactory
 public:
     SqliteDataPeerFactory() { qRegisterMetaType<VariableIdentifier>("VariableIdentifier"); }
 
-    IDataPeer* GetDataPeer(const qint32&) override { return &m_peer; }
+    IDataPeer* GetDataPeer(const qint32&) override { return &peer; }
 
-    SqliteDataPeer m_peer;
+    SqliteDataPeer peer;
 };
 //! [factory]
 
@@ -32,11 +32,11 @@ QString SqliteData::Open(const QString& file)
 {
     // The peer's thread must end while Qt's SQL module is still there.
     static const bool closesAtExit = [] {
-        qAddPostRoutine([] { Factory()->m_peer.Close(); });
+        qAddPostRoutine([] { Factory()->peer.Close(); });
         return true;
     }();
     Q_UNUSED(closesAtExit)
-    return Factory()->m_peer.Open(file);
+    return Factory()->peer.Open(file);
 }
 
 //! [function]
