@@ -98,6 +98,9 @@ private Q_SLOTS:
         QCOMPARE(EvaluateAll("+ -", {2.5f, 1}, "ab"), QString("- 1.5"));
         QCOMPARE(EvaluateAll("+ -", {QStringList("p"), QStringList("q")}, "ab"), QString("- 'pq'"));
         QCOMPARE(EvaluateAll("*", {QStringList("p%1"), QStringList("q")}, "ab"), QString("'pq%2'"));
+        // A type that is read as a number, and yet does not count as one.
+        QCOMPARE(EvaluateAll("< *", {QVariant::fromValue<uchar>('2'), QVariant::fromValue<uchar>('3')}, "ab"),
+                 QString("- '23'"));
     }
 
     void OneOperand()

@@ -27,9 +27,9 @@ public:
 private:
     void Read(const QVariant& value)
     {
-        m_number = value.toDouble(&m_isNumber);
-        // A text converts, whatever it spells.
-        m_isNumber = m_isNumber || value.canConvert(QVariant::Double);
+        // Not what toDouble() says: it reads some types that do not count as convertible, such as uchar.
+        m_isNumber = value.userType() == QMetaType::Double || value.canConvert(QVariant::Double);
+        m_number = value.toDouble();
         if (!m_isNumber)
             m_text = value.toString();
     }

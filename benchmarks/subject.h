@@ -1,0 +1,56 @@
+#ifndef SUBJECT_H
+#define SUBJECT_H
+
+#include <functional>
+
+#include "form.h"
+
+namespace benchmark {
+class State;
+}
+
+/// A statement that is ready to be evaluated.
+using Compiled = std::function<QVariant()>;
+
+/// What is measured: one way to evaluate statements and to bind the properties of forms to variables.
+class Subject
+{
+public:
+    virtual ~Subject() = default;
+
+    /// Takes in variables, named by their places below.
+    virtual void Define(const Variables& variables) = 0;
+
+    virtual Compiled Compile(const Statement& statement) = 0;
+    /// The value that a statement must have here.
+    virtual QVariant Expected(const Statement& statement) const { return statement.value; }
+
+    /// Binds all targets of a form, which outlives the subject, to the variables that have been defined,
+    /// and gives them their first values.
+    virtual void Load(const Form& form) = 0;
+    virtual void Change(int variable, const QVariant& value) = 0;
+    /// Returns when all targets have followed the changes.
+    virtual void Deliver() {}
+
+    /// Writes the values of all targets to their variables.
+    virtual void Save(const Form& form)
+    {
+        for (int i = 0; i < int(form.bindings.size()); ++i)
+            Change(i, form.bindings[i].target->property(form.property));
+    }
+    virtual QVariant Value(int variable) const = 0;
+};
+
+template<typename T>
+std::unique_ptr<Subject> MakeSubject()
+{
+    return std::make_unique<T>();
+}
+
+/// Makes the benchmark fail if there is an error.
+void Check(benchmark::State& state, const QString& error);
+
+/// Registers all workloads for a subject.
+bool RegisterSubject(const std::string& name, std::unique_ptr<Subject> (*make)());
+
+#endif

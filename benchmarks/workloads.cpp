@@ -1,0 +1,151 @@
+#include <benchmark/benchmark.h>
+#include <malloc.h>
+#include <unistd.h>
+
+#include <QFile>
+
+#include "subject.h"
+
+namespace {
+
+using Maker = std::unique_ptr<Subject> (*)();
+
+QString ValueError(Subject& subject, const Statement& statement)
+{
+    const QVariant value = subject.Compile(statement)();
+    return value == subject.Expected(statement) ? QString() : statement.own + " yields " + value.toString();
+}
+
+void FirstValues(benchmark::State& state, Maker make)
+{
+    const std::unique_ptr<Subject> subject = make();
+    subject->Define(TypicalVariables());
+    for (auto _ : state) {
+        for (const Statement& statement : TypicalStatements())
+            benchmark::DoNotOptimize(subject->Compile(statement)());
+    }
+    for (const Statement& statement : TypicalStatements())
+        Check(state, ValueError(*subject, statement));
+    state.SetItemsProcessed(state.iterations() * int64_t(TypicalStatements().size()));
+}
+
+void Evaluation(benchmark::State& state, Maker make, int reads)
+{
+    const std::unique_ptr<Subject> subject = make();
+    subject->Define(ReadingVariables(reads));
+    const Compiled statement = subject->Compile(ReadingStatement(reads));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(statement());
+    Check(state, ValueError(*subject, ReadingStatement(reads)));
+    state.SetItemsProcessed(state.iterations());
+}
+
+double ResidentBytes()
+{
+    QFile file("/proc/self/statm");
+    return file.open(QIODevice::ReadOnly) ? file.readAll().split(' ').value(1).toDouble() * sysconf(_SC_PAGESIZE) : 0;
+}
+
+std::unique_ptr<Subject> Open(Maker make, const Form& form)
+{
+    std::unique_ptr<Subject> subject = make();
+    subject->Define(form.variables);
+    return subject;
+}
+
+void ChangeAndCheck(benchmark::State& state, Subject& subject, Form& form, int variable, double value)
+{
+    form.variables[variable].value = value;
+    subject.Change(variable, value);
+    subject.Deliver();
+    Check(state, form.Error());
+}
+
+// One load, after a small one that starts what is started only once. It should be the only benchmark of its
+// process: memory and time then are those of a program that opens its first form.
+void LoadForm(benchmark::State& state, Maker make, Form::Targets targets, int count)
+{
+    const Form small(Form::Kind::Load, targets, 16);
+    Open(make, small)->Load(small);
+    Form form(Form::Kind::Load, targets, count);
+    const std::unique_ptr<Subject> subject = Open(make, form);
+    malloc_trim(0);
+    const double before = ResidentBytes();
+    for (auto _ : state) {
+        subject->Load(form);
+        subject->Deliver();
+    }
+    state.counters["bytes_per_item"] = (ResidentBytes() - before) / count;
+    state.SetItemsProcessed(count);
+    Check(state, form.Error());
+    ChangeAndCheck(state, *subject, form, 3, 7.25);
+}
+
+void ChangeVariable(benchmark::State& state, Maker make, Form::Kind kind, int count)
+{
+    Form form(kind, Form::Targets::Objects, count);
+    const std::unique_ptr<Subject> subject = Open(make, form);
+    subject->Load(form);
+    double value = 1000;
+    ChangeAndCheck(state, *subject, form, 0, value);
+    for (auto _ : state) {
+        subject->Change(0, ++value);
+        subject->Deliver();
+    }
+    form.variables[0].value = value;
+    Check(state, form.Error());
+    ChangeAndCheck(state, *subject, form, 0, value + 1);
+    state.SetItemsProcessed(state.iterations());
+}
+
+void SaveForm(benchmark::State& state, Maker make, Form::Targets targets, int count)
+{
+    const Form form(Form::Kind::Save, targets, count);
+    const std::unique_ptr<Subject> subject = Open(make, form);
+    subject->Load(form);
+    subject->Deliver();
+    double value = 5000;
+    for (auto _ : state) {
+        state.PauseTiming();
+        ++value;
+        for (int i = 0; i < count; ++i)
+            form.bindings[i].target->setProperty(form.property, value + i);
+        state.ResumeTiming();
+        subject->Save(form);
+        state.PauseTiming();
+        subject->Deliver();
+        state.ResumeTiming();
+    }
+    for (int i = 0; i < count; ++i) {
+        if (!qFuzzyCompare(subject->Value(i).toDouble(), value + i))
+            Check(state, QString("variable %1 is '%2'").arg(i).arg(subject->Value(i).toString()));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+
+} // namespace
+
+void Check(benchmark::State& state, const QString& error)
+{
+    if (!error.isEmpty())
+        state.SkipWithError(qPrintable(error));
+}
+
+bool RegisterSubject(const std::string& name, Maker make)
+{
+    const auto add = [&](const std::string& workload, const auto& function, auto... arguments) {
+        return benchmark::RegisterBenchmark((name + '/' + workload).c_str(), function, make, arguments...)
+            ->MeasureProcessCPUTime();
+    };
+    add("W1_first", FirstValues);
+    for (const int reads : {1, 3, 8})
+        add("W2_evaluate/" + std::to_string(reads), Evaluation, reads);
+    add("W3_load/objects/1000", LoadForm, Form::Targets::Objects, 1000)->Iterations(1);
+    add("W3_load/widgets/1000", LoadForm, Form::Targets::Widgets, 1000)->Iterations(1);
+    add("W3_load/widgets/10000", LoadForm, Form::Targets::Widgets, 10000)->Iterations(1);
+    add("W4_fan/10000", ChangeVariable, Form::Kind::Fan, 10000);
+    add("W4_chain/1000", ChangeVariable, Form::Kind::Chain, 1000);
+    add("W5_save/objects/1000", SaveForm, Form::Targets::Objects, 1000);
+    add("W5_save/widgets/1000", SaveForm, Form::Targets::Widgets, 1000);
+    return true;
+}
