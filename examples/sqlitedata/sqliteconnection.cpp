@@ -20,7 +20,7 @@ const auto ReadRows = QStringLiteral("SELECT package, name, value, revision FROM
 /// SQLite tells a null text from an empty one, which variables do not.
 QString NotNull(const QString& text)
 {
-    return text.isNull() ? QStringLiteral("") : text;
+    return text.isNull() ? QString(QLatin1String("")) : text;
 }
 
 } // namespace
