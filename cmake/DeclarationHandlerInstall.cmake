@@ -1,6 +1,7 @@
 # What is installed where, always relative to the prefix. The component Runtime holds the shared libraries,
 # Development what hosts are built with, and Tools the programs.
 include(GNUInstallDirs)
+set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME Tools)
 include(CMakePackageConfigHelpers)
 
 set(DECLARATIONHANDLER_API_VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})

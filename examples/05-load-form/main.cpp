@@ -27,11 +27,13 @@ int main(int argc, char* argv[])
     data->ChangeValue(VariableIdentifier("name", "Guest"), "Ada", IDataPeer::NoFlag);
     data->ChangeValue(VariableIdentifier("awake", "Guest"), true, IDataPeer::NoFlag);
 
+    //! [bind]
     // The form brings its statements along; the program names none.
     DeclarationHandler handler;
     const FormBinding binding = BindForm(handler, form.data(), "Guest");
     handler.ConnectPropertyCrossReferences();
     handler.Update();
+    //! [bind]
     for (const MarkedProperty& property : binding.declarations)
         QTextStream(stdout) << property.object->objectName() << ' ' << property.name << ": " << property.text << '\n';
 

@@ -35,6 +35,7 @@ QVector<MarkedProperty> CollectMarkedProperties(QWidget* form)
     return properties;
 }
 
+//! [bind]
 BindingKind BindProperty(DeclarationHandler& handler, QWidget* form, const MarkedProperty& property,
                          const QString& defaultPackage)
 {
@@ -67,3 +68,4 @@ FormBinding BindForm(DeclarationHandler& handler, QWidget* form, const QString& 
     }
     return binding;
 }
+//! [bind]

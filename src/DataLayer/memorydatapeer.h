@@ -24,7 +24,7 @@ class MemoryDataPeer : public IDataPeer
 {
 public:
     MemoryDataPeer();
-    ~MemoryDataPeer();
+    ~MemoryDataPeer() override;
 
     QVariant GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue) override;
     bool ChangeValue(const VariableIdentifier& identifier, const QVariant& value,
