@@ -56,8 +56,7 @@ QString SqliteDataPeer::Open(const QString& file)
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_file = file;
     }
-    m_watcher.reset(QThread::create([this, file] { Watch(file); }));
-    m_watcher->start();
+    m_watcher = std::thread([this, file] { Watch(file); });
     return QString();
 }
 
@@ -68,9 +67,8 @@ void SqliteDataPeer::Close()
         m_file.clear();
     }
     m_closing.notify_all();
-    if (m_watcher)
-        m_watcher->wait();
-    m_watcher.reset();
+    if (m_watcher.joinable())
+        m_watcher.join();
 }
 
 QVariant SqliteDataPeer::GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue)
