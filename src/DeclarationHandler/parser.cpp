@@ -114,7 +114,8 @@ Parser::Parser()
       m_topWidget(nullptr),
       m_nesting(0),
       m_levels(0),
-      m_tooDeep(false)
+      m_tooDeep(false),
+      m_failedIndexes(0)
 {
 }
 
@@ -175,6 +176,7 @@ IExpression* Parser::Parse(IDataPeer* dataPeer, IDataObserver* dataObserver, QOb
     m_topWidget = topWidget;
     m_referencedProperties.clear();
     m_tooDeep = false;
+    m_failedIndexes = 0;
 
     int position = 0;
     IExpression* const expression = CreateExpression(&position, 0, defaultPackage, readOnly);
@@ -359,6 +361,9 @@ IExpression* Parser::CreateArrayExpression(int* position, const QString& default
         IExpression* const index = CreateIndex(&next, defaultPackage, readOnly);
         if (!index || !SetLevels(qMax(levels, m_levels) + 1)) {
             delete index;
+            // What was read of it may be read again as something else, twice as often at each level.
+            if (++m_failedIndexes > MaxLevels)
+                RefuseDepth();
             break;
         }
         levels = m_levels;
@@ -432,11 +437,16 @@ bool Parser::SetLevels(int levels)
     m_levels = levels;
     if (levels <= MaxLevels)
         return true;
+    RefuseDepth();
+    return false;
+}
+
+void Parser::RefuseDepth()
+{
     if (!m_tooDeep)
         ReportError(QString::fromLatin1("Parser::CreateExpression(...)"), __LINE__,
                     QString::fromLatin1(TooDeepMessage));
     m_tooDeep = true;
-    return false;
 }
 
 void Parser::ReportError(const QString& operation, int line, const QString& message)

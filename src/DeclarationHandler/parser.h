@@ -61,6 +61,7 @@ private:
     bool IsAt(int position, Token::TOKEN_TYPE type) const;
     bool ExpectClosing(int position, Token::TOKEN_TYPE type, const char* text, const char* operation);
     bool SetLevels(int levels);
+    void RefuseDepth();
     void ReportError(const QString& operation, int line, const QString& message);
 
     QList<Token*> m_tokens;
@@ -73,6 +74,7 @@ private:
     int m_nesting;  ///< Calls of CreateExpression() that are running.
     int m_levels;   ///< Height of the tree that was finished last.
     bool m_tooDeep; ///< The statement is refused for its depth.
+    int m_failedIndexes;
 };
 
 #endif
