@@ -5,6 +5,8 @@
 #include <QMetaType>
 #include <QString>
 
+#include <cstring>
+
 /// Names one data variable: a name within a package. Names and packages are case-sensitive, and a
 /// null text equals an empty one. A plain value; copies may be used in different threads.
 class VariableIdentifier
@@ -31,7 +33,8 @@ private:
     // Identifiers of one variable often share their texts.
     static bool AreSame(const QString& left, const QString& right)
     {
-        return left.constData() == right.constData() || left == right;
+        return left.constData() == right.constData()
+            || (left.size() == right.size() && std::memcmp(left.constData(), right.constData(), left.size() * sizeof(QChar)) == 0);
     }
     static uint HashOf(const QString& name, const QString& package) { return 31 * qHash(package) + qHash(name); }
 

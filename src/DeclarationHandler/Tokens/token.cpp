@@ -1,7 +1,5 @@
 #include "DeclarationHandler/Tokens/token.h"
 
-#include <QHash>
-
 #include "DeclarationHandler/Expressions/exprconstant.h"
 
 namespace {
@@ -66,33 +64,40 @@ bool IsSingleChar(const Row& row)
     return row.text[1] == '\0';
 }
 
+const int AsciiCount = 128;
+
 /// The rows by what they are looked up by, and their texts as the tokens share them.
 struct Index
 {
     const Row* byType[Token::TT_HASVALUE + 1]; ///< Null for kinds without a fixed text.
     QString lexemes[RowCount];
-    bool startsLongRow[128]; ///< Whether a text of several characters starts with that character.
+    const Row* byChar[AsciiCount];   ///< The rows of one character; null for others.
+    bool startsLongRow[AsciiCount]; ///< Whether a text of several characters starts with that character.
 
-    Index() : byType(), startsLongRow()
+    Index() : byType(), byChar(), startsLongRow()
     {
         for (int i = 0; i < RowCount; ++i) {
             byType[Rows[i].type] = &Rows[i];
             lexemes[i] = QLatin1String(Rows[i].text);
-            if (!IsSingleChar(Rows[i]))
-                startsLongRow[static_cast<int>(Rows[i].text[0])] = true;
+            const int first = Rows[i].text[0];
+            if (IsSingleChar(Rows[i]))
+                byChar[first] = &Rows[i];
+            else
+                startsLongRow[first] = true;
         }
     }
 };
 
 const Index& GetIndex()
 {
+    // Complete before the first look-up in any thread.
     static const Index index;
     return index;
 }
 
 bool StartsLongRow(QChar character)
 {
-    return character.unicode() < 128 && GetIndex().startsLongRow[character.unicode()];
+    return character.unicode() < AsciiCount && GetIndex().startsLongRow[character.unicode()];
 }
 
 const Row* FindRow(Token::TOKEN_TYPE type)
@@ -112,16 +117,6 @@ bool Matches(const Row& row, const QString& text)
         return false;
     const int length = static_cast<int>(qstrlen(row.text));
     return row.boundary == Anywhere || text.length() == length || !text.at(length).isLetterOrNumber();
-}
-
-QHash<QChar, Token::TOKEN_TYPE> SingleCharRows()
-{
-    QHash<QChar, Token::TOKEN_TYPE> types;
-    for (int i = 0; i < RowCount; ++i) {
-        if (IsSingleChar(Rows[i]))
-            types.insert(QLatin1Char(Rows[i].text[0]), Rows[i].type);
-    }
-    return types;
 }
 
 } // namespace
@@ -180,8 +175,7 @@ Token* Token::ParseString(const QString& text)
 
 Token* Token::ParseChar(const QString& text)
 {
-    // Complete before the first look-up in any thread.
-    static const QHash<QChar, TOKEN_TYPE> charToTokenType = SingleCharRows();
-    const QHash<QChar, TOKEN_TYPE>::const_iterator entry = charToTokenType.constFind(text.at(0));
-    return entry == charToTokenType.constEnd() ? nullptr : new Token(LexemeOf(*FindRow(entry.value())), entry.value());
+    const ushort character = text.at(0).unicode();
+    const Row* const row = character < AsciiCount ? GetIndex().byChar[character] : nullptr;
+    return row ? new Token(LexemeOf(*row), row->type) : nullptr;
 }
