@@ -5,7 +5,7 @@
 #include <QVector>
 
 #include "common/statementtokens.h"
-#include "declcheck/formdocument.h"
+#include "common/formdocument.h"
 
 enum class Check
 {
