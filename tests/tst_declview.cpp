@@ -286,6 +286,10 @@ private Q_SLOTS:
                                         << QByteArray("Attempt to add a layout to a widget 'bar'");
         QTest::newRow("layout unknown") << Form(Widget("QWidget", "page", layout.arg("A"))) << 0
                                         << QByteArray("layout: the class A is unknown");
+        const QString items = "<layout class=\"QVBoxLayout\" name=\"layout\">"
+            + QString("<item>%1</item>").arg(plain).repeated(2) + "</layout>";
+        QTest::newRow("layout of a scroll area")
+            << Form(Widget("QScrollArea", "area", items)) << 0 << QByteArray("layout: a scroll area takes no layout.");
         QTest::newRow("classes that extend each other") << Form(Widget("A", "a", "")).replace("</widget></ui>", cycle)
                                                         << 0 << QByteArray("a: the class A is unknown");
         QTest::newRow("deep") << Form(QString("<widget class=\"QWidget\">").repeated(100000)) << 2

@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QDebug>
 #include <QLayout>
+#include <QScrollArea>
 #include <QWidget>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -93,6 +94,11 @@ QWidget* FormLoader::createWidget(const QString& className, QWidget* parent, con
 
 QLayout* FormLoader::createLayout(const QString& className, QObject* parent, const QString& name)
 {
+    if (qobject_cast<QScrollArea*>(parent)) {
+        // Which deletes the widget before when it takes another, so that the layout would keep a dead one.
+        qWarning().noquote() << QString("%1: a scroll area takes no layout.").arg(name);
+        return nullptr;
+    }
     QLayout* layout = QUiLoader::createLayout(className, parent, name);
     if (!layout) {
         TellStandIn(name, className, "vertical layout");
