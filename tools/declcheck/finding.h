@@ -4,8 +4,8 @@
 #include <QString>
 #include <QVector>
 
-#include "common/statementtokens.h"
 #include "common/formdocument.h"
+#include "common/statementtokens.h"
 
 enum class Check
 {
