@@ -49,7 +49,7 @@ function(declarationhandler_library target)
     PUBLIC $<$<STREQUAL:$<TARGET_PROPERTY:${target},TYPE>,STATIC_LIBRARY>:${upper}_STATIC>)
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>)
   # Calls within a library need not go through the dynamic linker; nobody replaces its functions singly.
-  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition>)
+  target_compile_options(${target} PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fno-semantic-interposition> -fno-plt)
   target_link_options(${target} PRIVATE -Wl,-Bsymbolic-functions)
   if(NOT DECLARATIONHANDLER_SANITIZE)
     # Every symbol must be found at link time; only the sanitizers' own come at run time.
