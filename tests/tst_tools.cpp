@@ -210,6 +210,9 @@ private Q_SLOTS:
         QTest::newRow("an error in one line")
             << set << QByteArray("title\n+\n") << 1 << "\"Pump 3\"  QString\n(invalid)\n"
             << "*";
+        QTest::newRow("indexes that are read again and again")
+            << with({QString("k[x][2 - (").repeated(100)}) << none << 1 << "(invalid)\n"
+            << "*";
         QTest::newRow("widget path") << with({"@Widget:x"}) << none << 1 << "(invalid)\n"
                                      << "*";
         QTest::newRow("at run time") << with({"engine[0] + title[0]"}) << none << 0 << "(invalid)\n"
