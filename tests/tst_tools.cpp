@@ -245,6 +245,23 @@ private Q_SLOTS:
             QCOMPARE(run.errors, errors);
     }
 
+    /// The tools' own reading of statements keeps up with the parser's.
+    void DocumentedStatements()
+    {
+        QFile document(LANGUAGE_DOCUMENT);
+        QVERIFY(document.open(QIODevice::ReadOnly));
+        const QRegularExpression firstCell("^\\| (`+) ?(.*?) ?\\1 \\|", QRegularExpression::MultilineOption);
+        QRegularExpressionMatchIterator cells = firstCell.globalMatch(QString::fromUtf8(document.readAll()));
+        int expressions = 0;
+        while (cells.hasNext()) {
+            const QString statement = cells.next().captured(2);
+            const Diagnosis diagnosis(statement);
+            QVERIFY2((diagnosis.Tree().Root() >= 0) == diagnosis.HasExpression(), qPrintable(statement));
+            expressions += diagnosis.HasExpression() ? 1 : 0;
+        }
+        QVERIFY2(expressions >= 30, "too few examples");
+    }
+
     void DataKeepTheirOrder()
     {
         const QByteArray text = "{\n    \"Z\": {\n        \"b\": 1,\n        \"a\": [1,2.5,{\"x\":\"}\\\"\"}],\n"
