@@ -34,7 +34,8 @@ private:
     static bool AreSame(const QString& left, const QString& right)
     {
         return left.constData() == right.constData()
-            || (left.size() == right.size() && std::memcmp(left.constData(), right.constData(), left.size() * sizeof(QChar)) == 0);
+            || (left.size() == right.size()
+                && std::memcmp(left.constData(), right.constData(), left.size() * sizeof(QChar)) == 0);
     }
     static uint HashOf(const QString& name, const QString& package) { return 31 * qHash(package) + qHash(name); }
 

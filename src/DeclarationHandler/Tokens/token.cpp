@@ -78,7 +78,7 @@ struct Index
 {
     const Row* byType[TypeCount]; ///< Null for kinds without a fixed text.
     QString lexemes[RowCount];
-    const Row* byChar[AsciiCount];   ///< The rows of one character; null for others.
+    const Row* byChar[AsciiCount];  ///< The rows of one character; null for others.
     bool startsLongRow[AsciiCount]; ///< Whether a text of several characters starts with that character.
 
     Index() : byType(), byChar(), startsLongRow()
