@@ -53,7 +53,7 @@ QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Op
         return QString();
     if (parser->positionalArguments().size() != 1)
         return "one form is wanted (see --help)";
-    options->files = {parser->positionalArguments().first(), parser->value(data), parser->value(package)};
+    options->files = {parser->positionalArguments().constFirst(), parser->value(data), parser->value(package)};
     options->tasks = {parser->value(screenshot), parser->isSet(print) || parser->isSet(json), parser->isSet(json)};
     const QStringList assignments = parser->values(set);
     QString error;
