@@ -3,8 +3,10 @@
 
 #include <QCoreApplication>
 #include <QLineEdit>
+#include <QTimer>
 #include <limits>
 #include <memory>
+#include <vector>
 
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
@@ -131,6 +133,28 @@ void TimeStep(benchmark::State& state, Step timed)
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
+/// Qt's own part of connecting cross references: as many pairs of objects, which hear of themselves already.
+void ConnectPairs(benchmark::State& state)
+{
+    KeepHeap();
+    const auto count = size_t(state.range(0));
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::vector<std::unique_ptr<QTimer>> timers(2 * count);
+        for (auto& timer : timers) {
+            timer = std::make_unique<QTimer>();
+            QObject::connect(timer.get(), &QTimer::timeout, timer.get(), &QTimer::stop);
+        }
+        state.ResumeTiming();
+        for (size_t i = 0; i < count; ++i)
+            QObject::connect(timers[i].get(), &QTimer::timeout, timers[count + i].get(), &QTimer::stop);
+        state.PauseTiming();
+        timers.clear();
+        state.ResumeTiming();
+    }
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+
 /// How to make a text that consists of one thing again and again.
 struct LongText
 {
@@ -221,8 +245,8 @@ void ReadText(benchmark::State& state, const LongText& text)
 }
 
 const bool registered = [] {
-    const auto add = [](const std::string& name, int size, const auto& function, auto argument) {
-        return benchmark::RegisterBenchmark(("growth/" + name).c_str(), function, argument)
+    const auto add = [](const std::string& name, int size, const auto& function, auto... argument) {
+        return benchmark::RegisterBenchmark(("growth/" + name).c_str(), function, argument...)
             ->Arg(size)
             ->MeasureProcessCPUTime();
     };
@@ -230,6 +254,7 @@ const bool registered = [] {
         const int iterations = 10000 / size; // What is not timed takes longer than what is.
         add("AddDeclaration", size, TimeStep, &GroupedForm::DeclareToolTips)->Iterations(iterations);
         add("ConnectPropertyCrossReferences", size, TimeStep, &GroupedForm::Connect)->Iterations(iterations);
+        add("QObject::connect alone", size, ConnectPairs)->Iterations(iterations);
         add("Save", size, TimeStep, &GroupedForm::Save)->Iterations(iterations);
     }
     for (const LongText& text : longTexts) {

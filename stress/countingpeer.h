@@ -58,7 +58,7 @@ public:
         return count;
     }
 
-    /// Notifications after the removal of their observer.
+    /// Notifications that end after the removal of their observer.
     qint64 LateNotifications() const
     {
         qint64 count = 0;
@@ -82,6 +82,8 @@ private:
             }
             m_calls.fetch_add(1, std::memory_order_relaxed);
             m_observer->OnNotify(identifier);
+            // Whoever removes an observer is to wait for its calls.
+            m_lateCalls.fetch_add(m_removed.load(std::memory_order_relaxed), std::memory_order_relaxed);
         }
 
         IDataObserver* const m_observer;

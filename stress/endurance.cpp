@@ -42,31 +42,31 @@ VariableIdentifier Variable(int number)
 class Form
 {
 public:
-    Form()
+    explicit Form(DeclarationHandler* handler) : m_handler(handler)
     {
         for (int i = 0; i < BindingCount; ++i) {
             QLabel* const label = new QLabel(&m_top);
             label->setObjectName("l" + QString::number(i));
             const QString statement = i % 2 == 0 ? QString("'n ' + v%1 + ' of ' + limit").arg(i)
                                                  : QString("@TopWidget\\l%1:text + '!'").arg(i - 1);
-            m_handler.AddDeclaration(&m_top, label, "~text", statement, "p", true, true);
+            m_handler->AddDeclaration(&m_top, label, "~text", statement, "p", true, true);
         }
-        m_handler.ConnectPropertyCrossReferences();
-        m_handler.Update();
+        m_handler->ConnectPropertyCrossReferences();
+        m_handler->Update();
     }
-    ~Form() { m_handler.Clear(); }
+    ~Form() { m_handler->Clear(); }
 
     QString Text(int number) const { return m_top.findChild<QLabel*>("l" + QString::number(number))->text(); }
 
 private:
     QWidget m_top;
-    DeclarationHandler m_handler;
+    DeclarationHandler* const m_handler;
 };
 
 /// The number of the last notification.
-qint64 Notify(IDataPeer* peer, qint64 first, qint64 count)
+qint64 Notify(IDataPeer* peer, DeclarationHandler* handler, qint64 first, qint64 count)
 {
-    const Form form;
+    const Form form(handler);
     for (qint64 i = first; i < first + count; ++i) {
         peer->ChangeValue(Variable(i * 2 % BindingCount), i, IDataPeer::ForceNotification);
         if (i % Burst == 0)
@@ -86,13 +86,14 @@ int main(int argc, char* argv[])
     IDataPeer* const peer = Ovex_DataPeerFactory(false)->GetDataPeer(0);
     peer->ChangeValue(VariableIdentifier("limit", "p"), 9, IDataPeer::NoFlag);
 
+    DeclarationHandler handler;
     Checks checks;
     qint64 done = 0;
     qint64 first = 0;
     for (int point = 1; point <= PointCount; ++point) {
         for (int i = 0; i < ReloadsPerPoint; ++i) {
             const qint64 part = count / (PointCount * ReloadsPerPoint);
-            checks.Hold(Notify(peer, done + 1, part) == done + part, "the form shows the last change");
+            checks.Hold(Notify(peer, &handler, done + 1, part) == done + part, "the form shows the last change");
             done += part;
         }
         const qint64 resident = ResidentBytes();

@@ -22,7 +22,8 @@ namespace {
 const int FormCount = 2;
 const int VariableCount = 100; ///< Half of a form's declarations read one each, the others the first ones' properties.
 const int WriterCount = 8;
-const int WritesPerRound = 2000;
+const int WritesPerBurst = 2000;  ///< Of which every notification is counted.
+const int WritesPerChurn = 20000; ///< Most of which are notified to declarations that die before they hear of it.
 
 CountingPeer* s_peer = nullptr;
 
@@ -176,11 +177,11 @@ void CheckQuiet(Form* form, const Writers& writers, Checks* checks)
     }
 }
 
-/// The handlers are cleared and filled while all others work.
+/// The handlers are cleared and filled, which empties the queue of notifications, while all others work.
 void Churn(Form* forms)
 {
-    for (int i = 0; i < 4 * FormCount; ++i) {
-        Form& form = forms[i % FormCount];
+    for (int i = 0; i < FormCount; ++i) {
+        Form& form = forms[i];
         form.Handler().Save(nullptr, QString());
         form.Handler().Clear();
         form.Fill();
@@ -192,16 +193,15 @@ void Churn(Form* forms)
 /// From the filling on, each evaluation is due to a notification or an update.
 qint64 Round(Form* forms, Writers* writers, Checks* checks)
 {
-    writers->Start(WritesPerRound);
-    Churn(forms);
+    writers->Start(WritesPerChurn);
     while (!writers->AreIdle())
-        QCoreApplication::processEvents();
+        Churn(forms);
     for (int i = 0; i < FormCount; ++i)
         forms[i].Handler().Clear();
     const qint64 readsBefore = s_peer->Reads();
     for (int i = 0; i < FormCount; ++i)
         forms[i].Fill();
-    writers->Start(WritesPerRound);
+    writers->Start(WritesPerBurst);
     forms[0].Handler().Update();
     forms[1].Handler().Save(nullptr, QString());
     while (!writers->AreIdle())
@@ -250,6 +250,7 @@ int main(int argc, char* argv[])
         parsers.End();
         interpreters.End();
         writers.End();
+        checks.Hold(evaluations > 0 && parsers.Runs() > 0 && interpreters.Runs() > 0, "everybody was at work");
         checks.Hold(parsers.Wrong() == 0, "parsing in several threads gives the right values");
         checks.Hold(interpreters.Wrong() == 0, "an interpreter shared by threads gives the right values");
         std::printf("%d rounds, %lld writes, %lld evaluations counted, %d statements parsed, %d interpreted\n", rounds,

@@ -2,7 +2,9 @@
 #include <QtTest>
 
 #include <functional>
+#include <memory>
 #include <thread>
+#include <vector>
 
 #include "DeclarationHandler/Declarations/declproperty.h"
 #include "support/messagecatcher.h"
@@ -208,6 +210,22 @@ private Q_SLOTS:
         declaration.Update();
         QCoreApplication::processEvents();
         QCOMPARE(m_log.join(" "), QString("tree tree tree written tree"));
+    }
+
+    // Each runs the next inside its own update, up to a depth of 1,000; then the event loop goes on.
+    void NestedUpdates()
+    {
+        std::vector<std::unique_ptr<DeclProperty>> chain;
+        for (int i = 0; i < 1002; ++i) {
+            chain.emplace_back(new DeclProperty(Spy(), m_target.data(), "number"));
+            if (i > 0)
+                connect(chain[i - 1].get(), &Declaration::Updated, chain[i].get(),
+                        QOverload<>::of(&DeclProperty::Update));
+        }
+        QVERIFY(chain.front()->Update());
+        QCOMPARE(m_log.size(), 1000);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_log.size(), 1002);
     }
 
     void SaveAndEnd()

@@ -270,6 +270,49 @@ private Q_SLOTS:
         if (options.contains("picture.png"))
             QVERIFY(QImage(viewer.dir.filePath("picture.png")).width() > 800);
     }
+
+    // Qt's loader crashes on each of them.
+    void MalformedForms_data()
+    {
+        QTest::addColumn<QByteArray>("form");
+        QTest::addColumn<int>("status");
+        QTest::addColumn<QByteArray>("message");
+        const QString plain = Widget("QWidget", "plain", "");
+        const QString layout = "<layout class=\"%1\" name=\"layout\"/>";
+        const QByteArray cycle
+            = "</widget><customwidgets><customwidget><class>A</class><extends>B</extends></customwidget>"
+              "<customwidget><class>B</class><extends>A</extends></customwidget></customwidgets></ui>";
+        QTest::newRow("layout refused") << Form(Widget("QToolBar", "bar", plain + layout.arg("QVBoxLayout"))) << 0
+                                        << QByteArray("Attempt to add a layout to a widget 'bar'");
+        QTest::newRow("layout unknown") << Form(Widget("QWidget", "page", layout.arg("A"))) << 0
+                                        << QByteArray("layout: the class A is unknown");
+        const QString items = "<layout class=\"QVBoxLayout\" name=\"layout\">"
+            + QString("<item>%1</item>").arg(plain).repeated(2) + "</layout>";
+        QTest::newRow("layout of a scroll area")
+            << Form(Widget("QScrollArea", "area", items)) << 0 << QByteArray("layout: a scroll area takes no layout.");
+        QTest::newRow("classes that extend each other") << Form(Widget("A", "a", "")).replace("</widget></ui>", cycle)
+                                                        << 0 << QByteArray("a: the class A is unknown");
+        QTest::newRow("deep") << Form(QString("<widget class=\"QWidget\">").repeated(100000)) << 2
+                              << QByteArray("form.ui:1:7274: The elements are nested more than 300 deep.");
+    }
+
+    void MalformedForms()
+    {
+        QFETCH(QByteArray, form);
+        const QTemporaryDir dir;
+        QFile file(dir.filePath("form.ui"));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(form) == form.size());
+        file.close();
+        QProcess program;
+        program.setWorkingDirectory(dir.path());
+        program.start(DECLVIEW, {"form.ui", "--print"});
+        QVERIFY(program.waitForFinished());
+        const QByteArray errors = program.readAllStandardError();
+        QFETCH(QByteArray, message);
+        QVERIFY2(errors.contains(message), errors);
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QTEST(program.exitCode(), "status");
+    }
 };
 
 QTEST_MAIN(TestDeclView)

@@ -265,15 +265,21 @@ private Q_SLOTS:
         }
     }
 
+    // What is known of the object before does not go for the new one: its declaration, and who reads it.
     void AddressUsedAgain()
     {
         alignas(QObject) char place[sizeof(QObject)];
-        QObject* object = new (place) QObject;
+        QObject* object = new (place) QObject(m_form.data());
+        object->setObjectName("a");
         Add(object, "~v", "x");
+        Add(New("reader"), "~v", "@TopWidget\\a:v + y");
         object->~QObject();
-        object = new (place) QObject;
-        QVERIFY(AddDefault(object, "~v", "y"));
-        QCOMPARE(UpdateAndTakeReads(), QString("y"));
+        object = new (place) QObject(m_form.data());
+        object->setObjectName("b");
+        QVERIFY(AddDefault(object, "~v", "z"));
+        Add(New("other"), "~v", "@TopWidget\\b:v + w");
+        m_handler->ConnectPropertyCrossReferences();
+        QCOMPARE(UpdateAndTakeReads(), QString("y z w w"));
         object->~QObject();
     }
 

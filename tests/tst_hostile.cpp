@@ -50,9 +50,10 @@ private Q_SLOTS:
         };
         for (const char* const token : {"(", "NOT ", "HASVALUE "})
             add(token, "", "", deep);
-        for (const char* const token : {")", "[", "]", ".", "+", "-", "*", "= ", "!=", "<=", "OR ", "NAND "})
+        for (const char* const token : {")", "[", "]", ".", "+", "-", "*", "/", "= ", "!=", "<", "<=", ">", ">=", "OR ",
+                                        "AND ", "XOR ", "NOR ", "NAND "})
             add(token, "", "", unknown);
-        for (const char* const token : {"x ", "7 ", "''", "\"\"", "@p:x ", "TRUE "})
+        for (const char* const token : {"x ", "7 ", "''", "\"\"", "@p:x ", "TRUE ", "FALSE "})
             add(token, "", "", "Did not expect token: \"" + QString(token).trimmed() + "\".");
         add("- x ", "x", "", deep);
         add(".'k'", "x ", "", deep);

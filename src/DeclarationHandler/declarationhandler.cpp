@@ -52,7 +52,7 @@ int CountAncestors(const QObject* object, const QSet<QObject*>& widgets)
 
 } // namespace
 
-DeclarationHandler::DeclarationHandler() : m_names(new FormNames), m_cleared(new bool(false)) {}
+DeclarationHandler::DeclarationHandler() : m_indexedCount(0), m_names(new FormNames), m_cleared(new bool(false)) {}
 
 DeclarationHandler::~DeclarationHandler()
 {
@@ -68,9 +68,7 @@ bool DeclarationHandler::AddDeclaration(QObject* topWidget, QObject* widget, QSt
     if (initialize)
         InitializeProperty(widget, property);
 
-    DeclProperty* const declaration = NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly);
-    m_declarations.append(declaration);
-    m_byObject.insert(widget, declaration);
+    m_declarations.append(NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly));
     return true;
 }
 
@@ -115,8 +113,8 @@ DeclProperty* DeclarationHandler::NewDeclaration(QObject* widget, const QString&
 
     const QSet<PropertyKey> references = parser.GetReferencedProperties();
     for (QSet<PropertyKey>::const_iterator it = references.constBegin(); it != references.constEnd(); ++it) {
-        Guard(it->first);
-        m_pendingReferences.insert(*it, QPointer<Declaration>(declaration));
+        const Reference reference = {it->first, declaration};
+        m_pendingReferences.insert(*it, reference);
     }
     return declaration;
 }
@@ -138,7 +136,6 @@ void DeclarationHandler::ConnectPropertyCrossReferences()
         ConnectReaders(m_declarations.at(i));
     ReportUnknownReferences();
     m_pendingReferences.clear();
-    m_guards.clear();
     m_names->Clear();
 }
 
@@ -180,8 +177,8 @@ void DeclarationHandler::Clear()
     *m_cleared = true;
     m_cleared = QSharedPointer<bool>(new bool(false));
     m_byObject.clear();
+    m_indexedCount = 0;
     m_pendingReferences.clear();
-    m_guards.clear();
     m_names->Clear();
     const QVector<DeclProperty*> declarations = m_declarations;
     m_declarations.clear();
@@ -234,37 +231,14 @@ QVariant DeclarationHandler::GetUninitializedVariant(QVariant value) const
     return value;
 }
 
-// Containers here are keyed by address, and a destroyed object's address may be given to a new one:
-// what they hold of the old object must not be taken for the new one's.
-void DeclarationHandler::Guard(QObject* object)
-{
-    if (Alive(object))
-        return;
-    if (m_guards.contains(object))
-        Forget(object);
-    m_guards.insert(object, object);
-}
-
-/// The object, if it is one that the containers know and it is not destroyed; else null.
-QObject* DeclarationHandler::Alive(QObject* object) const
-{
-    return m_guards.value(object);
-}
-
-void DeclarationHandler::Forget(QObject* object)
-{
-    QMultiHash<PropertyKey, QPointer<Declaration>>::iterator it = m_pendingReferences.begin();
-    while (it != m_pendingReferences.end()) {
-        if (it.key().first == object)
-            it = m_pendingReferences.erase(it);
-        else
-            ++it;
-    }
-}
-
 /// The first declaration added of that property of that object; null when there is none.
-DeclProperty* DeclarationHandler::FindDeclaration(QObject* widget, const QString& property) const
+DeclProperty* DeclarationHandler::FindDeclaration(QObject* widget, const QString& property)
 {
+    for (; m_indexedCount < m_declarations.count(); ++m_indexedCount) {
+        DeclProperty* const declaration = m_declarations.at(m_indexedCount);
+        if (QObject* const object = declaration->GetActiveObject())
+            m_byObject.insert(object, declaration);
+    }
     DeclProperty* first = nullptr;
     QMultiHash<QObject*, DeclProperty*>::const_iterator it = m_byObject.constFind(widget);
     // The ones added last come first. One of another object, destroyed, may have the same key.
@@ -277,37 +251,43 @@ DeclProperty* DeclarationHandler::FindDeclaration(QObject* widget, const QString
 
 void DeclarationHandler::ConnectReaders(const DeclProperty* writer)
 {
-    const PropertyKey key(Alive(writer->GetActiveObject()), writer->GetProperty());
-    const QList<QPointer<Declaration>> readers = m_pendingReferences.values(key);
-    for (int i = 0; i < readers.count(); ++i) {
-        if (readers.at(i))
-            QObject::connect(writer, QTCOMPAT_SIGNAL(Declaration, Updated, ()), readers.at(i).data(),
+    const PropertyKey key(writer->GetActiveObject(), writer->GetProperty());
+    QMultiHash<PropertyKey, Reference>::iterator it = m_pendingReferences.find(key);
+    while (it != m_pendingReferences.end() && it.key() == key) {
+        if (!it->object) {
+            ++it;
+            continue;
+        }
+        if (it->reader) {
+            QObject::connect(writer, QTCOMPAT_SIGNAL(Declaration, Updated, ()), it->reader.data(),
                              QTCOMPAT_SLOT(bool, Declaration, Update, ()));
+        }
+        it = m_pendingReferences.erase(it);
     }
-    m_pendingReferences.remove(key);
 }
 
 void DeclarationHandler::ReportUnknownReferences() const
 {
     QMap<PropertyKey, bool> unknown; // in order
-    QMultiHash<PropertyKey, QPointer<Declaration>>::const_iterator it = m_pendingReferences.constBegin();
+    QMultiHash<PropertyKey, Reference>::const_iterator it = m_pendingReferences.constBegin();
     for (; it != m_pendingReferences.constEnd(); ++it) {
         if (it.key().second.startsWith(QLatin1String(LocalizedPrefix), Qt::CaseSensitive))
             unknown.insert(it.key(), true);
     }
     const QList<PropertyKey> keys = unknown.keys();
     for (int i = 0; i < keys.count(); ++i) {
-        const QList<QPointer<Declaration>> readers = m_pendingReferences.values(keys.at(i));
-        for (int j = 0; j < readers.count(); ++j) {
-            if (readers.at(j))
-                ReportUnknownReference(keys.at(i), readers.at(j));
+        const QList<Reference> references = m_pendingReferences.values(keys.at(i));
+        for (int j = 0; j < references.count(); ++j) {
+            if (references.at(j).reader)
+                ReportUnknownReference(references.at(j).object, keys.at(i).second, references.at(j).reader);
         }
     }
 }
 
-void DeclarationHandler::ReportUnknownReference(const PropertyKey& key, const Declaration* reader) const
+void DeclarationHandler::ReportUnknownReference(const QObject* object, const QString& property,
+                                                const Declaration* reader) const
 {
-    const QString property = Describe(Alive(key.first)) + QLatin1Char(':') + key.second;
-    qDebug() << "Reference to unknown property: '" << property << "' from declaration : '"
+    const QString reference = Describe(object) + QLatin1Char(':') + property;
+    qDebug() << "Reference to unknown property: '" << reference << "' from declaration : '"
              << static_cast<const QObject*>(reader) << "' of widget: " << Describe(reader->GetActiveObject());
 }

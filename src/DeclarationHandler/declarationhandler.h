@@ -125,20 +125,25 @@ private:
 
     typedef QPair<QObject*, QString> PropertyKey;
 
-    void Guard(QObject* object);
-    QObject* Alive(QObject* object) const;
-    void Forget(QObject* object);
+    /// That a declaration reads a property. An address may be given to another object once the first is
+    /// destroyed; hence both of them.
+    struct Reference
+    {
+        QPointer<QObject> object;
+        QPointer<Declaration> reader;
+    };
+
     DeclProperty* NewDeclaration(QObject* widget, const QString& property, QObject* topWidget, const QString& statement,
                                  const QString& defaultPackage, bool readOnly);
-    DeclProperty* FindDeclaration(QObject* widget, const QString& property) const;
+    DeclProperty* FindDeclaration(QObject* widget, const QString& property);
     void ConnectReaders(const DeclProperty* writer);
     void ReportUnknownReferences() const;
-    void ReportUnknownReference(const PropertyKey& key, const Declaration* reader) const;
+    void ReportUnknownReference(const QObject* object, const QString& property, const Declaration* reader) const;
 
-    QVector<DeclProperty*> m_declarations;                              ///< Owned; in the order added.
-    QMultiHash<QObject*, DeclProperty*> m_byObject;                     ///< The same, by what they act on.
-    QMultiHash<PropertyKey, QPointer<Declaration>> m_pendingReferences; ///< What is read, and by whom.
-    QHash<QObject*, QPointer<QObject>> m_guards;                        ///< Which of those keys still live.
+    QVector<DeclProperty*> m_declarations;                  ///< Owned; in the order added.
+    QMultiHash<QObject*, DeclProperty*> m_byObject;         ///< The first of them, by what they act on.
+    int m_indexedCount;                                     ///< How many; the others when first needed.
+    QMultiHash<PropertyKey, Reference> m_pendingReferences; ///< By the property read.
     QScopedPointer<FormNames> m_names;
     QSharedPointer<bool> m_cleared; ///< Set, and replaced, by Clear(): what walks through the list stops.
 };

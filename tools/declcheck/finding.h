@@ -4,8 +4,8 @@
 #include <QString>
 #include <QVector>
 
+#include "common/formdocument.h"
 #include "common/statementtokens.h"
-#include "declcheck/formdocument.h"
 
 enum class Check
 {

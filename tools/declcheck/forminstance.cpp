@@ -1,17 +1,14 @@
 #include "declcheck/forminstance.h"
 
-#include <QBuffer>
 #include <QCoreApplication>
-#include <QLayout>
-#include <QPointer>
 #include <QSet>
-#include <QUiLoader>
 #include <QWidget>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
 
-#include "declcheck/formdocument.h"
+#include "common/formdocument.h"
+#include "common/formloader.h"
 
 namespace {
 
@@ -19,30 +16,6 @@ QSet<QString> ToSet(const QStringList& list)
 {
     return QSet<QString>(list.begin(), list.end());
 }
-
-/// Knows the layouts that it has made, since it forgets those that a widget cannot take.
-class Loader : public QUiLoader
-{
-public:
-    QLayout* createLayout(const QString& className, QObject* parent, const QString& name) override
-    {
-        QLayout* const layout = QUiLoader::createLayout(className, parent, name);
-        m_layouts.append(layout);
-        return layout;
-    }
-
-    /// Gives the layouts without a parent to the form.
-    void AdoptLayouts(QWidget* form)
-    {
-        for (const QPointer<QLayout>& layout : qAsConst(m_layouts)) {
-            if (layout && !layout->parent())
-                layout->setParent(form);
-        }
-    }
-
-private:
-    QVector<QPointer<QLayout>> m_layouts;
-};
 
 } // namespace
 
@@ -60,17 +33,14 @@ bool FormInstance::Create(const FormDocument& document, QString* error)
         if (object.kind == FormObject::ButtonGroup)
             m_groups.insert(object.name, i);
     }
-    Loader loader;
+    FormLoader loader;
     ChooseClasses(loader);
-    QByteArray skeleton = Skeleton();
-    QBuffer buffer(&skeleton);
-    buffer.open(QIODevice::ReadOnly);
-    m_top.reset(loader.load(&buffer));
+    QString reason;
+    m_top.reset(loader.Load(Skeleton(), &reason));
     if (!m_top) {
-        *error = QString("The form cannot be built: %1").arg(loader.errorString());
+        *error = QString("The form cannot be built: %1").arg(reason);
         return false;
     }
-    loader.AdoptLayouts(m_top.data());
     // Nobody waits for what the widgets have posted, and with it their destruction would take for ever.
     QCoreApplication::removePostedEvents(nullptr);
     NameObjects();
@@ -111,7 +81,7 @@ QString FormInstance::NearestBelow(QObject* parent, const QString& name) const
 
 /// A custom widget without a plugin is made as the class that it extends, any other unknown widget as
 /// a plain one.
-void FormInstance::ChooseClasses(const QUiLoader& loader)
+void FormInstance::ChooseClasses(const FormLoader& loader)
 {
     const QSet<QString> widgets = ToSet(loader.availableWidgets()) << "Line";
     const QSet<QString> layouts = ToSet(loader.availableLayouts());
@@ -158,11 +128,8 @@ void FormInstance::WriteObject(int number, QXmlStreamWriter* xml) const
         return WriteLayout(number, xml);
     const bool isWidget = object.kind == FormObject::Widget;
     xml->writeStartElement(isWidget ? "widget" : object.kind == FormObject::Action ? "action" : "actiongroup");
-    if (isWidget) {
+    if (isWidget)
         xml->writeAttribute("class", m_classes.at(number));
-        // Else the loader sets margins for layouts of plain widgets, also for one that it has refused.
-        xml->writeAttribute("native", "true");
-    }
     xml->writeAttribute("name", QString::number(number));
     if (m_groups.contains(object.buttonGroup)) {
         // The loader makes the group with its first button.

@@ -9,8 +9,8 @@
 #include "common/nearestname.h"
 
 class FormDocument;
+class FormLoader;
 class QObject;
-class QUiLoader;
 class QWidget;
 class QXmlStreamWriter;
 
@@ -50,7 +50,7 @@ private:
         int last;
     };
 
-    void ChooseClasses(const QUiLoader& loader);
+    void ChooseClasses(const FormLoader& loader);
     QByteArray Skeleton() const;
     void WriteObject(int number, QXmlStreamWriter* xml) const;
     void WriteLayout(int number, QXmlStreamWriter* xml) const;

@@ -11,10 +11,11 @@
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/interpreter.h"
 #include "DeclarationHandler/iparsingresult.h"
+#include "common/formdocument.h"
+#include "common/formloader.h"
 #include "common/jsondata.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
 #include "common/statementtokens.h"
-#include "declview/formloader.h"
 
 namespace {
 
@@ -62,7 +63,8 @@ bool FormSession::Load(QString* error)
 {
     QByteArray text;
     JsonData data;
-    if (!ReadFile(m_files.form, &text, error) || (!m_files.data.isEmpty() && !data.Read(m_files.data, error)))
+    if (!ReadFile(m_files.form, &text, error) || !FormDocument().Parse(text, m_files.form, error)
+        || (!m_files.data.isEmpty() && !data.Read(m_files.data, error)))
         return false;
     const QDir folder = QFileInfo(m_files.form).absoluteDir();
     m_resources.Load(text, folder);

@@ -38,6 +38,11 @@ QString FormNames::StartOf(const QString& text, int length)
     return known == inUse->m_texts.constEnd() ? inUse->Share(TextView::StartOf(text, length)) : *known;
 }
 
+QString FormNames::Shared(const QString& text)
+{
+    return inUse ? inUse->Share(text) : text;
+}
+
 QObject* FormNames::FindChild(QObject* parent, const QString& name)
 {
     return inUse && !name.isEmpty() ? inUse->Find(parent, name) : parent->findChild<QObject*>(name);

@@ -33,6 +33,9 @@ public:
     /// where an instance is in use.
     static QString StartOf(const QString& text, int length);
 
+    /// \a text itself; the equal one that is shared already where an instance is in use.
+    static QString Shared(const QString& text);
+
     /// As QObject::findChild(). Where an instance is in use, the form is searched once, and again when an
     /// object is not found where it was.
     static QObject* FindChild(QObject* parent, const QString& name);

@@ -114,12 +114,16 @@ QObject* VariableToken::GetObjectFromPackage(QObject* widget, QObject* topWidget
 IExpression* VariableToken::CreateExpression(IDataPeer* dataPeer, IDataObserver* dataObserver, QObject* widget,
                                              QObject* topWidget, const QString& defaultPackage, bool readOnly) const
 {
-    const QString name = GetVariableName();
-    if (!m_package)
-        return new ExprVariable(dataPeer, VariableIdentifier(name, defaultPackage), dataObserver, readOnly);
+    if (!m_package) {
+        const VariableIdentifier identifier(GetVariableName(), defaultPackage);
+        return new ExprVariable(dataPeer, identifier, dataObserver, readOnly);
+    }
+    const QString name = FormNames::Shared(GetVariableName());
     const QString package = GetPackage(defaultPackage);
-    if (!IsWidgetPath(GetPath()))
-        return new ExprVariable(dataPeer, VariableIdentifier(name, package), dataObserver, readOnly);
+    if (!IsWidgetPath(GetPath())) {
+        const VariableIdentifier identifier(name, FormNames::Shared(package));
+        return new ExprVariable(dataPeer, identifier, dataObserver, readOnly);
+    }
 
     QObject* const object = GetObjectFromPackage(widget, topWidget);
     if (!object) {

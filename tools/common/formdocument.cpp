@@ -1,4 +1,4 @@
-#include "declcheck/formdocument.h"
+#include "common/formdocument.h"
 
 #include <QFile>
 #include <QRegularExpression>
