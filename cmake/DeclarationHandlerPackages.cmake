@@ -58,8 +58,11 @@ and qmake find the libraries with.")
 
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}")
+# Compiles the resource files that a form names for declview.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS qtbase5-dev-tools)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
-set(CPACK_COMPONENT_TOOLS_DESCRIPTION "Programs that evaluate, check and try out statements.")
+set(CPACK_COMPONENT_TOOLS_DESCRIPTION "For the authors of forms: declview shows a form live, declcheck checks its
+statements, decleval evaluates one.")
 
 include(CPack)

@@ -210,6 +210,9 @@ private Q_SLOTS:
         QTest::newRow("an error in one line")
             << set << QByteArray("title\n+\n") << 1 << "\"Pump 3\"  QString\n(invalid)\n"
             << "*";
+        QTest::newRow("indexes that are read again and again")
+            << with({QString("k[x][2 - (").repeated(100)}) << none << 1 << "(invalid)\n"
+            << "*";
         QTest::newRow("widget path") << with({"@Widget:x"}) << none << 1 << "(invalid)\n"
                                      << "*";
         QTest::newRow("at run time") << with({"engine[0] + title[0]"}) << none << 0 << "(invalid)\n"
@@ -240,6 +243,23 @@ private Q_SLOTS:
             QVERIFY(!run.errors.isEmpty());
         else
             QCOMPARE(run.errors, errors);
+    }
+
+    /// The tools' own reading of statements keeps up with the parser's.
+    void DocumentedStatements()
+    {
+        QFile document(LANGUAGE_DOCUMENT);
+        QVERIFY(document.open(QIODevice::ReadOnly));
+        const QRegularExpression firstCell("^\\| (`+) ?(.*?) ?\\1 \\|", QRegularExpression::MultilineOption);
+        QRegularExpressionMatchIterator cells = firstCell.globalMatch(QString::fromUtf8(document.readAll()));
+        int expressions = 0;
+        while (cells.hasNext()) {
+            const QString statement = cells.next().captured(2);
+            const Diagnosis diagnosis(statement);
+            QVERIFY2((diagnosis.Tree().Root() >= 0) == diagnosis.HasExpression(), qPrintable(statement));
+            expressions += diagnosis.HasExpression() ? 1 : 0;
+        }
+        QVERIFY2(expressions >= 30, "too few examples");
     }
 
     void DataKeepTheirOrder()

@@ -150,10 +150,11 @@ bool SqliteDataPeer::WaitForNextLook()
 /// What this process has written itself is there already, and no change.
 bool SqliteDataPeer::TakeOver(SqliteConnection* connection, QList<VariableIdentifier>* changed)
 {
+    // Before the rows are read: what is written after that must not be undone by them.
+    const std::lock_guard<std::mutex> lock(m_mutex);
     const std::optional<QVector<SqliteConnection::Row>> rows = connection->ReadSince(m_revision);
     if (!rows)
         return false;
-    const std::lock_guard<std::mutex> lock(m_mutex);
     for (const SqliteConnection::Row& row : *rows) {
         m_revision = row.revision;
         Variable& variable = m_variables[row.identifier];

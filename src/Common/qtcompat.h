@@ -34,8 +34,10 @@ inline bool CanConvert(const QVariant& value, int userType)
 /// A signal and a slot as QObject::connect() takes them: by address, which is found at once, or in Qt 4
 /// by name. \a arguments is their list in parentheses.
 #if QT_VERSION >= 0x050000
+// NOLINTBEGIN(bugprone-macro-parentheses): lists of parameters are no expressions.
 #define QTCOMPAT_SIGNAL(Class, name, arguments) static_cast<void(Class::*) arguments>(&Class::name)
 #define QTCOMPAT_SLOT(Result, Class, name, arguments) static_cast<Result(Class::*) arguments>(&Class::name)
+// NOLINTEND(bugprone-macro-parentheses)
 #else
 #define QTCOMPAT_SIGNAL(Class, name, arguments) SIGNAL(name arguments)
 #define QTCOMPAT_SLOT(Result, Class, name, arguments) SLOT(name arguments)

@@ -106,7 +106,8 @@ private:
         const QString name = m_source.mid(m_position + 1, end - m_position - 1);
         if (name.startsWith('#')) {
             const uint code = name.startsWith("#x") ? name.midRef(2).toUInt(nullptr, 16) : name.midRef(1).toUInt();
-            for (const QChar character : QString::fromUcs4(&code, 1))
+            const QString characters = QString::fromUcs4(&code, 1);
+            for (const QChar character : characters)
                 Append(character);
         } else {
             Append(named.value(name));

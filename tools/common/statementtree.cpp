@@ -3,6 +3,7 @@
 namespace {
 
 const int MaxNesting = 1000;
+const int MaxFailedIndexes = 1000;
 
 } // namespace
 
@@ -22,7 +23,7 @@ StatementTree::StatementTree(const StatementTokens& statement)
 
 int StatementTree::CreateExpression(int* position, int minPrecedence)
 {
-    if (!HasTokens(*position, 1) || m_nesting >= MaxNesting)
+    if (!HasTokens(*position, 1) || m_nesting >= MaxNesting || IsRefused())
         return -1;
     ++m_nesting;
     int expression = CreateOperand(position, minPrecedence);
@@ -42,7 +43,11 @@ int StatementTree::CreateOperand(int* position, int minPrecedence)
         return operand;
     operand = CreateAtomic(position);
     if (operand >= 0)
-        return CreateSelectors(position, operand);
+        operand = CreateSelectors(position, operand);
+    if (IsRefused())
+        return -1;
+    if (operand >= 0)
+        return operand;
     Fail(start, "An operand is wanted in place of \"%1\".");
     return -1;
 }
@@ -121,8 +126,10 @@ int StatementTree::CreateSubscripts(int* position, int base)
     while (HasTokens(next, 3) && IsAt(next, Token::TT_LEFT_BRACKET)) {
         const int token = next;
         const int index = CreateIndex(&next);
-        if (index < 0)
+        if (index < 0) {
+            ++m_failedIndexes;
             break;
+        }
         subscript = Add(Subscript, token, subscript < 0 ? base : subscript, index);
     }
     if (subscript < 0)
@@ -152,6 +159,12 @@ int StatementTree::CreateMember(int* position, int base)
         return -1;
     *position = next;
     return Add(Member, token, base, member);
+}
+
+/// As the parser does: what stands behind a failed index is read again, twice as often at each level.
+bool StatementTree::IsRefused() const
+{
+    return m_failedIndexes > MaxFailedIndexes;
 }
 
 bool StatementTree::ExpectClosing(int position, Token::TOKEN_TYPE type)

@@ -62,6 +62,7 @@ private:
 
     bool HasTokens(int position, int count) const { return position + count <= m_tokens.size(); }
     bool IsAt(int position, Token::TOKEN_TYPE type) const { return m_tokens.at(position).type == type; }
+    bool IsRefused() const;
     bool ExpectClosing(int position, Token::TOKEN_TYPE type);
     int Add(Kind kind, int token, int left, int right = -1);
     QString FailureDetail() const;
@@ -75,6 +76,7 @@ private:
     int m_root;
     int m_consumed;
     int m_nesting = 0;
+    int m_failedIndexes = 0;
     int m_failure = -1; ///< The last token that was none of those that the grammar allows there.
     const char* m_failureDetail = "";
 };

@@ -26,6 +26,11 @@ int Fail(const QString& reason)
     return CannotRun;
 }
 
+bool AsksAboutTheProgram(const QCommandLineParser& parser)
+{
+    return parser.isSet("help") || parser.isSet("version");
+}
+
 /// Works without an application, since what is asked for decides on the platform. An empty text, or what
 /// is wrong.
 QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Options* options)
@@ -38,16 +43,17 @@ QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Op
     const QCommandLineOption json("json", "Print it as JSON.");
     parser->setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
     parser->addHelpOption();
+    parser->addVersionOption();
     parser->addOptions({data, package, set, screenshot, print, json});
     parser->addPositionalArgument("FORM.ui", "The form.");
 
     if (!parser->parse(arguments))
         return parser->errorText();
-    if (parser->isSet("help"))
+    if (AsksAboutTheProgram(*parser))
         return QString();
     if (parser->positionalArguments().size() != 1)
         return "one form is wanted (see --help)";
-    options->files = {parser->positionalArguments().first(), parser->value(data), parser->value(package)};
+    options->files = {parser->positionalArguments().constFirst(), parser->value(data), parser->value(package)};
     options->tasks = {parser->value(screenshot), parser->isSet(print) || parser->isSet(json), parser->isSet(json)};
     const QStringList assignments = parser->values(set);
     QString error;
@@ -86,11 +92,14 @@ int main(int argc, char* argv[])
     const QString problem = ReadOptions(&parser, arguments, &options);
     if (!problem.isEmpty())
         return Fail(problem);
-    if (options.tasks.Any() && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if ((options.tasks.Any() || AsksAboutTheProgram(parser)) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication application(argc, argv);
+    application.setApplicationVersion(DECLARATIONHANDLER_VERSION);
     if (parser.isSet("help"))
         parser.showHelp();
+    if (parser.isSet("version"))
+        parser.showVersion();
     return Run(options);
 }

@@ -16,7 +16,7 @@ class PropertyProbe : public QObject
 {
     Q_OBJECT
     /// Where the reading goes. Nothing is kept, so no value is of a wrong type or the same as before.
-    Q_PROPERTY(QVariant value READ Nothing WRITE Ignore)
+    Q_PROPERTY(QVariant value READ Nothing WRITE Ignore) // clazy:exclude=qproperty-without-notify
 
 public:
     /// Nothing is watched where a statement cannot name the property.

@@ -31,7 +31,7 @@ struct Row
 };
 
 // All tokens with a fixed text, in the order in which they are tried.
-const Row Rows[] = {
+constexpr Row Rows[] = {
     {"!=", Token::TT_NOT_EQUAL, Anywhere, Comparison, true},
     {"<=", Token::TT_EQUAL_OR_SMALLER, Anywhere, Comparison, true},
     {">=", Token::TT_EQUAL_OR_GREATER, Anywhere, Comparison, true},
@@ -57,7 +57,14 @@ const Row Rows[] = {
     {">", Token::TT_GREATER, Anywhere, Comparison, true},
     {".", Token::TT_DOT, Anywhere, None, false},
 };
-const int RowCount = sizeof(Rows) / sizeof(Rows[0]);
+constexpr int RowCount = sizeof(Rows) / sizeof(Rows[0]);
+
+/// The largest kind in the rows from \a row on, or \a largest.
+constexpr int LargestType(int row, int largest)
+{
+    return row == RowCount ? largest : LargestType(row + 1, Rows[row].type > largest ? Rows[row].type : largest);
+}
+constexpr int TypeCount = LargestType(0, 0) + 1;
 
 bool IsSingleChar(const Row& row)
 {
@@ -69,7 +76,7 @@ const int AsciiCount = 128;
 /// The rows by what they are looked up by, and their texts as the tokens share them.
 struct Index
 {
-    const Row* byType[Token::TT_HASVALUE + 1]; ///< Null for kinds without a fixed text.
+    const Row* byType[TypeCount]; ///< Null for kinds without a fixed text.
     QString lexemes[RowCount];
     const Row* byChar[AsciiCount];  ///< The rows of one character; null for others.
     bool startsLongRow[AsciiCount]; ///< Whether a text of several characters starts with that character.
@@ -102,7 +109,7 @@ bool StartsLongRow(QChar character)
 
 const Row* FindRow(Token::TOKEN_TYPE type)
 {
-    return GetIndex().byType[type];
+    return type < TypeCount ? GetIndex().byType[type] : nullptr;
 }
 
 const QString& LexemeOf(const Row& row)
