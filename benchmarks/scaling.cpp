@@ -138,19 +138,25 @@ void ConnectPairs(benchmark::State& state)
 {
     KeepHeap();
     const auto count = size_t(state.range(0));
-    for (auto _ : state) {
-        state.PauseTiming();
-        std::vector<std::unique_ptr<QTimer>> timers(2 * count);
-        for (auto& timer : timers) {
-            timer = std::make_unique<QTimer>();
-            QObject::connect(timer.get(), &QTimer::timeout, timer.get(), &QTimer::stop);
+    std::vector<std::unique_ptr<QTimer>> timers;
+    const auto renew = [&] {
+        timers.clear();
+        for (size_t i = 0; i < 2 * count; ++i) {
+            timers.push_back(std::make_unique<QTimer>());
+            QObject::connect(timers[i].get(), &QTimer::timeout, timers[i].get(), &QTimer::stop);
         }
-        state.ResumeTiming();
+    };
+    const auto connect = [&] {
         for (size_t i = 0; i < count; ++i)
             QObject::connect(timers[i].get(), &QTimer::timeout, timers[count + i].get(), &QTimer::stop);
+    };
+    renew();
+    connect();
+    for (auto _ : state) {
         state.PauseTiming();
-        timers.clear();
+        renew();
         state.ResumeTiming();
+        connect();
     }
     state.SetItemsProcessed(state.iterations() * state.range(0));
 }

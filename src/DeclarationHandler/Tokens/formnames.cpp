@@ -8,6 +8,8 @@ namespace {
 
 thread_local FormNames* inUse = nullptr;
 
+const int SmallestTable = 64;
+
 bool IsBelow(const QObject* object, const QObject* parent)
 {
     while (object && object != parent)
@@ -17,7 +19,7 @@ bool IsBelow(const QObject* object, const QObject* parent)
 
 } // namespace
 
-FormNames::FormNames() {}
+FormNames::FormNames() : m_textCount(0) {}
 
 FormNames::Use::Use(FormNames* names) : m_outer(inUse)
 {
@@ -31,11 +33,14 @@ FormNames::Use::~Use()
 
 QString FormNames::StartOf(const QString& text, int length)
 {
-    if (!inUse)
+    if (!inUse || length == 0)
         return TextView::StartOf(text, length);
-    const QString view = QString::fromRawData(text.constData(), length);
-    const QSet<QString>::const_iterator known = inUse->m_texts.constFind(view);
-    return known == inUse->m_texts.constEnd() ? inUse->Share(TextView::StartOf(text, length)) : *known;
+    QString& slot = inUse->SlotOf(QString::fromRawData(text.constData(), length));
+    if (slot.isNull()) {
+        slot = TextView::StartOf(text, length);
+        ++inUse->m_textCount;
+    }
+    return slot;
 }
 
 QString FormNames::Shared(const QString& text)
@@ -50,13 +55,43 @@ QObject* FormNames::FindChild(QObject* parent, const QString& name)
 
 QString FormNames::Share(const QString& text)
 {
-    return *m_texts.insert(text);
+    if (text.isEmpty())
+        return text;
+    QString& slot = SlotOf(text);
+    if (slot.isNull()) {
+        slot = text;
+        ++m_textCount;
+    }
+    return slot;
 }
 
 void FormNames::Clear()
 {
-    m_texts.clear();
+    m_texts = QVector<QString>();
+    m_textCount = 0;
     m_descendants.clear();
+}
+
+/// Where \a text is or, if it is null, belongs.
+QString& FormNames::SlotOf(const QString& text)
+{
+    if (2 * m_textCount >= m_texts.count())
+        Enlarge();
+    QString* const slots = m_texts.data();
+    const uint mask = static_cast<uint>(m_texts.count()) - 1;
+    uint i = qHash(text) & mask;
+    while (!slots[i].isNull() && slots[i] != text)
+        i = (i + 1) & mask;
+    return slots[i];
+}
+
+void FormNames::Enlarge()
+{
+    const QVector<QString> texts = m_texts;
+    m_texts = QVector<QString>(qMax(SmallestTable, 2 * texts.count()));
+    m_textCount = 0;
+    for (int i = 0; i < texts.count(); ++i)
+        Share(texts.at(i));
 }
 
 QObject* FormNames::Find(QObject* parent, const QString& name)

@@ -3,8 +3,8 @@
 
 #include <QHash>
 #include <QPointer>
-#include <QSet>
 #include <QString>
+#include <QVector>
 
 class QObject;
 
@@ -57,10 +57,15 @@ private:
         QHash<QString, QPointer<QObject>> byName;
     };
 
+    QString& SlotOf(const QString& text);
+    void Enlarge();
     QObject* Find(QObject* parent, const QString& name);
     static void Collect(const QObject* parent, QHash<QString, QPointer<QObject>>* byName);
 
-    QSet<QString> m_texts;
+    // A hash table in one piece. Nodes of their own, freed in the order of their hashes, would leave holes all
+    // over the heap; the events of later notifications would lie in them, each out of the caches' reach.
+    QVector<QString> m_texts; ///< Null where free, which is at least every other.
+    int m_textCount;
     QHash<QObject*, Descendants> m_descendants;
 };
 
