@@ -10,6 +10,14 @@
 
 namespace {
 
+bool IsBlank(const QString& statement)
+{
+    int length = 0;
+    while (length < statement.length() && statement.at(length).isSpace())
+        ++length;
+    return length == statement.length();
+}
+
 void PrintResult(const QString& statement, const IParsingResult& result)
 {
     if (!result.HasSucceeded())
@@ -65,7 +73,7 @@ IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* d
                                           bool readOnly, const QString& defaultPackage, QObject* widget,
                                           QObject* topWidget, IParsingResult** result) const
 {
-    if (statement.trimmed().isEmpty())
+    if (IsBlank(statement))
         return nullptr;
     const QScopedPointer<IParser> parser(m_parser->NewParser());
     parser->Tokenize(statement);

@@ -1,10 +1,10 @@
 #ifndef PARSER_H
 #define PARSER_H
 
-#include <QList>
 #include <QPair>
 #include <QSet>
 #include <QString>
+#include <QVector>
 
 #include "DeclarationHandler/Tokens/token.h"
 #include "DeclarationHandler/iparser.h"
@@ -64,7 +64,7 @@ private:
     void RefuseDepth();
     void ReportError(const QString& operation, int line, const QString& message);
 
-    QList<Token*> m_tokens;
+    QVector<Token*> m_tokens;
     IDataPeer* m_dataPeer;
     IDataObserver* m_dataObserver;
     QObject* m_widget;

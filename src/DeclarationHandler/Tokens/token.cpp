@@ -112,11 +112,6 @@ const Row* FindRow(Token::TOKEN_TYPE type)
     return type < TypeCount ? GetIndex().byType[type] : nullptr;
 }
 
-const QString& LexemeOf(const Row& row)
-{
-    return GetIndex().lexemes[&row - Rows];
-}
-
 bool Matches(const Row& row, const QString& text)
 {
     // The first character alone rules out nearly all.
@@ -137,11 +132,6 @@ IExpression* Token::CreateExpression(IDataPeer*, IDataObserver*, QObject*, QObje
     if (m_tokenType == TT_TRUE || m_tokenType == TT_FALSE)
         return new ExprConstant(m_tokenType == TT_TRUE);
     return nullptr;
-}
-
-QString Token::GetLexeme() const
-{
-    return m_lexeme;
 }
 
 int Token::GetLexemeOffset() const
@@ -175,7 +165,7 @@ Token* Token::ParseString(const QString& text)
         return nullptr;
     for (int i = 0; i < RowCount; ++i) {
         if (!IsSingleChar(Rows[i]) && Matches(Rows[i], text))
-            return new Token(LexemeOf(Rows[i]), Rows[i].type);
+            return new Token(GetIndex().lexemes[i], Rows[i].type);
     }
     return nullptr;
 }
@@ -183,6 +173,7 @@ Token* Token::ParseString(const QString& text)
 Token* Token::ParseChar(const QString& text)
 {
     const ushort character = text.at(0).unicode();
-    const Row* const row = character < AsciiCount ? GetIndex().byChar[character] : nullptr;
-    return row ? new Token(LexemeOf(*row), row->type) : nullptr;
+    const Index& index = GetIndex();
+    const Row* const row = character < AsciiCount ? index.byChar[character] : nullptr;
+    return row ? new Token(index.lexemes[row - Rows], row->type) : nullptr;
 }

@@ -67,7 +67,7 @@ public:
                                           QObject* topWidget, const QString& defaultPackage, bool readOnly) const;
 
     /// The text that the token covers, quotes included; never empty.
-    QString GetLexeme() const;
+    QString GetLexeme() const { return m_lexeme; }
     /// The length of that text in QChar units.
     int GetLexemeLength() const { return m_lexeme.length(); }
     /// The kind given to the constructor.
