@@ -25,7 +25,7 @@ struct Row
     QString title;
     QString reference;
     QString measured;
-    double limit; ///< How many times the reference it may take.
+    double limit; ///< How many times the reference it may take; infinite for rows that are there to compare with.
     QStringList peers = {};
     double peerLimit = qInf(); ///< How many times the best peer it may take.
 };
@@ -65,7 +65,7 @@ QVector<Row> GrowthRows(const QStringList& benchmarks)
         const QString title = name.section('/', 1, -2);
         const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.title == title; });
         if (row == rows.end())
-            rows.append({title, name, name, 2});
+            rows.append({title, name, name, title.startsWith("QObject") ? qInf() : 2});
         else
             row->measured = name;
     }
@@ -194,7 +194,7 @@ private:
             peers.insert(Median(m_figures[peer]), peer);
             isMet = isMet && Ratio(row.measured, peer) <= row.peerLimit;
         }
-        QString target = QString::number(row.limit, 'f', 2);
+        QString target = qIsFinite(row.limit) ? QString::number(row.limit, 'f', 2) : "-";
         if (qIsFinite(row.peerLimit))
             target += QString(", %1 of peer").arg(row.peerLimit, 0, 'f', 2);
         const QString best = peers.isEmpty() ? "-" : Shown(peers.first()) + ", " + peers.first().section('/', 0, 0);
@@ -203,7 +203,7 @@ private:
                 Shown(row.measured),
                 QString::number(ratio, 'f', 2),
                 target,
-                isMet ? "yes" : "no",
+                qIsFinite(row.limit) ? isMet ? "yes" : "no" : "-",
                 best};
     }
 
