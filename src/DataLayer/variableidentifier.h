@@ -33,9 +33,9 @@ private:
     // Identifiers of one variable often share their texts.
     static bool AreSame(const QString& left, const QString& right)
     {
-        return left.constData() == right.constData()
-            || (left.size() == right.size()
-                && std::memcmp(left.constData(), right.constData(), left.size() * sizeof(QChar)) == 0);
+        return left.size() == right.size()
+            && (left.constData() == right.constData()
+                || std::memcmp(left.constData(), right.constData(), left.size() * sizeof(QChar)) == 0);
     }
     static uint HashOf(const QString& name, const QString& package) { return 31 * qHash(package) + qHash(name); }
 

@@ -125,8 +125,8 @@ private:
 
     typedef QPair<QObject*, QString> PropertyKey;
 
-    /// That a declaration reads a property. An address may be given to another object once the first is
-    /// destroyed; hence both of them.
+    /// That a declaration reads a property of an object. The object's address, by which this is found, may
+    /// be given to another one once the first is destroyed.
     struct Reference
     {
         QPointer<QObject> object;

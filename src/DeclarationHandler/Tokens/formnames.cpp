@@ -72,17 +72,19 @@ void FormNames::Clear()
     m_descendants.clear();
 }
 
-/// Where \a text is or, if it is null, belongs.
+/// Where \a text stands, or a null text where it belongs. \a text must not be empty.
 QString& FormNames::SlotOf(const QString& text)
 {
     if (2 * m_textCount >= m_texts.count())
         Enlarge();
-    QString* const slots = m_texts.data();
+    QString* const table = m_texts.data();
     const uint mask = static_cast<uint>(m_texts.count()) - 1;
-    uint i = qHash(text) & mask;
-    while (!slots[i].isNull() && slots[i] != text)
+    // Qt 4 leaves little of how a name begins in the low bits. Knuth's multiplicative hashing.
+    const uint hash = qHash(text) * 2654435761u;
+    uint i = (hash ^ (hash >> 16)) & mask;
+    while (!table[i].isNull() && table[i] != text)
         i = (i + 1) & mask;
-    return slots[i];
+    return table[i];
 }
 
 void FormNames::Enlarge()
