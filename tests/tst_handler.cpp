@@ -283,6 +283,20 @@ private Q_SLOTS:
         object->~QObject();
     }
 
+    // Objects in paths are remembered while a form is filled.
+    void RenamedWhileFilling()
+    {
+        QWidget* const first = New("a");
+        QWidget* const second = New("b");
+        QWidget* const reader = New("reader");
+        Add(reader, "~before", "@TopWidget\\a:v");
+        first->setObjectName("c");
+        second->setObjectName("a");
+        Add(reader, "~after", "@TopWidget\\a:v");
+        m_handler->Update();
+        QCOMPARE(reader->property("before").toString() + reader->property("after").toString(), QString("ab"));
+    }
+
     void Helpers()
     {
         QWidget* const a = New("a");
