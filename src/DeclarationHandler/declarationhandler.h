@@ -141,7 +141,7 @@ private:
     void ReportUnknownReference(const QObject* object, const QString& property, const Declaration* reader) const;
 
     QVector<DeclProperty*> m_declarations;                  ///< Owned; in the order added.
-    QMultiHash<QObject*, DeclProperty*> m_byObject;         ///< The first of them, by what they act on.
+    QMultiHash<QObject*, DeclProperty*> m_byObject;         ///< The first few of them, by what they act on.
     int m_indexedCount;                                     ///< How many; the others when first needed.
     QMultiHash<PropertyKey, Reference> m_pendingReferences; ///< By the property read.
     QScopedPointer<FormNames> m_names;

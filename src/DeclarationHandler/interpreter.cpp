@@ -5,18 +5,11 @@
 #include <QScopedPointer>
 #include <QStringList>
 
+#include "DeclarationHandler/Tokens/textview.h"
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/parser.h"
 
 namespace {
-
-bool IsBlank(const QString& statement)
-{
-    int length = 0;
-    while (length < statement.length() && statement.at(length).isSpace())
-        ++length;
-    return length == statement.length();
-}
 
 void PrintResult(const QString& statement, const IParsingResult& result)
 {
@@ -73,7 +66,7 @@ IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* d
                                           bool readOnly, const QString& defaultPackage, QObject* widget,
                                           QObject* topWidget, IParsingResult** result) const
 {
-    if (IsBlank(statement))
+    if (TextView::SkipSpace(statement, 0) == statement.length())
         return nullptr;
     const QScopedPointer<IParser> parser(m_parser->NewParser());
     parser->Tokenize(statement);

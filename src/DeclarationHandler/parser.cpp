@@ -98,13 +98,6 @@ IExpression* NewBinaryNode(Token::TOKEN_TYPE type, IExpression* left, IExpressio
     return row->create(left, right);
 }
 
-int SkipSpace(const QString& statement, int position)
-{
-    while (position < statement.length() && statement.at(position).isSpace())
-        ++position;
-    return position;
-}
-
 } // namespace
 
 Parser::Parser()
@@ -149,7 +142,7 @@ void Parser::Reset()
 void Parser::Tokenize(const QString& statement)
 {
     Reset();
-    int position = SkipSpace(statement, 0);
+    int position = TextView::SkipSpace(statement, 0);
     QString unread;
     m_tokens.reserve(qMin(statement.length() / 3, UsualTokens));
     while (position < statement.length()) {
@@ -163,7 +156,7 @@ void Parser::Tokenize(const QString& statement)
             return;
         }
         m_tokens.append(token);
-        position = SkipSpace(statement, position + token->GetLexemeLength());
+        position = TextView::SkipSpace(statement, position + token->GetLexemeLength());
     }
 }
 

@@ -13,6 +13,14 @@ inline QString From(const QString& text, int position)
     return QString::fromRawData(text.constData() + position, text.length() - position);
 }
 
+/// Where the white space from \a position on ends.
+inline int SkipSpace(const QString& text, int position)
+{
+    while (position < text.length() && text.at(position).isSpace())
+        ++position;
+    return position;
+}
+
 /// A copy of \a length characters from \a position on that shares nothing with \a text.
 inline QString CopyOf(const QString& text, int position, int length)
 {
