@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "DeclarationHandler/Tokens/language.h"
 #include "DeclarationHandler/interpreter.h"
 #include "DeclarationHandler/iparsingresult.h"
 #include "support/messagecatcher.h"
@@ -17,24 +18,38 @@ QString Content(const QString& cell)
     return span.hasMatch() ? span.captured(3) : cell.trimmed().remove("(empty)");
 }
 
+QStringList ReadLines(const char* path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()).split('\n') : QStringList();
+}
+
+/// What the document says of the level of a row.
+QString LevelOf(const Language::Row& row)
+{
+    if (row.role == Language::PrefixOperator)
+        return "prefix";
+    return row.IsBinary() ? QString::number(row.precedence) : "selector";
+}
+
 } // namespace
 
 /// Evaluates the examples of the language's documentation: the rows of its tables of statements, with the
-/// variables from its tables of variables.
+/// variables from its tables of variables. Holds the table of operators, and the dictionary of the fuzz targets,
+/// against the library's.
 class tst_Language : public QObject
 {
     Q_OBJECT
 
     RecordingDataPeer m_peer;
-    QList<QStringList> m_examples; ///< Statement, value, type and message.
+    QList<QStringList> m_examples;      ///< Statement, value, type and message.
+    QMap<QString, QString> m_operators; ///< Their levels.
 
 private Q_SLOTS:
     void initTestCase()
     {
-        QFile document(LANGUAGE_DOCUMENT);
-        QVERIFY2(document.open(QIODevice::ReadOnly), LANGUAGE_DOCUMENT);
         QString table;
-        for (const QString& line : QString::fromUtf8(document.readAll()).split('\n')) {
+        for (const QString& line : ReadLines(LANGUAGE_DOCUMENT)) {
             QStringList cells = line.split('|').mid(1);
             std::transform(cells.begin(), cells.end(), cells.begin(), Content);
             if (cells.isEmpty() || table.isEmpty())
@@ -43,6 +58,9 @@ private Q_SLOTS:
                 m_peer.m_values[cells.first().remove("@")] = FromJson(cells.at(1)).value(0);
             else if (table.startsWith("Statement|Value|Type|") && cells.first() != "---")
                 m_examples << cells;
+            else if (table.startsWith("Operator|Level|"))
+                for (const QString& text : cells.first().remove('`').split(' '))
+                    m_operators[text] = cells.at(1);
         }
         QVERIFY2(m_examples.size() >= 30, "too few examples");
     }
@@ -65,6 +83,29 @@ private Q_SLOTS:
         QCOMPARE(value.isValid() ? value.toString() : "(invalid)", example.value(1));
         QCOMPARE(value.isValid() ? value.typeName() : "-", qPrintable(example.value(2)));
         QCOMPARE(record->GetWarningMessages().value(0), example.value(3));
+    }
+
+    void Rows()
+    {
+        const QStringList dictionary = ReadLines(LANGUAGE_DICTIONARY);
+        QMap<QString, QString> operators;
+        for (int i = 0; i < Language::GetRowCount(); ++i) {
+            const Language::Row& row = Language::GetRow(i);
+            const QString text = Language::GetText(row);
+            const QByteArray name = text.toLatin1();
+            QVERIFY2(Language::Find(row.type) == &row, name);
+            QVERIFY2((row.role <= Language::ArithmeticOperator) == (row.createBinary != nullptr), name);
+            QVERIFY2((row.role == Language::PrefixOperator) == (row.createPrefix != nullptr), name);
+            QVERIFY2((row.role == Language::Literal) == (row.createLiteral != nullptr), name);
+            QVERIFY2(!row.IsBinary() || row.precedence > Language::None, name);
+            QVERIFY2(
+                !dictionary.filter(QRegularExpression("^\" ?" + QRegularExpression::escape(text) + " ?\"$")).isEmpty(),
+                name);
+            if (row.createBinary || row.createPrefix || text == "[" || text == "]" || text == ".")
+                operators[text] = LevelOf(row);
+        }
+        m_operators.remove("---");
+        QCOMPARE(m_operators, operators);
     }
 };
 
