@@ -29,6 +29,18 @@ inline bool CanConvert(const QVariant& value, int userType)
 #endif
 }
 
+/// Makes \a value one of the type with that number. False, with a default value in it, where it is none.
+inline bool Convert(QVariant* value, int userType)
+{
+#if QT_VERSION >= 0x060000
+    return value->convert(QMetaType(userType));
+#elif QT_VERSION >= 0x050000
+    return value->convert(userType);
+#else
+    return value->convert(static_cast<QVariant::Type>(userType));
+#endif
+}
+
 } // namespace QtCompat
 
 /// A signal and a slot as QObject::connect() takes them: by address, which is found at once, or in Qt 4
