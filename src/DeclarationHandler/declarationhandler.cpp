@@ -4,10 +4,12 @@
 #include <QSet>
 #include <QWidget>
 
+#include "Common/objectindex.h"
 #include "Common/qtcompat.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DeclarationHandler/Declarations/declproperty.h"
-#include "DeclarationHandler/Tokens/formnames.h"
+#include "DeclarationHandler/Tokens/formscope.h"
+#include "DeclarationHandler/Tokens/sharedtexts.h"
 #include "DeclarationHandler/parser.h"
 #include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
@@ -52,7 +54,10 @@ int CountAncestors(const QObject* object, const QSet<QObject*>& widgets)
 
 } // namespace
 
-DeclarationHandler::DeclarationHandler() : m_indexedCount(0), m_names(new FormNames), m_cleared(new bool(false)) {}
+DeclarationHandler::DeclarationHandler()
+    : m_indexedCount(0), m_texts(new SharedTexts), m_objects(new ObjectIndex), m_cleared(new bool(false))
+{
+}
 
 DeclarationHandler::~DeclarationHandler()
 {
@@ -64,7 +69,7 @@ bool DeclarationHandler::AddDeclaration(QObject* topWidget, QObject* widget, QSt
 {
     if (!PropertyInfo::IsOvexProperty(property) || !widget)
         return false;
-    property = m_names->Share(PropertyInfo::ToNormal(property));
+    property = m_texts->Share(PropertyInfo::ToNormal(property));
     if (initialize)
         InitializeProperty(widget, property);
 
@@ -103,7 +108,7 @@ Declaration* DeclarationHandler::CreateDeclaration(QObject* widget, QString prop
 DeclProperty* DeclarationHandler::NewDeclaration(QObject* widget, const QString& property, QObject* topWidget,
                                                  const QString& statement, const QString& defaultPackage, bool readOnly)
 {
-    const FormNames::Use use(m_names.data());
+    const FormScope scope(m_texts.data(), m_objects.data());
     IDataPeer* const dataPeer = GetDataPeer();
     DeclProperty* const declaration = new DeclProperty(widget, property);
     Parser parser;
@@ -136,7 +141,8 @@ void DeclarationHandler::ConnectPropertyCrossReferences()
         ConnectReaders(m_declarations.at(i));
     ReportUnknownReferences();
     m_pendingReferences.clear();
-    m_names->Clear();
+    m_texts->Clear();
+    m_objects->Clear();
 }
 
 // Slots that run in between may clear or delete this handler.
@@ -179,7 +185,8 @@ void DeclarationHandler::Clear()
     m_byObject.clear();
     m_indexedCount = 0;
     m_pendingReferences.clear();
-    m_names->Clear();
+    m_texts->Clear();
+    m_objects->Clear();
     const QVector<DeclProperty*> declarations = m_declarations;
     m_declarations.clear();
     qDeleteAll(declarations);

@@ -14,10 +14,11 @@
 #include "DeclarationHandler/declaration.h"
 
 class DeclProperty;
-class FormNames;
 class IDataObserver;
 class IDataPeer;
 class IExpression;
+class ObjectIndex;
+class SharedTexts;
 
 /// Holds the declarations of one form: it keeps bound properties equal to their statements and writes
 /// them back on request.
@@ -144,7 +145,8 @@ private:
     QMultiHash<QObject*, DeclProperty*> m_byObject;         ///< The first few of them, by what they act on.
     int m_indexedCount;                                     ///< How many; the others when first needed.
     QMultiHash<PropertyKey, Reference> m_pendingReferences; ///< By the property read.
-    QScopedPointer<FormNames> m_names;
+    QScopedPointer<SharedTexts> m_texts;                    ///< Of names, until the form is complete.
+    QScopedPointer<ObjectIndex> m_objects;                  ///< Likewise.
     QSharedPointer<bool> m_cleared; ///< Set, and replaced, by Clear(): what walks through the list stops.
 };
 

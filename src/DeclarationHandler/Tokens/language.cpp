@@ -106,6 +106,33 @@ constexpr int LargestType(int row, int largest)
 }
 constexpr int TypeCount = LargestType(0, 0) + 1;
 
+/// The row of that kind among those from \a row on; null when there is none.
+constexpr const Row* RowOf(int type, int row)
+{
+    return row == RowCount ? nullptr : Rows[row].type == type ? &Rows[row] : RowOf(type, row + 1);
+}
+
+/// The rows by kind, which the parser asks for with every token: in a table that the compiler fills.
+template<int... Types>
+struct RowsByType
+{
+    static const Row* Find(int type)
+    {
+        static constexpr const Row* rows[] = {RowOf(Types, 0)...};
+        return rows[type];
+    }
+};
+
+/// RowsByType<0, 1, ..., count - 1>.
+template<int Count, int... Types>
+struct AllRowsByType : AllRowsByType<Count - 1, Count - 1, Types...>
+{
+};
+template<int... Types>
+struct AllRowsByType<0, Types...> : RowsByType<Types...>
+{
+};
+
 bool IsSingleChar(const Row& row)
 {
     return row.text[1] == '\0';
@@ -113,18 +140,16 @@ bool IsSingleChar(const Row& row)
 
 const int AsciiCount = 128;
 
-/// The rows by what they are looked up by, and their texts as the tokens share them.
+/// The rows by their first characters, and their texts as the tokens share them.
 struct Index
 {
-    const Row* byType[TypeCount]; ///< Null for kinds without a fixed text.
     QString texts[RowCount];
     const Row* byChar[AsciiCount];  ///< The rows of one character; null for others.
     bool startsLongRow[AsciiCount]; ///< Whether a text of several characters starts with that character.
 
-    Index() : byType(), byChar(), startsLongRow()
+    Index() : byChar(), startsLongRow()
     {
         for (int i = 0; i < RowCount; ++i) {
-            byType[Rows[i].type] = &Rows[i];
             texts[i] = QLatin1String(Rows[i].text);
             const int first = Rows[i].text[0];
             if (IsSingleChar(Rows[i]))
@@ -170,7 +195,7 @@ const Language::Row& Language::GetRow(int index)
 
 const Language::Row* Language::Find(Token::TOKEN_TYPE type)
 {
-    return type < TypeCount ? GetIndex().byType[type] : nullptr;
+    return type < TypeCount ? AllRowsByType<TypeCount>::Find(type) : nullptr;
 }
 
 const Language::Row* Language::FindWord(const QString& text)
@@ -189,7 +214,7 @@ const Language::Row* Language::FindChar(QChar character)
     return character.unicode() < AsciiCount ? GetIndex().byChar[character.unicode()] : nullptr;
 }
 
-QString Language::GetText(const Row& row)
+const QString& Language::GetText(const Row& row)
 {
     return GetIndex().texts[&row - Rows];
 }

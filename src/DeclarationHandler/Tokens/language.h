@@ -72,7 +72,7 @@ public:
     /// The row of that one character; null when there is none.
     static const Row* FindChar(QChar character);
     /// The text of a row as tokens share it.
-    static QString GetText(const Row& row);
+    static const QString& GetText(const Row& row);
 };
 
 #endif
