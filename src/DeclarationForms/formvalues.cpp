@@ -135,6 +135,16 @@ bool ToTruthValue(const QVariant& value, QVariant* result)
     return true;
 }
 
+/// There are many ways to write a number or a date. Of integers that are too large QVariant keeps the low bits.
+bool IsLosslessText(const QString& text, const QVariant& converted)
+{
+    if (!IsInteger(converted.userType()))
+        return converted.isValid() && !converted.isNull();
+    if (converted.userType() == QMetaType::ULongLong)
+        return text.toULongLong() == converted.toULongLong();
+    return text.toLongLong() == converted.toLongLong();
+}
+
 /// Whether nothing but the type changed on the way.
 bool IsLossless(const QVariant& original, const QVariant& converted)
 {
@@ -144,9 +154,8 @@ bool IsLossless(const QVariant& original, const QVariant& converted)
         const double difference = std::abs(original.toDouble() - converted.toDouble());
         return difference <= FloatPrecision * std::abs(original.toDouble());
     }
-    // There are many ways to write a number or a date.
-    if (from == QMetaType::QString && to != QMetaType::QVariantList && to != QMetaType::QStringList)
-        return converted.isValid() && !converted.isNull();
+    if (from == QMetaType::QString && !IsList(converted))
+        return IsLosslessText(original.toString(), converted);
     QVariant back = converted;
     return QtCompat::Convert(&back, from) && FormValues::AreEqual(back, original);
 }

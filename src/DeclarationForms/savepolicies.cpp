@@ -43,7 +43,8 @@ FormBinding::SavePolicy SavePolicies::Of(const QObject* object, FormBinding::Sav
         FormBinding::SavePolicy own = policy;
         if (Read(text.toString(), &own))
             return own;
-        qCWarning(FormLog) << "No save policy:" << text.toString() << "on" << DescribeObject(object);
+        qCWarning(FormLog).noquote()
+            << QStringLiteral("savePolicy of %1: \"%2\" is none.").arg(DescribeObject(object), text.toString());
     }
     return policy;
 }
