@@ -30,7 +30,9 @@ bool AdapterValues::IsMap(const QVariant& value)
 
 bool AdapterValues::IsScalar(const QVariant& value)
 {
-    return value.canConvert<QString>() && !IsList(value) && !IsMap(value) && !IsImage(value);
+    // A null of JSON converts to an empty text.
+    return value.userType() != QMetaType::Nullptr && value.canConvert<QString>() && !IsList(value) && !IsMap(value)
+        && !IsImage(value);
 }
 
 bool AdapterValues::IsImage(const QVariant& value)

@@ -16,3 +16,8 @@ void FormAdapters::Register(const QMetaObject* type, const QString& property,
     }
     AdapterRegistry::Table().Add(type, property, {std::move(read), std::move(write), notifySignal});
 }
+
+bool FormAdapters::IsAdapted(const QObject* object, const QString& property)
+{
+    return object && AdapterRegistry::Find(object, property);
+}

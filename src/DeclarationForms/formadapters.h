@@ -35,6 +35,9 @@ public:
     /// Without class, name or one of the functions nothing is registered, which is told in the log.
     static void Register(const QMetaObject* type, const QString& property, std::function<QVariant(const QObject*)> read,
                          std::function<bool(QObject*, const QVariant&)> write, const char* notifySignal = nullptr);
+
+    /// Whether that property of the object is an adapter's.
+    static bool IsAdapted(const QObject* object, const QString& property);
 };
 
 #endif

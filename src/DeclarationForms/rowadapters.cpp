@@ -90,10 +90,15 @@ QStringList KeysOf(const QVariantList& rows)
     return keys;
 }
 
+bool IsEmpty(const QVariant& cell)
+{
+    return !cell.isValid() || cell.userType() == QMetaType::Nullptr;
+}
+
 bool AreCells(const QVariantList& cells)
 {
     for (const QVariant& cell : cells) {
-        if (cell.isValid() && !AdapterValues::IsScalar(cell) && !AdapterValues::IsImage(cell))
+        if (!IsEmpty(cell) && !AdapterValues::IsScalar(cell) && !AdapterValues::IsImage(cell))
             return false;
     }
     return true;
@@ -165,7 +170,7 @@ void WriteRow(QAbstractItemModel* model, int number, const Row& row, int columns
         const QModelIndex index = model->index(number, column);
         const QVariant cell = row.cells.value(column);
         const bool isImage = AdapterValues::IsImage(cell);
-        Set(model, index, isImage ? QVariant() : cell, Qt::DisplayRole);
+        Set(model, index, isImage || IsEmpty(cell) ? QVariant() : cell, Qt::DisplayRole);
         Set(model, index, isImage ? cell : QVariant(), Qt::DecorationRole);
     }
     Set(model, model->index(number, 0), row.map, MapRole);
