@@ -92,13 +92,18 @@ bool BoundAccess::Write(QObject* object, const QString& name, const QVariant& va
 {
     if (!m_adapter)
         return m_access.Write(object, name, value);
-    const bool isInClass = IndexOf(object, name) >= 0;
     const QPointer<QObject> guarded = object;
-    const bool isTaken = m_adapter->write(object, value);
-    // For whoever reads the property without knowing of adapters.
-    if (guarded && !isInClass)
-        guarded->setProperty(QtCompat::ToAscii(name), isTaken ? value : m_adapter->read(object));
+    const PropertyAdapter* const adapter = m_adapter;
+    const bool isTaken = adapter->write(object, value);
+    if (guarded && IndexOf(object, name) < 0)
+        object->setProperty(QtCompat::ToAscii(name), isTaken ? value : adapter->read(object));
     return isTaken;
+}
+
+void BoundAccess::Mirror(QObject* object, const QString& name) const
+{
+    if (m_adapter && IndexOf(object, name) < 0)
+        object->setProperty(QtCompat::ToAscii(name), m_adapter->read(object));
 }
 
 bool BoundAccess::Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const

@@ -30,6 +30,9 @@ public:
     /// Answers whether the object took the value, as far as it tells.
     bool Write(QObject* object, const QString& name, const QVariant& value) const;
 
+    /// Puts what the adapter reads into the dynamic property of that name, for whoever does not know of adapters.
+    void Mirror(QObject* object, const QString& name) const;
+
     /// Whether the property, which holds \a held, has taken \a written.
     bool Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const;
     /// Whether the text that is read back may differ from the one that was taken.

@@ -64,11 +64,12 @@ public:
     bool isWritable = false;
     bool isShown = false; ///< Evaluated once.
     bool isEdited = false;
-    bool isTouched = false;   ///< May be edited: in the list of those.
-    bool isUnwatched = false; ///< In the list of those that do not tell of edits.
-    bool isDirty = false;     ///< Waits for an evaluation.
-    bool isReverting = false; ///< The next evaluation overwrites an edit.
-    bool isCut = false;       ///< Not taken, with a bound that has not caught up.
+    bool isTouched = false;    ///< May be edited: in the list of those.
+    bool isUnwatched = false;  ///< In the list of those that do not tell of edits.
+    bool isDirty = false;      ///< Waits for an evaluation.
+    bool isReverting = false;  ///< The next evaluation overwrites an edit.
+    bool isUnresolved = false; ///< In the list of those with a path that leads nowhere.
+    bool isCut = false;        ///< Not taken, with a bound that has not caught up.
 
 private:
     Q_DISABLE_COPY(BoundStatement)

@@ -110,7 +110,6 @@ void FormBinder::Install(const MarkedProperty& property, const QString& name, Co
 {
     m_state.problems.RemoveFailed(property.object, property.name);
     const Statement statement = Prepare(property, name);
-    Detach(statement.get());
     m_state.replaced.push_back(std::move(statement->compiled));
     statement->compiled = std::move(*compiled);
     const QString text = property.text.toString();
@@ -121,11 +120,13 @@ void FormBinder::Install(const MarkedProperty& property, const QString& name, Co
     statement->isWritable = !PropertyInfo::IsReadOnly(property.name);
     statement->ReadFormat();
     Attach(statement);
+    // After that, so that variables that both read stay subscribed to.
+    Detach(m_state.replaced.back());
     if (statement->property->isUnknown)
         m_state.problems.Add(statement, FormProblem::UnknownProperty, 0,
                              QStringLiteral("the object has no such property; it becomes a dynamic one"));
     if (!statement->isWritable)
-        m_edits.Set(statement, false);
+        m_edits.End(statement);
     else if (!statement->property->hasNotifier)
         m_edits.AddUnwatched(statement);
     m_delivery.Mark(statement);
@@ -203,11 +204,11 @@ void FormBinder::Attach(const Statement& statement)
     m_state.order.Append(statement.get());
 }
 
-void FormBinder::Detach(BoundStatement* statement)
+void FormBinder::Detach(const CompiledStatement& compiled)
 {
-    for (FormVariable* const variable : statement->compiled.variables)
+    for (FormVariable* const variable : compiled.variables)
         m_state.variables.Remove(variable->Variable(), variable);
-    for (FormProperty* const reference : statement->compiled.properties)
+    for (FormProperty* const reference : compiled.properties)
         FormObjects::RemoveReader(reference);
 }
 
@@ -234,7 +235,7 @@ bool FormBinder::Resolve(const Statement& statement)
     }
     TellPaths(statement);
     if (hasUnresolved)
-        m_unresolved.push_back(statement);
+        NoteUnresolved(statement);
     return hasResolved;
 }
 
@@ -253,6 +254,14 @@ void FormBinder::TellPaths(const Statement& statement)
     }
 }
 
+void FormBinder::NoteUnresolved(const Statement& statement)
+{
+    if (statement->isUnresolved)
+        return;
+    statement->isUnresolved = true;
+    m_unresolved.push_back(statement);
+}
+
 void FormBinder::ResolveAgain(const QString& name)
 {
     std::vector<std::weak_ptr<BoundStatement>> unresolved;
@@ -261,8 +270,9 @@ void FormBinder::ResolveAgain(const QString& name)
         const Statement statement = known.lock();
         if (!statement || !statement->property)
             continue;
+        statement->isUnresolved = false;
         if (!name.isEmpty() && !statement->text.contains(name)) {
-            m_unresolved.push_back(statement);
+            NoteUnresolved(statement);
         } else if (Resolve(statement)) {
             m_state.order.Invalidate();
             m_delivery.Mark(statement);
@@ -283,7 +293,7 @@ void FormBinder::Unbind(const Statement& statement)
 {
     WatchedProperty* const property = statement->property;
     m_edits.Set(statement, false);
-    Detach(statement.get());
+    Detach(statement->compiled);
     statement->problems.clear();
     property->statement = nullptr;
     statement->property = nullptr;
@@ -312,7 +322,7 @@ void FormBinder::Forget(const WatchedObject* object)
             const Statement statement = reader->Statement()->property->statement;
             FormObjects::RemoveReader(reader);
             TellPaths(statement);
-            m_unresolved.push_back(statement);
+            NoteUnresolved(statement);
             m_delivery.Mark(statement);
         }
     }

@@ -57,7 +57,8 @@ private:
     void PutConstant(QObject* object, const QString& map, const QString& key, const QString& value);
 
     void Attach(const Statement& statement);
-    void Detach(BoundStatement* statement);
+    void Detach(const CompiledStatement& compiled);
+    void NoteUnresolved(const Statement& statement);
     bool Resolve(const Statement& statement);
     void TellPaths(const Statement& statement);
 

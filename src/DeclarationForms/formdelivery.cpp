@@ -17,8 +17,8 @@
 
 namespace {
 
-/// Behind those of EvaluationListener.
-const int FormatCause = 100;
+/// Behind those of an evaluation.
+const int FormatCause = EvaluationListener::InvalidKey + 1;
 
 bool ComesLater(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
 {
@@ -58,18 +58,14 @@ TextPlace PlaceOfReference(const BoundStatement& reader, const BoundStatement& w
     return ProblemBook::NoPlace;
 }
 
-/// Why the statement has no value, where it reads what is not bound any more.
-QString ReasonOfNoValue(const BoundStatement& statement, TextPlace* place)
+/// What the statement reads that is not bound any more; null for nothing.
+const FormProperty* AbsentReference(const BoundStatement& statement)
 {
     for (const FormProperty* const reference : statement.compiled.properties) {
-        const WatchedProperty* const property = reference->Property();
-        if (!property || !property->IsAbsent())
-            continue;
-        *place = reference->Place();
-        return QStringLiteral("it reads %1 of %2, which is not bound any more")
-            .arg(property->name, DescribeObject(property->owner->object));
+        if (reference->Property() && reference->Property()->IsAbsent())
+            return reference;
     }
-    return QStringLiteral("the statement has no value");
+    return nullptr;
 }
 
 bool IsOfUnknownKind(const QVariant& value)
@@ -189,7 +185,7 @@ void FormDelivery::Evaluate(const Statement& statement)
 
 void FormDelivery::TellEvaluation(const Statement& statement, const Evaluation& evaluation)
 {
-    for (int cause = 0; cause < FormatCause && ProblemBook::Has(*statement, FormProblem::Evaluation); ++cause) {
+    for (int cause = 0; cause < FormatCause && !statement->problems.empty(); ++cause) {
         const auto& faults = evaluation.Faults();
         const bool stands = std::any_of(faults.begin(), faults.end(),
                                         [cause](const Evaluation::Fault& fault) { return fault.problem == cause; });
@@ -204,15 +200,19 @@ void FormDelivery::TellEvaluation(const Statement& statement, const Evaluation& 
 
 void FormDelivery::TellNoValue(const Statement& statement)
 {
-    const bool isExplained = ProblemBook::Has(*statement, FormProblem::UnknownObject)
-        || ProblemBook::Has(*statement, FormProblem::Evaluation);
-    if (statement->value.isValid() || isExplained) {
-        ProblemBook::Remove(statement.get(), FormProblem::NoValue);
+    if (const FormProperty* const absent = AbsentReference(*statement)) {
+        const QString reason = QStringLiteral("the statement reads %1 of %2, which is not bound any more");
+        m_state.problems.Add(statement, FormProblem::NoValue, 0,
+                             reason.arg(absent->Property()->name, DescribeObject(absent->Property()->owner->object)),
+                             absent->Place());
         return;
     }
-    TextPlace place = ProblemBook::NoPlace;
-    const QString reason = ReasonOfNoValue(*statement, &place);
-    m_state.problems.Add(statement, FormProblem::NoValue, 0, reason, place);
+    const bool isExplained = ProblemBook::Has(*statement, FormProblem::UnknownObject)
+        || ProblemBook::Has(*statement, FormProblem::Evaluation);
+    if (statement->value.isValid() || isExplained)
+        ProblemBook::Remove(statement.get(), FormProblem::NoValue);
+    else
+        m_state.problems.Add(statement, FormProblem::NoValue, 0, QStringLiteral("the statement has no value"));
 }
 
 void FormDelivery::Show(const Statement& statement, const QVariant& previous)
@@ -230,9 +230,10 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     const bool keepsEdit = m_state.editPolicy == FormBinding::KeepEdits && !statement->isReverting;
     if (keepsEdit && FormEdits::IsEdit(*statement, held, target)) {
         m_edits.Set(statement, true);
+        ProblemBook::Remove(statement.get(), FormProblem::NotTaken);
         return;
     }
-    m_edits.Set(statement, false);
+    m_edits.End(statement);
     statement->isReverting = false;
     const bool isAsBefore = statement->isShown && FormValues::AreEqual(held, statement->shown)
         && FormValues::AreEqual(previous, statement->value);

@@ -29,6 +29,12 @@ void Collect(const std::vector<std::weak_ptr<BoundStatement>>& statements, const
     }
 }
 
+void ForgetRefusal(BoundStatement* statement)
+{
+    statement->refused = QVariant();
+    ProblemBook::Remove(statement, FormProblem::NotStored);
+}
+
 } // namespace
 
 bool FormEdits::IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target)
@@ -44,17 +50,25 @@ bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement)
     const QVariant held = statement->Read();
     if (!statement->property)
         return false;
-    if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused)) {
-        statement->refused = QVariant();
-        ProblemBook::Remove(statement.get(), FormProblem::NotStored);
-    }
+    if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))
+        ForgetRefusal(statement.get());
     bool isEdited = !FormValues::AreEqual(held, statement->shown);
     if (isEdited && statement->Holds(held, statement->Target())) {
         isEdited = false;
         statement->shown = held;
     }
-    Set(statement, isEdited);
+    if (isEdited)
+        Set(statement, true);
+    else
+        End(statement);
     return isEdited;
+}
+
+void FormEdits::End(const std::shared_ptr<BoundStatement>& statement)
+{
+    Set(statement, false);
+    if (statement->refused.isValid())
+        ForgetRefusal(statement.get());
 }
 
 void FormEdits::Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited)

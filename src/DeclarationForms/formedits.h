@@ -24,6 +24,8 @@ public:
     /// Looks at the property. Answers whether it is edited.
     bool Refresh(const std::shared_ptr<BoundStatement>& statement);
     void Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited);
+    /// It is saved or given up: what was refused does not matter any more.
+    void End(const std::shared_ptr<BoundStatement>& statement);
     /// It may be edited from now on.
     void Touch(const std::shared_ptr<BoundStatement>& statement);
 

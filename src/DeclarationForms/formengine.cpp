@@ -191,9 +191,9 @@ void FormEngine::MarkForRevert(const Statement& statement)
     const QVariant held = statement->Read();
     if (!statement->property)
         return;
-    statement->refused = QVariant();
-    ProblemBook::Remove(statement.get(), FormProblem::NotStored);
-    if (!statement->isEdited && FormValues::AreEqual(held, statement->shown))
+    const bool wasEdited = statement->isEdited;
+    m_edits.End(statement);
+    if (!wasEdited && FormValues::AreEqual(held, statement->shown))
         return;
     statement->isReverting = true;
     m_delivery.Mark(statement);
@@ -234,6 +234,8 @@ void FormEngine::OnChanged(WatchedProperty* property)
     if (writer && writer == statement.get())
         return;
     m_delivery.MarkReaders(*property, writer);
+    if (statement)
+        statement->access.Mirror(statement->object, statement->name);
     const bool isOwn = writer && writer->property && writer->property->owner == property->owner;
     if (statement && statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);

@@ -50,8 +50,7 @@ bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSa
         return true;
     // What happened meanwhile to the property may be an edit again.
     statement->shown = held;
-    statement->refused = QVariant();
-    ProblemBook::Remove(statement.get(), FormProblem::NotStored);
+    m_edits.End(statement);
     m_edits.Refresh(statement);
     m_delivery.Mark(statement);
     return true;

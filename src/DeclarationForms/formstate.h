@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QString>
 
+#include <deque>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -69,7 +70,7 @@ public:
     int lastPlace = 0;
     int unboundCount = 0; ///< Of those in the list.
     int depth = 0;
-    std::vector<CompiledStatement> replaced;
+    std::deque<CompiledStatement> replaced;
 };
 
 #endif
