@@ -15,6 +15,7 @@ private Q_SLOTS:
     void Edits_data();
     void Edits();
     void TakesData();
+    void EditAfterSave();
     void NoNotifier();
     void BoundKeepsEdit();
     void SavedAs_data();
@@ -93,6 +94,22 @@ void FormEditsTest::TakesData()
     form.Turn();
     QCOMPARE(spin->value(), 2);
     QCOMPARE(form.Told(), QString("edited; not edited"));
+}
+
+void FormEditsTest::EditAfterSave()
+{
+    Form form;
+    form.m_peer.Set("v", 1);
+    QSpinBox* const spin = form.Add<QSpinBox>("s", {{"_value", "v"}});
+    form.m_binding->Bind();
+    // Back to what the last evaluation gave, before the next.
+    for (const int value : {5, 1}) {
+        spin->setValue(value);
+        QCOMPARE(form.m_binding->Save().saved, 1);
+    }
+    QCOMPARE(Exact(form.m_peer.Get("v")), QString("1"));
+    form.Turn();
+    QVERIFY(!form.m_binding->IsEdited());
 }
 
 void FormEditsTest::NoNotifier()

@@ -53,7 +53,8 @@ bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement)
     if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))
         ForgetRefusal(statement.get());
     bool isEdited = !FormValues::AreEqual(held, statement->shown);
-    if (isEdited && statement->Holds(held, statement->Target())) {
+    // What the data hold is not known before the evaluation that a save has asked for.
+    if (isEdited && !statement->isDirty && statement->Holds(held, statement->Target())) {
         isEdited = false;
         statement->shown = held;
     }
