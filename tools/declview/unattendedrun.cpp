@@ -21,12 +21,12 @@ void LetSettle()
     loop.exec();
 }
 
-QString ToTextLine(const BoundProperty& property)
+QString ToTextLine(const ViewedProperty& property)
 {
     return QStringList{property.path, property.name, ValueToText(property.Value())}.join('\t');
 }
 
-QString ToJsonLine(const BoundProperty& property)
+QString ToJsonLine(const ViewedProperty& property)
 {
     const QVariant value = property.Value();
     // What JSON does not know stands there as a text.
@@ -37,10 +37,10 @@ QString ToJsonLine(const BoundProperty& property)
     return QString::fromUtf8(JsonData::ValueToJson(object));
 }
 
-void Print(const QVector<BoundProperty>& properties, bool asJson)
+void Print(const QVector<ViewedProperty>& properties, bool asJson)
 {
     QStringList lines;
-    for (const BoundProperty& property : properties)
+    for (const ViewedProperty& property : properties)
         lines.append(asJson ? ToJsonLine(property) : ToTextLine(property));
     QTextStream out(stdout);
     out.setCodec("UTF-8");
@@ -50,10 +50,10 @@ void Print(const QVector<BoundProperty>& properties, bool asJson)
         out << lines.join('\n') << '\n';
 }
 
-void PrintDiagnostics(const QVector<BoundProperty>& properties)
+void PrintDiagnostics(const QVector<ViewedProperty>& properties)
 {
     QTextStream err(stderr);
-    for (const BoundProperty& property : properties) {
+    for (const ViewedProperty& property : properties) {
         if (!property.diagnostic.isEmpty())
             err << property.path << ':' << property.name << ": " << property.diagnostic << '\n';
     }
