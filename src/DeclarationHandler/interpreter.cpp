@@ -1,7 +1,6 @@
 #include "DeclarationHandler/interpreter.h"
 
 #include <QDebug>
-#include <QMutexLocker>
 #include <QScopedPointer>
 #include <QStringList>
 
@@ -28,7 +27,7 @@ Interpreter::Interpreter(IDataPeer* dataPeer, IDataObserver* dataObserver, IPars
     : m_dataPeer(dataPeer),
       m_dataObserver(dataObserver),
       m_parser(parser ? parser : new Parser),
-      m_lock(QMutex::Recursive)
+      m_lock(new std::recursive_mutex)
 {
 }
 
@@ -39,7 +38,7 @@ Interpreter::~Interpreter()
 
 QVariant Interpreter::Evaluate(const QString& statement, IParsingResult** result)
 {
-    const QMutexLocker locker(&m_lock);
+    const std::lock_guard<std::recursive_mutex> locker(*m_lock);
     const IInterpreter* const self = this;
     return self->Evaluate(statement, m_dataPeer, m_dataObserver, QLatin1String(""), nullptr, nullptr, result);
 }
@@ -56,7 +55,7 @@ QVariant Interpreter::Evaluate(const QString& statement, IDataPeer* dataPeer, ID
 
 IExpression* Interpreter::CreateStatement(const QString& statement, bool readOnly, IParsingResult** result)
 {
-    const QMutexLocker locker(&m_lock);
+    const std::lock_guard<std::recursive_mutex> locker(*m_lock);
     const IInterpreter* const self = this;
     return self->CreateStatement(statement, m_dataPeer, m_dataObserver, readOnly, QLatin1String(""), nullptr, nullptr,
                                  result);
@@ -71,10 +70,11 @@ IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* d
     const QScopedPointer<IParser> parser(m_parser->NewParser());
     parser->Tokenize(statement);
     IExpression* const expression = parser->Parse(dataPeer, dataObserver, widget, topWidget, defaultPackage, readOnly);
-    QScopedPointer<IParsingResult> record(parser->CopyResult());
-    if (result)
-        *result = record.take();
-    else
+    if (result) {
+        *result = parser->CopyResult();
+    } else {
+        const QScopedPointer<IParsingResult> record(parser->CopyResult());
         PrintResult(statement, *record);
+    }
     return expression;
 }

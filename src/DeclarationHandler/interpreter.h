@@ -1,7 +1,9 @@
 #ifndef INTERPRETER_H
 #define INTERPRETER_H
 
-#include <QMutex>
+#include <QScopedPointer>
+
+#include <mutex>
 
 #include "DeclarationHandler/iinterpreter.h"
 
@@ -32,7 +34,7 @@ private:
     IDataPeer* m_dataPeer;
     IDataObserver* m_dataObserver;
     IParser* m_parser;
-    QMutex m_lock;
+    QScopedPointer<std::recursive_mutex> m_lock;
 };
 
 #endif

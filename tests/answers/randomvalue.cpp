@@ -1,11 +1,11 @@
 #include "randomvalue.h"
 
 #include <QBitArray>
+#include <QBitmap>
 #include <QBrush>
 #include <QColor>
 #include <QCursor>
 #include <QDate>
-#include <QFont>
 #include <QIcon>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -103,6 +103,8 @@ const double Doubles[] = {0.0,
                           0.3,
                           0.1 + 0.2,
                           0.5,
+                          -0.5,
+                          -2.5,
                           1.0 + 1e-13,
                           1e-12,
                           1e-300,
@@ -188,7 +190,7 @@ QVariant RandomNumber(Random& random)
     case 10:
         return QVariant::fromValue(static_cast<ulong>(random.Of(Longs)));
     default:
-        return QVariant::fromValue(static_cast<Qt::Orientation>(1 + random.Below(2)));
+        return QVariant::fromValue(static_cast<Qt::Axis>(random.Below(3)));
     }
 }
 
@@ -259,7 +261,7 @@ QVariant RandomGuiValue(Random& random)
     case 1:
         return pixmaps[small];
     case 2:
-        return QFont("Sans", 10 + small);
+        return QBitmap(small, 1);
     case 3:
         return QIcon();
     case 4:
@@ -282,12 +284,16 @@ QVariant RandomNull(Random& random)
 #if QT_VERSION >= 0x060000
     return QVariant(QMetaType(type));
 #else
-    return QVariant(type, nullptr);
+    return QVariant(static_cast<QVariant::Type>(type));
 #endif
 }
 
 QVariant RandomOwnValue(Random& random)
 {
+#if QT_VERSION < 0x060000
+    static const bool isComparable = QMetaType::registerEqualsComparator<Amount>();
+    Q_UNUSED(isComparable)
+#endif
     static const QVariant notes[] = {QVariant::fromValue(Note{"a"}), QVariant::fromValue(Note{"a"})};
     switch (random.Below(4)) {
     case 0:
@@ -494,6 +500,8 @@ QVariant RandomValue(Random& random, int depth)
 
 QString RandomText(Random& random)
 {
+    if (random.OneIn(200))
+        return "3" + QString(QChar(0));
     return random.OneIn(3) ? QString::number(random.Below(4)) : QString::fromUtf8(random.Of(Texts));
 }
 

@@ -29,13 +29,13 @@ const char* const BoundProperties[]
 
 QStringList lines;
 
-/// What Qt prints of a QVariant is Qt's own, and a type that Qt does not know bears the name of another one.
+/// What Qt prints of a QVariant is Qt's own, and for a type that is none of Qt's own Qt 5 prints the name of another.
 void NoteMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 {
     const auto dots = QRegularExpression::DotMatchesEverythingOption;
     static const QRegularExpression value("QVariant\\(.*?(?=' to property: |$)", dots);
     static const QRegularExpression current(" value:  .*", dots);
-    static const QRegularExpression ownType("QVariant::\\w+\\*");
+    static const QRegularExpression ownType("QVariant::(QWidget\\*|Qt::Axis|QSizePolicy|Amount|Note|VariantObject)");
     QString text = message;
     lines << "debug " + text.remove(value).remove(current).replace(ownType, "own type");
 }
@@ -159,24 +159,38 @@ void Interpret(const QString& statement, NotingPeer& peer, NotingObserver& obser
     lines << "value " + Describe(tree->Retrieve());
 }
 
+/// The property as statements read it.
+QString DescribeProperty(const QString& property, Form& form)
+{
+    const std::unique_ptr<IInterpreter> interpreter(new Interpreter(nullptr, nullptr, nullptr));
+    return property + " "
+        + Describe(interpreter->Evaluate("@Widget:" + property, NotingPeer::Peer(), nullptr, "", &form.m_target,
+                                         &form.m_top, nullptr));
+}
+
+std::unique_ptr<Declaration> Declare(const QString& property, const QString& statement, Form& form)
+{
+    DeclarationHandler handler;
+    return std::unique_ptr<Declaration>(
+        handler.CreateDeclaration(&form.m_target, property, &form.m_top, statement, "Own", false));
+}
+
 /// Through a declaration: a property that had a value of its own, updated twice, then after a change.
 void Bind(const QString& statement, Form& form, Random& random)
 {
     const QString property = random.Of(BoundProperties);
-    const QByteArray name = property.toLatin1();
-    const auto note
-        = [&](const QString& what) { lines << what + " " + property + " " + Describe(form.m_target.property(name)); };
-    form.m_target.setProperty(name, RandomValue(random));
-    note("before");
-    DeclarationHandler handler;
-    const std::unique_ptr<Declaration> declaration(
-        handler.CreateDeclaration(&form.m_target, property, &form.m_top, statement, "Own", false));
+    const auto note = [&](const char* what) { lines << what + DescribeProperty(property, form); };
+    const VariableIdentifier initial("initial", "Own");
+    NotingPeer::Peer()->ChangeValue(initial, RandomValue(random), IDataPeer::NoFlag);
+    Declare(property, "initial", form)->Update(true);
+    note("before ");
+    const std::unique_ptr<Declaration> declaration = Declare(property, statement, form);
     for (int i = 0; i < 2; ++i)
-        note(declaration->Update(true) ? "written" : "left");
+        note(declaration->Update(true) ? "written " : "left ");
     NotingPeer::Peer()->ChangeValue(Variable(random.Below(VariableCount)), RandomValue(random), IDataPeer::NoFlag);
-    note(declaration->Update(random.OneIn(2)) ? "written" : "left");
-    note(declaration->Save() ? "saved" : "not saved");
-    note(declaration->Update(true) ? "written" : "left");
+    note(declaration->Update(random.OneIn(2)) ? "written " : "left ");
+    note(declaration->Save() ? "saved " : "not saved ");
+    note(declaration->Update(true) ? "written " : "left ");
 }
 
 } // namespace

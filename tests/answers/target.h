@@ -35,12 +35,18 @@ class Target : public QObject
     Q_PROPERTY(QPixmap pixmap READ GetPixmap WRITE SetPixmap)
     Q_PROPERTY(Qt::Orientation orientation MEMBER m_orientation)
     Q_PROPERTY(Qt::Alignment alignment MEMBER m_alignment)
-    Q_PROPERTY(QVariant any MEMBER m_any)
-    Q_PROPERTY(QVariantList list MEMBER m_list)
-    Q_PROPERTY(QVariantMap map MEMBER m_map)
+    Q_PROPERTY(QVariant any READ GetAny WRITE SetAny)
+    Q_PROPERTY(QVariantList list READ GetList WRITE SetList)
+    Q_PROPERTY(QVariantMap map READ GetMap WRITE SetMap)
 
 public:
     QPixmap GetPixmap() const { return m_pixmap; }
+    QVariant GetAny() const { return m_any; }
+    void SetAny(const QVariant& any) { m_any = any; }
+    QVariantList GetList() const { return m_list; }
+    void SetList(const QVariantList& list) { m_list = list; }
+    QVariantMap GetMap() const { return m_map; }
+    void SetMap(const QVariantMap& map) { m_map = map; }
     void SetPixmap(const QPixmap& pixmap) { m_pixmap = pixmap; }
 
 private:

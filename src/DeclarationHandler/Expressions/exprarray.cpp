@@ -2,6 +2,8 @@
 
 #include <QDebug>
 
+#include "Common/qtcompat.h"
+
 ExprArray::ExprArray(IExpression* collection, IExpression* index, bool readOnly)
     : BinaryExpression(collection, index, readOnly)
 {
@@ -13,9 +15,9 @@ QVariant ExprArray::Retrieve() const
         return QVariant();
     QVariant result;
     const QVariant collection = m_left->Retrieve();
-    if (collection.canConvert(QVariant::List))
+    if (QtCompat::CanConvert(collection, QMetaType::QVariantList))
         RetrieveFromList(result, collection);
-    else if (collection.canConvert(QVariant::Map))
+    else if (QtCompat::CanConvert(collection, QMetaType::QVariantMap))
         RetrieveFromMap(result, collection);
     else if (collection.isValid())
         qDebug() << "Retrieve"
@@ -27,9 +29,9 @@ bool ExprArray::Store(const QVariant& value)
 {
     if (m_readOnly)
         return false;
-    QVariantList list = m_left->Retrieve().toList();
+    QVariantList list = QtCompat::ToList(m_left->Retrieve());
     bool isInteger = false;
-    const int index = m_right->Retrieve().toInt(&isInteger);
+    const int index = QtCompat::ToInt(m_right->Retrieve(), &isInteger);
     if (!isInteger || index < 0 || index >= list.size())
         return false;
     list[index] = value;
@@ -38,32 +40,32 @@ bool ExprArray::Store(const QVariant& value)
 
 bool ExprArray::RetrieveFromMap(QVariant& result, const QVariant& collection) const
 {
-    if (!m_right || collection.isNull())
+    if (!m_right || QtCompat::IsNull(collection))
         return false;
     const QVariantMap map = collection.toMap();
     const QVariant key = m_right->Retrieve();
-    if (key.isNull())
+    if (QtCompat::IsNull(key))
         return false;
-    const QString name = key.toString();
+    const QString name = QtCompat::ToString(key);
     if (name.trimmed().isEmpty()) {
         qDebug() << "RetrieveFromMap"
                  << ": Map key is not valid! Key:" << key;
         return false;
     }
     result = map.value(name);
-    return !result.isNull();
+    return !QtCompat::IsNull(result);
 }
 
 bool ExprArray::RetrieveFromList(QVariant& result, const QVariant& collection) const
 {
-    if (!m_right || collection.isNull())
+    if (!m_right || QtCompat::IsNull(collection))
         return false;
-    const QVariantList list = collection.toList();
+    const QVariantList list = QtCompat::ToList(collection);
     const QVariant subscript = m_right->Retrieve();
-    if (subscript.isNull())
+    if (QtCompat::IsNull(subscript))
         return false;
     bool isInteger = false;
-    const int index = subscript.toInt(&isInteger);
+    const int index = QtCompat::ToInt(subscript, &isInteger);
     if (!isInteger) {
         qDebug() << "RetrieveFromList"
                  << ": Index expression is not integer! Index:" << subscript;
