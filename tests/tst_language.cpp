@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "DeclarationHandler/Tokens/language.h"
 #include "DeclarationHandler/interpreter.h"
 #include "DeclarationHandler/iparsingresult.h"
 #include "support/messagecatcher.h"
@@ -17,16 +18,25 @@ QString Content(const QString& cell)
     return span.hasMatch() ? span.captured(3) : cell.trimmed().remove("(empty)");
 }
 
+/// What the document says of the level of a row.
+QString LevelOf(const Language::Row& row)
+{
+    if (row.role == Language::PrefixOperator)
+        return "prefix";
+    return row.IsBinary() ? QString::number(row.precedence) : "selector";
+}
+
 } // namespace
 
 /// Evaluates the examples of the language's documentation: the rows of its tables of statements, with the
-/// variables from its tables of variables.
+/// variables from its tables of variables. Holds its table of operators against the library's.
 class tst_Language : public QObject
 {
     Q_OBJECT
 
     RecordingDataPeer m_peer;
-    QList<QStringList> m_examples; ///< Statement, value, type and message.
+    QList<QStringList> m_examples;      ///< Statement, value, type and message.
+    QMap<QString, QString> m_operators; ///< Their levels.
 
 private Q_SLOTS:
     void initTestCase()
@@ -43,6 +53,9 @@ private Q_SLOTS:
                 m_peer.m_values[cells.first().remove("@")] = FromJson(cells.at(1)).value(0);
             else if (table.startsWith("Statement|Value|Type|") && cells.first() != "---")
                 m_examples << cells;
+            else if (table.startsWith("Operator|Level|"))
+                for (const QString& text : cells.first().remove('`').split(' '))
+                    m_operators[text] = cells.at(1);
         }
         QVERIFY2(m_examples.size() >= 30, "too few examples");
     }
@@ -65,6 +78,25 @@ private Q_SLOTS:
         QCOMPARE(value.isValid() ? value.toString() : "(invalid)", example.value(1));
         QCOMPARE(value.isValid() ? value.typeName() : "-", qPrintable(example.value(2)));
         QCOMPARE(record->GetWarningMessages().value(0), example.value(3));
+    }
+
+    void Rows()
+    {
+        QMap<QString, QString> operators;
+        for (int i = 0; i < Language::GetRowCount(); ++i) {
+            const Language::Row& row = Language::GetRow(i);
+            const QString text = Language::GetText(row);
+            const QByteArray name = text.toLatin1();
+            QVERIFY2(Language::Find(row.type) == &row, name);
+            QVERIFY2((row.role <= Language::ArithmeticOperator) == (row.createBinary != nullptr), name);
+            QVERIFY2((row.role == Language::PrefixOperator) == (row.createPrefix != nullptr), name);
+            QVERIFY2((row.role == Language::Literal) == (row.createLiteral != nullptr), name);
+            QVERIFY2(!row.IsBinary() || row.precedence > Language::None, name);
+            if (row.createBinary || row.createPrefix || text == "[" || text == "]" || text == ".")
+                operators[text] = LevelOf(row);
+        }
+        m_operators.remove("---");
+        QCOMPARE(m_operators, operators);
     }
 };
 

@@ -4,8 +4,11 @@
 #include <functional>
 #include <memory>
 
+#include "DeclarationHandler/Expressions/exprconstant.h"
+#include "DeclarationHandler/Tokens/variabletoken.h"
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/parser.h"
+#include "DeclarationHandler/parserlistener.h"
 #include "support/messagecatcher.h"
 #include "support/recordingdatapeer.h"
 
@@ -34,6 +37,60 @@ void OnSmallStack(const std::function<void()>& run)
     thread->wait();
     QVERIFY(done);
 }
+
+/// Writes down what a parser tells, as a row of a table shows it.
+class Scribe : public ParserListener
+{
+public:
+    explicit Scribe(const QString& statement) : m_statement(statement) {}
+
+    QStringList m_lines;
+    bool m_makesReferences = false;
+
+    void OnToken(const Token& token, const TextPlace& place) override
+    {
+        QCOMPARE(Text(place), token.GetLexeme());
+        m_tokens << token.GetLexeme();
+    }
+
+    IExpression* CreateReference(const VariableToken& token, const TextPlace& place, bool readOnly) override
+    {
+        if (!m_makesReferences)
+            return nullptr;
+        m_lines << QString(readOnly ? "read " : "use ") + Text(place);
+        return new ExprConstant(token.GetVariableName());
+    }
+
+    void OnNode(const ParsedNode& node) override
+    {
+        static const char* const kinds[] = {"operand", "binary", "prefix", "parentheses", "subscript", "member"};
+        QString line = QString(kinds[node.kind]) + ' ' + m_tokens.at(node.token);
+        for (const IExpression* const child : {node.left, node.right})
+            line += child ? QString(" %1").arg(m_numbers.value(child)) : QString();
+        m_numbers[node.node] = m_numbers.size();
+        m_lines << line;
+    }
+
+    void OnReport(const ParserReport& report) override
+    {
+        static const char* const causes[] = {"unrecognised", "missing",   "wrong",   "deep",        "empty",
+                                             "operand?",     "operator?", "object?", "consequence", "left"};
+        m_messages << report.message;
+        m_lines << QString("%1 %2 at %3 '%4'")
+                       .arg(report.isError ? "error" : "warning", causes[report.cause])
+                       .arg(report.place.offset)
+                       .arg(Text(report.place));
+    }
+
+    QStringList m_messages;
+
+private:
+    QString Text(const TextPlace& place) const { return m_statement.mid(place.offset, place.length); }
+
+    const QString m_statement;
+    QStringList m_tokens;
+    QHash<const IExpression*, int> m_numbers;
+};
 
 /// The full text of a message that a table writes in short.
 QString Message(QString text)
@@ -263,6 +320,53 @@ private Q_SLOTS:
         QVERIFY(record.HasSucceeded() && !record.GetErrorMessage().isNull() && record.GetParsedCharacters() == 0);
         QVERIFY(!assigned.HasSucceeded() && assigned.GetParsedCharacters() == -5);
         QCOMPARE(assigned.GetWarningMessages(), (QStringList{"", "warning", "error"}));
+    }
+
+    // What is told, in order; children by their number among the nodes.
+    void Listening_data()
+    {
+        QTest::addColumn<QString>("told");
+        const auto row = [](const char* statement, const char* told) { QTest::newRow(statement) << told; };
+        row("a + 2 * b", "use a|operand a|operand 2|use b|operand b|binary * 1 2|binary + 0 3");
+        row("NOT (x)", "use x|operand x|parentheses ( 0|prefix NOT 1");
+        row("HASVALUE a[i] .'k'",
+            "read a|operand a|read i|operand i|subscript [ 0 1|operand 'k'|member . 2 3|prefix HASVALUE 4");
+        row(" ", "error empty at 0 ''");
+        row("a AND", "use a|operand a|warning left at 2 'AND'");
+        row("a AND )x", "use a|operand a|error operand? at 6 ')'|warning left at 2 'AND'");
+        row("a NOT b", "use a|operand a|error operator? at 2 'NOT'|warning left at 2 'NOT'");
+        row("(1 2", "operand 1|error wrong at 3 '2'|error consequence at 0 '('|warning left at 0 '('");
+        row("(1 + 2 ",
+            "operand 1|operand 2|binary + 0 1|error missing at 6 ''|error consequence at 0 '('|"
+            "warning left at 0 '('");
+        row("1 ~ 2", "error unrecognised at 2 '~ 2'|operand 1");
+    }
+
+    void Listening()
+    {
+        QFETCH(QString, told);
+        const QString statement = QTest::currentDataTag();
+        Scribe scribe(statement);
+        scribe.m_makesReferences = true;
+        Parser parser;
+        parser.SetListener(&scribe);
+        parser.Tokenize(statement);
+        delete parser.Parse(nullptr, nullptr, nullptr, nullptr, QString(), false);
+        const std::unique_ptr<IParsingResult> result(parser.CopyResult());
+        QCOMPARE(scribe.m_lines.join('|'), told);
+        QCOMPARE(scribe.m_messages, result->GetWarningMessages());
+    }
+
+    void ListeningToPathsThatLeadNowhere()
+    {
+        const QString statement = "1 + @Widget\\nobody:x";
+        const MessageCatcher lines;
+        Scribe scribe(statement);
+        Parser parser;
+        parser.SetListener(&scribe);
+        parser.Tokenize(statement);
+        QVERIFY(!parser.Parse(nullptr, nullptr, this, this, QString(), false));
+        QCOMPARE(scribe.m_lines.value(1), QString("error object? at 4 '@Widget\\nobody:x'"));
     }
 };
 

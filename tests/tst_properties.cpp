@@ -5,9 +5,9 @@
 #include <memory>
 #include <utility>
 
+#include "DeclarationHandler/Tokens/lexer.h"
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/parser.h"
-#include "support/lexer.h"
 #include "support/messagecatcher.h"
 #include "support/recordingdatapeer.h"
 
@@ -157,17 +157,12 @@ QString WithoutBlanks(const QString& text)
 /// The lexemes of a statement; what is not recognised is put into \a rest.
 QStringList Lexemes(const QString& statement, QString* rest)
 {
+    Lexer lexer(statement);
     QStringList lexemes;
-    *rest = statement;
-    for (;;) {
-        while (!rest->isEmpty() && rest->at(0).isSpace())
-            rest->remove(0, 1);
-        const std::unique_ptr<Token> token(rest->isEmpty() ? nullptr : NextToken(*rest));
-        if (!token)
-            return lexemes;
+    while (const std::unique_ptr<Token> token{lexer.ReadToken()})
         lexemes << token->GetLexeme();
-        rest->remove(0, token->GetLexemeLength());
-    }
+    *rest = statement.mid(lexer.GetUnread().offset);
+    return lexemes;
 }
 
 } // namespace

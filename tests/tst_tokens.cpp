@@ -1,10 +1,13 @@
 #include <QtTest>
 
+#include <memory>
+
 #include "DeclarationHandler/Expressions/exprobjectproperty.h"
 #include "DeclarationHandler/Tokens/identifiertoken.h"
+#include "DeclarationHandler/Tokens/lexer.h"
 #include "DeclarationHandler/Tokens/packagetoken.h"
+#include "DeclarationHandler/Tokens/variabletoken.h"
 #include "DeclarationHandler/parser.h"
-#include "support/lexer.h"
 #include "support/messagecatcher.h"
 #include "support/values.h"
 
@@ -40,7 +43,7 @@ private Q_SLOTS:
     {
         QFETCH(int, kind);
         const QString text = QTest::currentDataTag();
-        const QScopedPointer<Token> token(kind == 1 ? IdentifierToken::Parse(text) : NextToken(text));
+        const QScopedPointer<Token> token(kind == 1 ? IdentifierToken::Parse(text) : Lexer(text).ReadToken());
         QCOMPARE(int(token->GetTokenType()), kind);
         QCOMPARE(token->GetLexeme(), text);
         QCOMPARE(token->GetLexemeOffset(), 0);
@@ -79,25 +82,24 @@ private Q_SLOTS:
     {
         QFETCH(QString, given);
         QStringList tokens;
-        int position = 0;
-        QScopedPointer<Token> token;
-        do {
-            while (position < given.length() && given.at(position).isSpace())
-                ++position;
-            const QString rest = given.mid(position);
-            token.reset(NextToken(rest));
-            if (token || !rest.isEmpty())
-                tokens << (token ? Describe(*token) : "?" + rest);
-            QVERIFY(!token || (!token->GetLexeme().isEmpty() && rest.startsWith(token->GetLexeme())));
-            position += token ? token->GetLexemeLength() : 0;
-        } while (token);
+        Lexer lexer(given);
+        int end = 0;
+        while (const std::unique_ptr<Token> token{lexer.ReadToken()}) {
+            const TextPlace place = lexer.GetPlace();
+            tokens << Describe(*token);
+            QCOMPARE(given.mid(place.offset, place.length), token->GetLexeme());
+            QVERIFY(place.length > 0 && given.mid(end, place.offset - end).trimmed().isEmpty());
+            end = place.End();
+        }
+        const QString rest = given.mid(lexer.GetUnread().offset);
+        if (!rest.isEmpty())
+            tokens << "?" + rest;
         QTEST(tokens.join(" "), "expected");
 
         Parser parser;
         parser.Tokenize(given);
         const QScopedPointer<IParsingResult> result(parser.CopyResult());
-        const QString rest = given.mid(position);
-        QCOMPARE(result->GetParsedCharacters(), rest.isEmpty() ? 0 : position);
+        QCOMPARE(result->GetParsedCharacters(), rest.isEmpty() ? 0 : lexer.GetUnread().offset);
         QCOMPARE(result->GetErrorMessage(), rest.isEmpty() ? "" : "Unrecognised token at \"" + rest + "\".");
     }
 

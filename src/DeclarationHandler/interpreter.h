@@ -3,10 +3,9 @@
 
 #include <QScopedPointer>
 
-#include <mutex>
-
 #include "DeclarationHandler/iinterpreter.h"
 
+class InterpreterPrivate;
 class IParser;
 
 /// The interpreter of the statement language. It keeps nothing from one statement to the next.
@@ -31,10 +30,7 @@ public:
 private:
     Q_DISABLE_COPY(Interpreter)
 
-    IDataPeer* m_dataPeer;
-    IDataObserver* m_dataObserver;
-    IParser* m_parser;
-    QScopedPointer<std::recursive_mutex> m_lock;
+    QScopedPointer<InterpreterPrivate> d;
 };
 
 #endif

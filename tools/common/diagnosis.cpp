@@ -1,40 +1,23 @@
 #include "common/diagnosis.h"
 
-#include <QObject>
-#include <QScopedPointer>
-
-#include "DataLayer/idatapeer.h"
-#include "DataLayer/variableidentifier.h"
-#include "DeclarationHandler/iexpression.h"
-#include "DeclarationHandler/iparsingresult.h"
-#include "DeclarationHandler/parser.h"
-
 namespace {
 
 const int MaxExcerpt = 100;
 
-/// A data layer without variables, since nothing is evaluated.
-class NoData : public IDataPeer
+/// What the parser's message leaves open, or nothing.
+QString Detail(const ParserReport& report, const QString& statement)
 {
-public:
-    QVariant GetValue(const VariableIdentifier&, const QVariant& defaultValue) override { return defaultValue; }
-    bool ChangeValue(const VariableIdentifier&, const QVariant&, QFlags<ChangeValueFlag>) override { return false; }
-    bool AddObserver(const VariableIdentifier&, IDataObserver*) override { return false; }
-    void RemoveObserver(IDataObserver*) override {}
-    bool AddReference(const VariableIdentifier&) override { return false; }
-};
-
-/// The statement with every widget path cut down to its first element, so that it leads to an object.
-/// Backslashes fill the gap: nothing else moves.
-QString WithShortPaths(QString statement, const StatementTokens& tokens)
-{
-    const QVector<Reference> properties = tokens.Properties();
-    for (const Reference& property : properties) {
-        const int end = property.namePlace.offset - 1;
-        const QString filled = property.path.first().rightJustified(property.package.size(), '\\');
-        statement.replace(end - filled.size(), filled.size(), filled);
+    const QString text = statement.mid(report.place.offset, report.place.length);
+    switch (report.cause) {
+    case ParserReport::EmptyStatement:
+        return "The statement is empty.";
+    case ParserReport::OperandWanted:
+        return QString("An operand is wanted in place of \"%1\".").arg(text);
+    case ParserReport::OperatorWanted:
+        return QString("\"%1\" cannot follow an operand.").arg(text);
+    default:
+        return QString();
     }
-    return statement;
 }
 
 /// How far the line reaches to the left of a position, and at most MaxExcerpt / 2.
@@ -72,34 +55,15 @@ QString Blanks(const QString& text)
 
 } // namespace
 
-Diagnosis::Diagnosis(const QString& statement) : m_tokens(statement), m_tree(m_tokens)
+Diagnosis::Diagnosis(const QString& statement) : m_tree(statement), m_hasError(false)
 {
-    NoData data;
-    QObject object;
-    Parser parser;
-    const QString parsed = WithShortPaths(statement, m_tokens);
-    parser.Tokenize(parsed);
-    const QScopedPointer<IExpression> expression(parser.Parse(&data, nullptr, &object, &object, QString(), true));
-    const QScopedPointer<IParsingResult> result(parser.CopyResult());
-    m_hasExpression = !expression.isNull();
-    m_hasError = !result->HasSucceeded();
-
-    const QStringList texts = result->GetWarningMessages();
-    const QVector<StatementTree::Report>& reports = m_tree.Reports();
-    for (int i = 0; i < texts.size(); ++i) {
-        if (texts.size() != reports.size()) {
-            m_messages.append({texts.at(i), QString(), Place{0, statement.size()}, true});
-            continue;
-        }
-        const Place place = reports.at(i).place;
-        QString text = texts.at(i);
-        text.replace('"' + parsed.mid(place.offset, place.length) + '"',
-                     '"' + statement.mid(place.offset, place.length) + '"');
-        m_messages.append({text, reports.at(i).detail, place, reports.at(i).isError});
+    for (const ParserReport& report : m_tree.Reports()) {
+        m_messages.append({report.message, Detail(report, statement), report.place, report.isError});
+        m_hasError = m_hasError || report.isError;
     }
 }
 
-QString Excerpt(const QString& text, const Place& place, const QString& label)
+QString Excerpt(const QString& text, const TextPlace& place, const QString& label)
 {
     const int start = LineStart(text, place.offset);
     const int end = LineEnd(text, start);

@@ -48,7 +48,8 @@ QString DefaultClass(FormObject::Kind kind)
 class RawText
 {
 public:
-    RawText(const QString& source, const Place& place) : m_source(source), m_position(place.offset), m_end(place.End())
+    RawText(const QString& source, const TextPlace& place)
+        : m_source(source), m_position(place.offset), m_end(place.End())
     {
         while (m_position < m_end)
             ReadPiece();
@@ -162,7 +163,7 @@ Position FormDocument::PositionOf(int sourceOffset) const
     return {int(line - m_lineStarts.begin()) + 1, sourceOffset - *line - int(last - first) + 1};
 }
 
-Place FormDocument::SourcePlace(const FormProperty& property, const Place& place) const
+TextPlace FormDocument::SourcePlace(const FormProperty& property, const TextPlace& place) const
 {
     if (m_mapped != &property) {
         const RawText raw(m_source, property.textPlace);
@@ -283,7 +284,7 @@ void FormDocument::ReadCustomWidget(QXmlStreamReader* reader)
 }
 
 /// Where the value of an attribute stands, in the start tag that was read last.
-Place FormDocument::AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const
+TextPlace FormDocument::AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const
 {
     const int end = int(reader.characterOffset());
     // No value holds the character unescaped.

@@ -13,10 +13,10 @@ class QXmlStreamReader;
 struct FormProperty
 {
     QString name;
-    QString text;    ///< Of a property that holds a text.
-    bool isText;     ///< Whether it does.
-    Place namePlace; ///< In the source.
-    Place textPlace; ///< In the source, where entities make it longer.
+    QString text;        ///< Of a property that holds a text.
+    bool isText;         ///< Whether it does.
+    TextPlace namePlace; ///< In the source.
+    TextPlace textPlace; ///< In the source, where entities make it longer.
 };
 
 /// An object of a form, as it stands in the file.
@@ -33,7 +33,7 @@ struct FormObject
 
     Kind kind;
     QString className;
-    Place classPlace; ///< In the source.
+    TextPlace classPlace; ///< In the source.
     QString name;
     int parent;          ///< Its number, or -1.
     QString buttonGroup; ///< The name of the group that a button belongs to.
@@ -62,7 +62,7 @@ public:
 
     Position PositionOf(int sourceOffset) const;
     /// The place in the source of a piece of the property's text.
-    Place SourcePlace(const FormProperty& property, const Place& place) const;
+    TextPlace SourcePlace(const FormProperty& property, const TextPlace& place) const;
 
 private:
     void SetSource(const QByteArray& content);
@@ -72,7 +72,7 @@ private:
     void ReadProperty(QXmlStreamReader* reader);
     void ReadAttribute(QXmlStreamReader* reader);
     void ReadCustomWidget(QXmlStreamReader* reader);
-    Place AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;
+    TextPlace AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;
     int EnclosingObject() const;
 
     QString m_source;

@@ -5,23 +5,10 @@
 
 #include <algorithm>
 
-#include "DeclarationHandler/Tokens/doublequotetoken.h"
-#include "DeclarationHandler/Tokens/numbertoken.h"
-#include "DeclarationHandler/Tokens/singlequotetoken.h"
+#include "DeclarationHandler/Tokens/lexer.h"
 #include "DeclarationHandler/Tokens/variabletoken.h"
 
 namespace {
-
-/// The recognisers in the order in which the parser tries them.
-Token* NextToken(const QString& text)
-{
-    for (const auto parse :
-         {NumberToken::Parse, Token::Parse, SingleQuoteToken::Parse, DoubleQuoteToken::Parse, VariableToken::Parse}) {
-        if (Token* const token = parse(text))
-            return token;
-    }
-    return nullptr;
-}
 
 /// The elements of «@Engine\Left:», with places that count from the start of the statement.
 void SplitPrefix(const QString& prefix, int offset, Reference* reference)
@@ -63,30 +50,32 @@ Reference ReadReference(const VariableToken& token, int offset)
     return reference;
 }
 
-int SkipSpace(const QString& statement, int position)
-{
-    while (position < statement.size() && statement.at(position).isSpace())
-        ++position;
-    return position;
-}
-
 } // namespace
 
 StatementTokens::StatementTokens(const QString& statement)
 {
-    int position = SkipSpace(statement, 0);
-    while (position < statement.size()) {
-        const QString unread = QString::fromRawData(statement.constData() + position, statement.size() - position);
-        const QScopedPointer<Token> token(NextToken(unread));
+    Lexer lexer(statement);
+    for (;;) {
+        const QScopedPointer<Token> token(lexer.ReadToken());
         if (!token)
             break;
-        const auto* const variable = dynamic_cast<const VariableToken*>(token.data());
-        m_tokens.append({token->GetTokenType(), token->GetLexeme(), Place{position, token->GetLexemeLength()},
-                         variable ? ReadReference(*variable, position) : Reference(), token->IsBinOp(),
-                         token->GetPrecedence()});
-        position = SkipSpace(statement, position + token->GetLexemeLength());
+        Append(*token, lexer.GetPlace());
     }
-    m_unread = {position, statement.size() - position};
+}
+
+void StatementTokens::Append(const Token& token, const TextPlace& place)
+{
+    const auto* const variable = dynamic_cast<const VariableToken*>(&token);
+    m_tokens.append({token.GetTokenType(), token.GetLexeme(), place,
+                     variable ? ReadReference(*variable, place.offset) : Reference(),
+                     Language::Find(token.GetTokenType())});
+}
+
+int StatementTokens::NumberAt(int offset) const
+{
+    const auto token = std::find_if(m_tokens.begin(), m_tokens.end(),
+                                    [&](const StatementToken& each) { return each.place.offset >= offset; });
+    return int(token - m_tokens.begin());
 }
 
 QVector<Reference> StatementTokens::References(bool properties) const
@@ -101,22 +90,31 @@ QVector<Reference> StatementTokens::References(bool properties) const
 
 QString StatementTokens::KindName(const StatementToken& token)
 {
-    if (token.isBinary || token.type == Token::TT_NOT || token.type == Token::TT_HASVALUE)
-        return "operator";
-    switch (token.type) {
-    case Token::TT_NUMBER:
+    if (token.type == Token::TT_NUMBER)
         return "number";
-    case Token::TT_SINGLE_QUOTE:
-    case Token::TT_DOUBLE_QUOTE:
-        return "text";
-    case Token::TT_TRUE:
-    case Token::TT_FALSE:
-        return "truth value";
-    case Token::TT_VARIABLE:
+    if (token.type == Token::TT_VARIABLE)
         return token.reference.IsProperty() ? "widget property" : "variable";
-    case Token::TT_DOT:
+    if (!token.row)
+        return "text";
+    switch (token.row->role) {
+    case Language::Literal:
+        return "truth value";
+    case Language::OpeningBracket:
+    case Language::ClosingBracket:
+        return "bracket";
+    case Language::Selector:
         return "selector";
     default:
-        return "bracket";
+        return "operator";
     }
+}
+
+QStringList StatementTokens::Keywords()
+{
+    QStringList words;
+    for (int i = 0; i < Language::GetRowCount(); ++i) {
+        if (Language::GetRow(i).IsWord())
+            words.append(Language::GetText(Language::GetRow(i)));
+    }
+    return words;
 }

@@ -4,28 +4,18 @@
 #include <QStringList>
 #include <QVector>
 
-#include "DeclarationHandler/Tokens/token.h"
-
-/// A piece of a text: where it starts and how long it is, in QChar units.
-struct Place
-{
-    int offset = 0;
-    int length = 0;
-
-    int End() const { return offset + length; }
-};
-
-Q_DECLARE_TYPEINFO(Place, Q_PRIMITIVE_TYPE);
+#include "Common/textplace.h"
+#include "DeclarationHandler/Tokens/language.h"
 
 /// What a reference names: a data variable, or with a widget path an object's property.
 struct Reference
 {
-    QString name;             ///< Of the variable or the property.
-    Place namePlace;          ///< In the statement.
-    QString package;          ///< The prefix as written, without "@" and ":"; of a variable without one, empty.
-    bool hasPackage = false;  ///< Whether there is a prefix.
-    QStringList path;         ///< The elements of a widget path, "Widget" and the like included; else empty.
-    QVector<Place> pathPlace; ///< Of each element, in the statement.
+    QString name;                 ///< Of the variable or the property.
+    TextPlace namePlace;          ///< In the statement.
+    QString package;              ///< The prefix as written, without "@" and ":"; of a variable without one, empty.
+    bool hasPackage = false;      ///< Whether there is a prefix.
+    QStringList path;             ///< The elements of a widget path, "Widget" and the like included; else empty.
+    QVector<TextPlace> pathPlace; ///< Of each element, in the statement.
 
     bool IsProperty() const { return !path.isEmpty(); }
     /// The package of a variable.
@@ -37,24 +27,28 @@ struct StatementToken
 {
     Token::TOKEN_TYPE type;
     QString lexeme;
-    Place place;
-    Reference reference; ///< Of tokens of the type TT_VARIABLE.
-    bool isBinary;       ///< As Token::IsBinOp().
-    int precedence;      ///< As Token::GetPrecedence().
+    TextPlace place;
+    Reference reference;      ///< Of tokens of the type TT_VARIABLE.
+    const Language::Row* row; ///< Of operators, keywords and brackets; else null.
+
+    bool HasRole(Language::Role role) const { return row && row->role == role; }
 };
 
 Q_DECLARE_TYPEINFO(StatementToken, Q_MOVABLE_TYPE);
 
-/// The tokens of a statement as the library's parser sees them, with the places that its tokens do not know.
+/// The tokens of a statement.
 class StatementTokens
 {
 public:
     StatementTokens() = default;
+    /// Those of the whole statement, up to where no token starts.
     explicit StatementTokens(const QString& statement);
 
+    void Append(const Token& token, const TextPlace& place);
+
     const QVector<StatementToken>& Tokens() const { return m_tokens; }
-    /// What no token starts with, to the end of the statement; of length 0 when everything was read.
-    Place Unread() const { return m_unread; }
+    /// The token that starts there or is the first behind.
+    int NumberAt(int offset) const;
 
     /// What the statement reads, in the order written, and as often as it stands there.
     QVector<Reference> Variables() const { return References(false); }
@@ -62,12 +56,13 @@ public:
 
     /// A word for the kind of token, as «number» or «operator».
     static QString KindName(const StatementToken& token);
+    /// The words that no name can be.
+    static QStringList Keywords();
 
 private:
     QVector<Reference> References(bool properties) const;
 
     QVector<StatementToken> m_tokens;
-    Place m_unread;
 };
 
 #endif

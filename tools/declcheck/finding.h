@@ -59,7 +59,7 @@ struct Finding
     Severity severity;
     QString message;
     QString file;
-    Place source; ///< In the source of the form.
+    TextPlace source; ///< In the source of the form.
     Position start;
     Position end;      ///< Behind the last character.
     QString object;    ///< The object that it is about, as «QLabel#name».

@@ -66,7 +66,7 @@ QVector<VariableUse> FormChecker::Variables() const
             const VariableIdentifier identifier(variable.name, package);
             if (uses.contains(identifier))
                 continue;
-            const Place place = m_document.SourcePlace(*declaration.property, variable.namePlace);
+            const TextPlace place = m_document.SourcePlace(*declaration.property, variable.namePlace);
             uses.insert(identifier, {package, variable.name, m_fileName, m_document.PositionOf(place.offset)});
         }
     }
@@ -225,7 +225,7 @@ QObject* FormChecker::StartOf(const Declaration& declaration, const QString& ele
 }
 
 void FormChecker::CheckAmbiguity(const Declaration& declaration, QObject* parent, const QString& name,
-                                 const Place& place)
+                                 const TextPlace& place)
 {
     const int count = m_form.Count(parent, name);
     if (count > 1)
@@ -342,7 +342,7 @@ QString FormChecker::PropertyHint(QObject* object, const QString& name) const
 
 /// Of the bound property, or of one read in the statement at \a statementPlace.
 void FormChecker::ReportMissingProperty(const Declaration& declaration, QObject* object, const QString& name,
-                                        const Place* statementPlace)
+                                        const TextPlace* statementPlace)
 {
     const int number = m_form.Number(object);
     const QString replacement = number < 0 ? QString() : m_form.ReplacedBy(number);
@@ -371,7 +371,7 @@ QString FormChecker::Describe(const Declaration& declaration) const
 }
 
 void FormChecker::Report(Check check, const QString& message, const Declaration& declaration,
-                         const Place& statementPlace)
+                         const TextPlace& statementPlace)
 {
     if (m_reported >= MaxFindings)
         return;

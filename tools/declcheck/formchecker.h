@@ -66,7 +66,7 @@ private:
     void CheckReference(int number, const StatementToken& token, bool isRead);
     QObject* Resolve(const Declaration& declaration, const Reference& reference);
     QObject* StartOf(const Declaration& declaration, const QString& element) const;
-    void CheckAmbiguity(const Declaration& declaration, QObject* parent, const QString& name, const Place& place);
+    void CheckAmbiguity(const Declaration& declaration, QObject* parent, const QString& name, const TextPlace& place);
     void CheckReadProperty(int number, const Reference& reference, QObject* object, bool isRead);
     void CheckStore(const Declaration& declaration);
     void CheckCycles();
@@ -76,11 +76,11 @@ private:
     bool HasProperty(QObject* object, const QString& name) const;
     QString PropertyHint(QObject* object, const QString& name) const;
     void ReportMissingProperty(const Declaration& declaration, QObject* object, const QString& name,
-                               const Place* statementPlace);
+                               const TextPlace* statementPlace);
     QString Describe(QObject* object) const;
     QString Describe(const Declaration& declaration) const;
 
-    void Report(Check check, const QString& message, const Declaration& declaration, const Place& statementPlace);
+    void Report(Check check, const QString& message, const Declaration& declaration, const TextPlace& statementPlace);
     void ReportName(Check check, const QString& message, int object, const FormProperty& property);
     void Add(Finding finding);
 

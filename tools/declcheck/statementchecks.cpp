@@ -8,12 +8,12 @@ namespace {
 
 bool IsLogic(const StatementToken& token)
 {
-    return token.type >= Token::TT_OR && token.type <= Token::TT_NAND;
+    return token.HasRole(Language::LogicOperator);
 }
 
 bool IsOrdering(const StatementToken& token)
 {
-    return token.type >= Token::TT_SMALLER && token.type <= Token::TT_EQUAL_OR_GREATER;
+    return token.HasRole(Language::OrderingOperator);
 }
 
 bool IsQuoted(const StatementToken& token)
@@ -28,19 +28,7 @@ QString Content(const StatementToken& quoted)
 
 bool EndsOperand(const StatementToken& token)
 {
-    switch (token.type) {
-    case Token::TT_VARIABLE:
-    case Token::TT_NUMBER:
-    case Token::TT_SINGLE_QUOTE:
-    case Token::TT_DOUBLE_QUOTE:
-    case Token::TT_TRUE:
-    case Token::TT_FALSE:
-    case Token::TT_RIGHT_PARENTHESIS:
-    case Token::TT_RIGHT_BRACKET:
-        return true;
-    default:
-        return false;
-    }
+    return !token.row || token.HasRole(Language::Literal) || token.HasRole(Language::ClosingBracket);
 }
 
 /// The one of the words that differs from the name in upper and lower case only, or nothing.
@@ -106,7 +94,7 @@ void StatementChecks::CheckMinus(int token)
 
 void StatementChecks::CheckKeyword(const StatementToken& token)
 {
-    static const QStringList keywords{"AND", "OR", "XOR", "NOR", "NAND", "NOT", "HASVALUE", "TRUE", "FALSE"};
+    static const QStringList keywords = StatementTokens::Keywords();
     static const QStringList starts{"Widget", "TopWidget", "ParentWidget"};
     const Reference& reference = token.reference;
     if (reference.IsProperty())
@@ -151,7 +139,7 @@ void StatementChecks::CheckParser()
 }
 
 /// Whether a trap was found at the token where the parser stopped, or right before it.
-bool StatementChecks::IsExplained(const Place& place) const
+bool StatementChecks::IsExplained(const TextPlace& place) const
 {
     const auto stop = std::find_if(m_tokens.begin(), m_tokens.end(),
                                    [&](const StatementToken& token) { return token.place.offset >= place.offset; });
@@ -172,7 +160,7 @@ void StatementChecks::CheckSums()
     QVector<bool> told(nodes.size());
     for (int i = nodes.size() - 1; i >= 0; --i) {
         const Node& node = nodes.at(i);
-        const bool isSum = sums.at(i) && node.kind == StatementTree::Binary;
+        const bool isSum = sums.at(i) && node.kind == ParsedNode::Binary;
         if (isSum && m_inTree.at(i) && !told.at(i))
             Report(Check::LiteralSum, m_tree.TokenOf(node).place,
                    "\"+\" joins the texts of number literals; to add, subtract the negative: \"1 - -2\"");
@@ -186,11 +174,11 @@ void StatementChecks::CheckSums()
 bool StatementChecks::IsNumberSum(const Node& node, const QVector<bool>& sums) const
 {
     const Token::TOKEN_TYPE type = m_tree.TokenOf(node).type;
-    if (node.kind == StatementTree::Leaf)
+    if (node.kind == ParsedNode::Operand)
         return type == Token::TT_NUMBER;
-    if (node.kind == StatementTree::Parentheses)
+    if (node.kind == ParsedNode::Parentheses)
         return sums.at(node.left);
-    return node.kind == StatementTree::Binary && type == Token::TT_PLUS && sums.at(node.left) && sums.at(node.right);
+    return node.kind == ParsedNode::Binary && type == Token::TT_PLUS && sums.at(node.left) && sums.at(node.right);
 }
 
 void StatementChecks::CheckLogic()
@@ -199,12 +187,12 @@ void StatementChecks::CheckLogic()
     QVector<bool> mixed(nodes.size());
     for (int i = 0; i < nodes.size(); ++i) {
         const Node& node = nodes.at(i);
-        if (node.kind != StatementTree::Binary || !IsLogic(m_tree.TokenOf(node)))
+        if (node.kind != ParsedNode::Binary || !IsLogic(m_tree.TokenOf(node)))
             continue;
         const Node& left = nodes.at(node.left);
         const StatementToken& before = m_tree.TokenOf(left);
         const StatementToken& token = m_tree.TokenOf(node);
-        if (left.kind != StatementTree::Binary || !IsLogic(before))
+        if (left.kind != ParsedNode::Binary || !IsLogic(before))
             continue;
         mixed[i] = mixed.at(node.left) || before.type != token.type;
         if (mixed.at(i) && !mixed.at(node.left) && m_inTree.at(i))
@@ -221,7 +209,7 @@ void StatementChecks::CheckComparisons()
     for (int i = 0; i < nodes.size(); ++i) {
         const Node& node = nodes.at(i);
         texts[i] = IsText(node, texts);
-        if (m_inTree.at(i) && node.kind == StatementTree::Binary && IsOrdering(m_tree.TokenOf(node))
+        if (m_inTree.at(i) && node.kind == ParsedNode::Binary && IsOrdering(m_tree.TokenOf(node))
             && (texts.at(node.left) || texts.at(node.right)))
             Report(Check::TextComparison, m_tree.TokenOf(node).place,
                    QString("\"%1\" compares numbers; a text that spells none counts as 0")
@@ -233,11 +221,11 @@ void StatementChecks::CheckComparisons()
 bool StatementChecks::IsText(const Node& node, const QVector<bool>& texts) const
 {
     switch (node.kind) {
-    case StatementTree::Leaf:
+    case ParsedNode::Operand:
         return HoldsText(m_tree.TokenOf(node));
-    case StatementTree::Parentheses:
+    case ParsedNode::Parentheses:
         return texts.at(node.left);
-    case StatementTree::Binary:
+    case ParsedNode::Binary:
         return m_tree.TokenOf(node).type == Token::TT_PLUS && (texts.at(node.left) || texts.at(node.right));
     default:
         return false;
@@ -278,7 +266,7 @@ QVector<bool> StatementChecks::NodesInTree() const
     return inTree;
 }
 
-void StatementChecks::Report(Check check, const Place& place, const QString& message)
+void StatementChecks::Report(Check check, const TextPlace& place, const QString& message)
 {
     if (m_options.IsEnabled(check) && m_findings.size() < MaxFindings)
         m_findings.append({check, place, message});
@@ -291,12 +279,12 @@ StoreTarget FindStoreTarget(const StatementTree& tree)
         const StatementTree::Node& node = tree.Nodes().at(number);
         const StatementToken& token = tree.TokenOf(node);
         const bool isReference = token.type == Token::TT_VARIABLE;
-        const bool isIndexed = node.kind == StatementTree::Subscript;
-        if (node.kind == StatementTree::Leaf)
+        const bool isIndexed = node.kind == ParsedNode::Subscript;
+        if (node.kind == ParsedNode::Operand)
             return {node.token, isReference ? QString() : QString("a literal takes no value")};
-        if (node.kind == StatementTree::Binary || token.type == Token::TT_HASVALUE)
+        if (node.kind == ParsedNode::Binary || (token.row && token.row->isOperandReadOnly))
             return {node.token, QString("\"%1\" passes no value on").arg(token.lexeme)};
-        if (isIndexed && tree.Nodes().at(node.right).kind == StatementTree::Leaf
+        if (isIndexed && tree.Nodes().at(node.right).kind == ParsedNode::Operand
             && !IsPosition(tree.TokenOf(tree.Nodes().at(node.right))))
             return {tree.Nodes().at(node.right).token, "an entry of a map is saved as a member, with \".\""};
         number = node.left;

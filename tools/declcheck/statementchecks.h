@@ -26,7 +26,7 @@ const int MaxFindings = 100;
 struct StatementFinding
 {
     Check check;
-    Place place;
+    TextPlace place;
     QString message;
 };
 
@@ -47,7 +47,7 @@ private:
     void CheckKeyword(const StatementToken& token);
     void CheckVariable(const StatementToken& token);
     void CheckParser();
-    bool IsExplained(const Place& place) const;
+    bool IsExplained(const TextPlace& place) const;
     void CheckSums();
     void CheckLogic();
     void CheckComparisons();
@@ -55,7 +55,7 @@ private:
     bool IsText(const Node& node, const QVector<bool>& texts) const;
     bool HoldsText(const StatementToken& token) const;
     QVector<bool> NodesInTree() const;
-    void Report(Check check, const Place& place, const QString& message);
+    void Report(Check check, const TextPlace& place, const QString& message);
 
     const Diagnosis& m_diagnosis;
     const CheckOptions& m_options;

@@ -124,7 +124,7 @@ void Evaluation::CheckPaths()
 {
     const QVector<Reference> properties = m_diagnosis.Tokens().Properties();
     for (const Reference& property : properties) {
-        const Place start = property.pathPlace.first();
+        const TextPlace start = property.pathPlace.first();
         m_messages.append({"There is no form here, so that a widget path leads to no object.",
                            QString(),
                            {start.offset, property.namePlace.End() - start.offset},

@@ -8,6 +8,7 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "common/jsondata.h"
+#include "common/statementtokens.h"
 #include "decleval/evaluation.h"
 #include "decleval/linereader.h"
 
@@ -116,7 +117,7 @@ private:
     /// What can be completed: the variables, as they are written in a statement, and the keywords.
     QStringList Words() const
     {
-        QStringList words{"AND", "FALSE", "HASVALUE", "NAND", "NOR", "NOT", "OR", "TRUE", "XOR"};
+        QStringList words = StatementTokens::Keywords();
         for (const Variable& variable : m_variables.Variables()) {
             if (variable.package == m_parser.value(m_package))
                 words.append(variable.name);

@@ -3,6 +3,20 @@
 #include <QDebug>
 
 #include "Common/qtcompat.h"
+#include "DeclarationHandler/evaluationlistener.h"
+
+namespace {
+
+/// Whether there is someone to tell, instead of the debug stream.
+bool IsTold(const IExpression& node, EvaluationListener::Problem problem, const QVariant& value)
+{
+    EvaluationListener* const listener = EvaluationListener::GetCurrent();
+    if (listener)
+        listener->OnEvaluationProblem(node, problem, value);
+    return listener;
+}
+
+} // namespace
 
 ExprArray::ExprArray(IExpression* collection, IExpression* index, bool readOnly)
     : BinaryExpression(collection, index, readOnly)
@@ -19,7 +33,7 @@ QVariant ExprArray::Retrieve() const
         RetrieveFromList(result, collection);
     else if (QtCompat::CanConvert(collection, QMetaType::QVariantMap))
         RetrieveFromMap(result, collection);
-    else if (collection.isValid())
+    else if (collection.isValid() && !IsTold(*this, EvaluationListener::NoCollection, collection))
         qDebug() << "Retrieve"
                  << ": Failed to evaluate ExprArray! Collection has unknown type:" << collection;
     return result;
@@ -27,7 +41,7 @@ QVariant ExprArray::Retrieve() const
 
 bool ExprArray::Store(const QVariant& value)
 {
-    if (m_readOnly)
+    if (m_readOnly || !m_left || !m_right)
         return false;
     QVariantList list = QtCompat::ToList(m_left->Retrieve());
     bool isInteger = false;
@@ -48,8 +62,10 @@ bool ExprArray::RetrieveFromMap(QVariant& result, const QVariant& collection) co
         return false;
     const QString name = QtCompat::ToString(key);
     if (name.trimmed().isEmpty()) {
-        qDebug() << "RetrieveFromMap"
-                 << ": Map key is not valid! Key:" << key;
+        if (!IsTold(*this, EvaluationListener::InvalidKey, key)) {
+            qDebug() << "RetrieveFromMap"
+                     << ": Map key is not valid! Key:" << key;
+        }
         return false;
     }
     result = map.value(name);
@@ -67,13 +83,17 @@ bool ExprArray::RetrieveFromList(QVariant& result, const QVariant& collection) c
     bool isInteger = false;
     const int index = QtCompat::ToInt(subscript, &isInteger);
     if (!isInteger) {
-        qDebug() << "RetrieveFromList"
-                 << ": Index expression is not integer! Index:" << subscript;
+        if (!IsTold(*this, EvaluationListener::IndexNotInteger, subscript)) {
+            qDebug() << "RetrieveFromList"
+                     << ": Index expression is not integer! Index:" << subscript;
+        }
         return false;
     }
     if (index < 0 || index >= list.count()) {
-        qDebug() << "RetrieveFromList"
-                 << ": Index out of bounds! Index:" << index;
+        if (!IsTold(*this, EvaluationListener::IndexOutOfBounds, subscript)) {
+            qDebug() << "RetrieveFromList"
+                     << ": Index out of bounds! Index:" << index;
+        }
         return false;
     }
     result = list.at(index);

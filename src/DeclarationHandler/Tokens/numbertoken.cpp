@@ -1,7 +1,7 @@
 #include "DeclarationHandler/Tokens/numbertoken.h"
 
 #include "DeclarationHandler/Expressions/exprconstant.h"
-#include "DeclarationHandler/Tokens/formnames.h"
+#include "DeclarationHandler/Tokens/formscope.h"
 
 namespace {
 
@@ -57,5 +57,5 @@ Token* NumberToken::Parse(const QString& text)
     }
     if (length == 0 || (length == 1 && (IsMinus(text.at(0)) || IsPoint(text.at(0)))))
         return nullptr;
-    return new NumberToken(FormNames::StartOf(text, length));
+    return new NumberToken(FormScope::StartOf(text, length));
 }

@@ -6,7 +6,7 @@
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationHandler/Expressions/exprobjectproperty.h"
 #include "DeclarationHandler/Expressions/exprvariable.h"
-#include "DeclarationHandler/Tokens/formnames.h"
+#include "DeclarationHandler/Tokens/formscope.h"
 #include "DeclarationHandler/Tokens/identifiertoken.h"
 #include "DeclarationHandler/Tokens/nametext.h"
 #include "DeclarationHandler/Tokens/packagetoken.h"
@@ -51,7 +51,7 @@ Token* VariableToken::Parse(const QString& text)
     Token* const package = PackageToken::Parse(text);
     if (!package) {
         const int nameLength = NameText::Length(text);
-        return nameLength == 0 ? nullptr : new VariableToken(FormNames::StartOf(text, nameLength));
+        return nameLength == 0 ? nullptr : new VariableToken(FormScope::StartOf(text, nameLength));
     }
     const int position = package->GetLexemeLength();
     Token* const identifier = IdentifierToken::Parse(TextView::From(text, position));
@@ -94,7 +94,7 @@ QObject* VariableToken::GetChildObject(QObject* parent, const QStringList& path,
 {
     if (!parent)
         return nullptr;
-    QObject* const child = FormNames::FindChild(parent, path.value(*index));
+    QObject* const child = FormScope::FindChild(parent, path.value(*index));
     ++*index;
     return child;
 }
@@ -118,10 +118,10 @@ IExpression* VariableToken::CreateExpression(IDataPeer* dataPeer, IDataObserver*
         const VariableIdentifier identifier(GetVariableName(), defaultPackage);
         return new ExprVariable(dataPeer, identifier, dataObserver, readOnly);
     }
-    const QString name = FormNames::Shared(GetVariableName());
+    const QString name = FormScope::Shared(GetVariableName());
     const QString package = GetPackage(defaultPackage);
     if (!IsWidgetPath(GetPath())) {
-        const VariableIdentifier identifier(name, FormNames::Shared(package));
+        const VariableIdentifier identifier(name, FormScope::Shared(package));
         return new ExprVariable(dataPeer, identifier, dataObserver, readOnly);
     }
 
