@@ -333,11 +333,11 @@ QMap<QString, QVariant> DeclarationHandler::GetUninitializedMap(QMap<QString, QV
 
 QVariant DeclarationHandler::GetUninitializedVariant(QVariant value) const
 {
-    if (value.type() == QVariant::String)
+    if (value.userType() == QMetaType::QString)
         return GetUninitializedString(value.toString());
-    if (value.type() == QVariant::StringList)
+    if (value.userType() == QMetaType::QStringList)
         return GetUninitializedStringList(value.toStringList());
-    if (value.type() == QVariant::Map)
+    if (value.userType() == QMetaType::QVariantMap)
         return GetUninitializedMap(value.toMap());
     return value;
 }

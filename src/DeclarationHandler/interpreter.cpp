@@ -1,10 +1,10 @@
 #include "DeclarationHandler/interpreter.h"
 
 #include <QDebug>
-#include <QMutex>
-#include <QMutexLocker>
 #include <QScopedPointer>
 #include <QStringList>
+
+#include <mutex>
 
 #include "DeclarationHandler/Tokens/textview.h"
 #include "DeclarationHandler/iexpression.h"
@@ -30,14 +30,14 @@ class InterpreterPrivate
 {
 public:
     InterpreterPrivate(IDataPeer* dataPeer, IDataObserver* dataObserver, IParser* parser)
-        : m_dataPeer(dataPeer), m_dataObserver(dataObserver), m_parser(parser), m_lock(QMutex::Recursive)
+        : m_dataPeer(dataPeer), m_dataObserver(dataObserver), m_parser(parser)
     {
     }
 
     IDataPeer* const m_dataPeer;
     IDataObserver* const m_dataObserver;
     const QScopedPointer<IParser> m_parser; ///< Makes the parsers of all statements.
-    QMutex m_lock;                          ///< Held by the short operations.
+    std::recursive_mutex m_lock;            ///< Held by the short operations.
 
 private:
     Q_DISABLE_COPY(InterpreterPrivate)
@@ -52,7 +52,7 @@ Interpreter::~Interpreter() {}
 
 QVariant Interpreter::Evaluate(const QString& statement, IParsingResult** result)
 {
-    const QMutexLocker locker(&d->m_lock);
+    const std::lock_guard<std::recursive_mutex> locker(d->m_lock);
     return Evaluate(statement, d->m_dataPeer, d->m_dataObserver, QLatin1String(""), nullptr, nullptr, result);
 }
 
@@ -67,7 +67,7 @@ QVariant Interpreter::Evaluate(const QString& statement, IDataPeer* dataPeer, ID
 
 IExpression* Interpreter::CreateStatement(const QString& statement, bool readOnly, IParsingResult** result)
 {
-    const QMutexLocker locker(&d->m_lock);
+    const std::lock_guard<std::recursive_mutex> locker(d->m_lock);
     return CreateStatement(statement, d->m_dataPeer, d->m_dataObserver, readOnly, QLatin1String(""), nullptr, nullptr,
                            result);
 }
@@ -81,10 +81,11 @@ IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* d
     const QScopedPointer<IParser> parser(d->m_parser->NewParser());
     parser->Tokenize(statement);
     IExpression* const expression = parser->Parse(dataPeer, dataObserver, widget, topWidget, defaultPackage, readOnly);
-    QScopedPointer<IParsingResult> record(parser->CopyResult());
-    if (result)
-        *result = record.take();
-    else
+    if (result) {
+        *result = parser->CopyResult();
+    } else {
+        const QScopedPointer<IParsingResult> record(parser->CopyResult());
         PrintResult(statement, *record);
+    }
     return expression;
 }

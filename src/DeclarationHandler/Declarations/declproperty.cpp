@@ -196,14 +196,14 @@ bool DeclProperty::SetProperty(const QVariant& value)
     if (!m_activeObject)
         return false;
     const QVariant current = m_access.Read(m_activeObject, m_property);
-    if (m_written && !m_alwaysWritten && current == value)
+    if (m_written && !m_alwaysWritten && QtCompat::AreEqual(current, value))
         return false;
     m_written = true;
 
-    if (value.isValid() && current.isValid() && !value.isNull() && !current.isNull()
+    if (value.isValid() && current.isValid() && !QtCompat::IsNull(value) && !QtCompat::IsNull(current)
         && !QtCompat::CanConvert(value, current.userType())) {
         qDebug() << "Illegal assignment?: '" << value << "' to property: " << QtCompat::ToAscii(m_property)
-                 << " with type: " << current.type() << " value: " << current;
+                 << " with type: " << QtCompat::TypeOf(current) << " value: " << current;
     }
     // Whoever listens to the property may delete this declaration.
     m_access.Write(m_activeObject, m_property, value);
@@ -214,7 +214,7 @@ bool DeclProperty::SetPixmap(const QVariant& value)
 {
     if (!m_activeObject)
         return false;
-    QString path = value.toString();
+    QString path = QtCompat::ToString(value);
     if (path.isEmpty()) {
         qDebug() << "Pixmap in widget " << m_activeObject->objectName() << "has invalid type for pixmap" << value;
         return false;

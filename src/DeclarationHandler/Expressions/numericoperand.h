@@ -5,6 +5,7 @@
 
 #include <typeinfo>
 
+#include "Common/qtcompat.h"
 #include "DeclarationHandler/Expressions/exprconstant.h"
 
 /// An operand as the operators take it that compute with numbers and compare them. Number literals,
@@ -38,10 +39,10 @@ private:
     void Read(const QVariant& value)
     {
         // Not what toDouble() says: it reads some types that do not count as convertible, such as uchar.
-        m_isNumber = value.userType() == QMetaType::Double || value.canConvert(QVariant::Double);
-        m_number = value.toDouble();
+        m_isNumber = value.userType() == QMetaType::Double || QtCompat::CanConvert(value, QMetaType::Double);
+        m_number = QtCompat::ToDouble(value);
         if (!m_isNumber)
-            m_text = value.toString();
+            m_text = QtCompat::ToString(value);
     }
 
     double m_number;
