@@ -29,7 +29,7 @@ using Row = QVarLengthArray<int, 64>;
 class DistanceTable
 {
 public:
-    DistanceTable(const QStringRef& left, const QStringRef& right, int limit)
+    DistanceTable(QStringView left, QStringView right, int limit)
         : m_left(left),
           m_right(right),
           m_limit(limit),
@@ -74,8 +74,8 @@ private:
         return swapped ? qMin(distance, m_rows[(i + 1) % 3].at(j - 2) + 1) : distance;
     }
 
-    const QStringRef m_left;
-    const QStringRef m_right;
+    const QStringView m_left;
+    const QStringView m_right;
     const int m_limit;
     Row m_rows[3];
 };
@@ -119,5 +119,5 @@ QString NearestName::Hint(const QString& name) const
 int NearestName::Distance(const QString& left, const QString& right, int limit)
 {
     const int start = CommonStart(left, right);
-    return DistanceTable(left.midRef(start), right.midRef(start), limit).Distance();
+    return DistanceTable(QStringView(left).mid(start), QStringView(right).mid(start), limit).Distance();
 }
