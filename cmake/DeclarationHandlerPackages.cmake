@@ -70,7 +70,14 @@ set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}")
 # Compiles the resource files that a form names for declview.
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS ${qt_package}-tools)
+# Brings libedit2 too, where decleval is linked with it.
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+if(TARGET decleval)
+  get_target_property(definitions decleval COMPILE_DEFINITIONS)
+  if(NOT "DECLEVAL_EDITING" IN_LIST definitions)
+    message(WARNING "The package of the tools comes without line editing: libedit-dev or pkgconf is missing")
+  endif()
+endif()
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "For the authors of forms: declview shows a form live, declcheck checks its
 statements, decleval evaluates one.")

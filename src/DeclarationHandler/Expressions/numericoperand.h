@@ -3,6 +3,8 @@
 
 #include <QString>
 
+#include <typeinfo>
+
 #include "Common/qtcompat.h"
 #include "DeclarationHandler/Expressions/exprconstant.h"
 
@@ -11,9 +13,11 @@
 class NumericOperand
 {
 public:
-    explicit NumericOperand(const IExpression& node)
-        : m_number(0.0), m_isNumber(ExprConstant::GetNumeral(node, &m_number))
+    explicit NumericOperand(const IExpression& node) : m_number(0.0), m_isNumber(false)
     {
+        // Only this very class: one derived from it may give another value.
+        if (typeid(node) == typeid(ExprConstant))
+            TakeNumeral(static_cast<const ExprConstant&>(node));
         if (!m_isNumber)
             Read(node.Retrieve());
     }
@@ -26,6 +30,12 @@ public:
     const QString& GetText() const { return m_text; }
 
 private:
+    void TakeNumeral(const ExprConstant& constant)
+    {
+        m_isNumber = constant.m_isNumeral;
+        m_number = constant.m_number;
+    }
+
     void Read(const QVariant& value)
     {
         // Not what toDouble() says: it reads some types that do not count as convertible, such as uchar.

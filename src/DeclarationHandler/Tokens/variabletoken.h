@@ -43,10 +43,10 @@ private:
     /// A name without a prefix.
     explicit VariableToken(const QString& name);
 
-    QStringList GetPath() const;
-
     Token* m_package;
-    Token* m_identifier; ///< This token itself when it is a name without a prefix.
+    Token* m_identifier; ///< Null also for a name without a prefix, which is the lexeme.
+    QString m_name;
+    QStringList m_path; ///< The names in the prefix.
 };
 
 #endif
