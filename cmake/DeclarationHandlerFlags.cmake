@@ -81,6 +81,7 @@ function(declarationhandler_library target)
     VISIBILITY_INLINES_HIDDEN ON
     VERSION ${PROJECT_VERSION}
     SOVERSION ${PROJECT_VERSION_MAJOR}
+    OUTPUT_NAME ${target}${DECLARATIONHANDLER_SUFFIX}
     # A static one may become part of a host's shared library.
     POSITION_INDEPENDENT_CODE ON
     DECLARATIONHANDLER_INTERNAL_HEADERS "${library_INTERNAL_HEADERS}")

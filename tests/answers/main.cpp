@@ -3,11 +3,9 @@
 
 #include <QCommandLineParser>
 #include <QCryptographicHash>
+#include <QFile>
 #include <QGuiApplication>
 #include <QTextStream>
-
-#include <clocale>
-#include <cstdio>
 
 #include "recorder.h"
 
@@ -38,9 +36,38 @@ QByteArray HashOf(const Range& range, int first)
 
 int PrintHashes(const Range& range, QTextStream& output)
 {
+    output << range.seed << ' ' << range.first << ' ' << range.count << ' ' << range.block << '\n';
     for (int first = range.first; first < range.first + range.count; first += range.block)
-        output << first << ' ' << HashOf(range, first) << '\n';
+        output << HashOf(range, first) << '\n';
     return 0;
+}
+
+/// Against a file with what PrintHashes() printed. The exit code is 1 if anything differs.
+int Compare(const QString& fileName, QTextStream& output)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly)) {
+        output << "Cannot read " << fileName << '\n';
+        return 2;
+    }
+    QTextStream input(&file);
+    Range range = {};
+    input >> range.seed >> range.first >> range.count >> range.block;
+    if (range.count <= 0 || range.block <= 0) {
+        output << "No hashes of records: " << fileName << '\n';
+        return 2;
+    }
+    int different = 0;
+    for (int first = range.first; first < range.first + range.count; first += range.block) {
+        QString expected;
+        input >> expected;
+        if (expected.toLatin1() == HashOf(range, first))
+            continue;
+        ++different;
+        output << "Different: --seed " << range.seed << " --first " << first << " --count " << range.block << '\n';
+    }
+    output << range.count << " statements compared, " << different << " blocks of them differ\n";
+    return different > 0 ? 1 : 0;
 }
 
 } // namespace
@@ -56,10 +83,13 @@ int main(int argc, char** argv)
     options.addOptions({{"seed", "Where the random numbers start.", "number", "1"},
                         {"first", "Number of the first statement.", "number", "0"},
                         {"count", "How many statements.", "number", "20000"},
-                        {"hashes", "Print, in place of the records, one hash for each so many.", "number", "0"}});
+                        {"hashes", "Print, in place of the records, one hash for each so many.", "number", "0"},
+                        {"compare", "Compare with what --hashes printed.", "file"}});
     options.process(application);
+    QTextStream output(stdout);
+    if (options.isSet("compare"))
+        return Compare(options.value("compare"), output);
     const Range range = {options.value("seed").toULongLong(), options.value("first").toInt(),
                          options.value("count").toInt(), options.value("hashes").toInt()};
-    QTextStream output(stdout);
     return range.block > 0 ? PrintHashes(range, output) : PrintRecords(range, output);
 }

@@ -24,6 +24,7 @@
 #include <limits>
 
 #include "Common/variantobject.h"
+#include "qtversion.h"
 #include "random.h"
 
 /// A host's own type, which compares by what it holds.
@@ -280,20 +281,13 @@ QVariant RandomNull(Random& random)
     static const int types[]
         = {QMetaType::Bool,        QMetaType::Int,   QMetaType::Double, QMetaType::QString,     QMetaType::QVariantList,
            QMetaType::QVariantMap, QMetaType::QDate, QMetaType::QColor, QMetaType::QStringList, QMetaType::QByteArray};
-    const int type = random.Of(types);
-#if QT_VERSION >= 0x060000
-    return QVariant(QMetaType(type));
-#else
-    return QVariant(static_cast<QVariant::Type>(type));
-#endif
+    return QtVersion::NullOf(random.Of(types));
 }
 
 QVariant RandomOwnValue(Random& random)
 {
-#if QT_VERSION < 0x060000
-    static const bool isComparable = QMetaType::registerEqualsComparator<Amount>();
+    static const bool isComparable = QtVersion::RegisterComparison<Amount>();
     Q_UNUSED(isComparable)
-#endif
     static const QVariant notes[] = {QVariant::fromValue(Note{"a"}), QVariant::fromValue(Note{"a"})};
     switch (random.Below(4)) {
     case 0:

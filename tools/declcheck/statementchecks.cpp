@@ -244,7 +244,7 @@ bool StatementChecks::HoldsText(const StatementToken& token) const
         return false;
     const Variable* const variable
         = m_options.variables->Find(token.reference.Package(m_options.package), token.reference.name);
-    if (!variable || variable->value.type() != QVariant::String || variable->value.toString().isEmpty())
+    if (!variable || variable->value.userType() != QMetaType::QString || variable->value.toString().isEmpty())
         return false;
     variable->value.toDouble(&isNumber);
     return !isNumber;

@@ -73,7 +73,7 @@ void ConnectNotifications(DeclProperty* declaration)
 {
     static std::atomic<bool> isRegistered(false);
     if (!isRegistered)
-        isRegistered = QMetaType::type("VariableIdentifier") != 0;
+        isRegistered = QtCompat::IsRegistered("VariableIdentifier");
     if (isRegistered) {
         QObject::connect(
             declaration, QTCOMPAT_SIGNAL(DeclProperty, DoNotifyDeclaration, (const VariableIdentifier&)), declaration,
@@ -134,7 +134,7 @@ bool PropertyUpdate::Run(bool updateToInvalid)
 
 bool PropertyUpdate::Write(const QVariant& value)
 {
-    if (m_declaration->m_takesImages && !value.isNull() && !value.canConvert(QVariant::Pixmap))
+    if (m_declaration->m_takesImages && !QtCompat::IsNull(value) && !QtCompat::CanConvert(value, QMetaType::QPixmap))
         return m_declaration->SetPixmap(value);
     return m_declaration->SetProperty(value);
 }
