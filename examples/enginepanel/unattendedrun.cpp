@@ -12,6 +12,7 @@
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
 #include "enginepanel.h"
+#include "qtversion.h"
 
 namespace {
 
@@ -165,7 +166,7 @@ void UnattendedRun::SavePicture()
 void UnattendedRun::PrintValues() const
 {
     QTextStream out(stdout);
-    out.setCodec("UTF-8");
+    QtVersion::UseUtf8(out);
     const QVector<BoundProperty> properties = m_panel->GetBinding().BoundProperties();
     for (const BoundProperty& property : properties)
         out << NameOf(property) << ": " << ToText(property.shown) << '\n';

@@ -2,25 +2,25 @@
 
 #include <QFile>
 #include <QRegularExpression>
-#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+
+#include "qtversion.h"
 
 namespace {
 
 /// Building a form is recursive, in the one who loads it as well.
 const int MaxDepth = 300;
 
-QTextCodec* CodecOf(const QByteArray& content)
+QString Decode(const QByteArray& content)
 {
     static const QRegularExpression declaration("^<\\?xml[^>]*encoding\\s*=\\s*[\"']([^\"']+)");
     const QRegularExpressionMatch match = declaration.match(QString::fromLatin1(content.left(200)));
-    QTextCodec* const declared = QTextCodec::codecForName(match.captured(1).toLatin1());
-    return QTextCodec::codecForUtfText(content, declared ? declared : QTextCodec::codecForName("UTF-8"));
+    return QtVersion::Decode(content, match.captured(1).toLatin1());
 }
 
-int KindOf(const QStringRef& element)
+int KindOf(QStringView element)
 {
     static const QHash<QString, int> kinds{{"widget", FormObject::Widget},
                                            {"layout", FormObject::Layout},
@@ -76,7 +76,7 @@ private:
 
     bool StartsWith(const char* text) const
     {
-        return m_source.midRef(m_position, int(qstrlen(text))) == QLatin1String(text);
+        return QStringView(m_source).mid(m_position, int(qstrlen(text))) == QLatin1String(text);
     }
 
     int IndexOf(const char* text) const
@@ -97,7 +97,7 @@ private:
     {
         const QChar character = m_source.at(m_position);
         Append(character == '\r' ? QChar('\n') : character);
-        m_position += character == '\r' && m_source.midRef(m_position + 1, 1) == QLatin1String("\n") ? 2 : 1;
+        m_position += character == '\r' && QStringView(m_source).mid(m_position + 1, 1) == QLatin1String("\n") ? 2 : 1;
     }
 
     void ReadEntity()
@@ -106,7 +106,7 @@ private:
         const int end = IndexOf(";");
         const QString name = m_source.mid(m_position + 1, end - m_position - 1);
         if (name.startsWith('#')) {
-            const uint code = name.startsWith("#x") ? name.midRef(2).toUInt(nullptr, 16) : name.midRef(1).toUInt();
+            const char32_t code = name.startsWith("#x") ? name.mid(2).toUInt(nullptr, 16) : name.mid(1).toUInt();
             const QString characters = QString::fromUcs4(&code, 1);
             for (const QChar character : characters)
                 Append(character);
@@ -180,11 +180,11 @@ TextPlace FormDocument::SourcePlace(const FormProperty& property, const TextPlac
 void FormDocument::SetSource(const QByteArray& content)
 {
     *this = FormDocument();
-    m_source = CodecOf(content)->toUnicode(content);
+    m_source = Decode(content);
     m_lineStarts.append(0);
     for (int i = 0; i < m_source.size(); ++i) {
         const QChar character = m_source.at(i);
-        if (character == '\n' || (character == '\r' && m_source.midRef(i + 1, 1) != QLatin1String("\n")))
+        if (character == '\n' || (character == '\r' && QStringView(m_source).mid(i + 1, 1) != QLatin1String("\n")))
             m_lineStarts.append(i + 1);
         else if (character.isLowSurrogate())
             m_lowSurrogates.append(i);
@@ -204,14 +204,14 @@ void FormDocument::ReadElements(QXmlStreamReader* reader)
 
 void FormDocument::ReadStart(QXmlStreamReader* reader)
 {
-    const QStringRef element = reader->name();
-    if (m_open.isEmpty() && element != "ui") {
+    const QStringView element = reader->name();
+    if (m_open.isEmpty() && element != QLatin1String("ui")) {
         reader->raiseError("No form: the outermost element is not \"ui\".");
-    } else if (element == "property") {
+    } else if (element == QLatin1String("property")) {
         ReadProperty(reader);
-    } else if (element == "attribute") {
+    } else if (element == QLatin1String("attribute")) {
         ReadAttribute(reader);
-    } else if (element == "customwidget") {
+    } else if (element == QLatin1String("customwidget")) {
         ReadCustomWidget(reader);
     } else if (m_open.size() > MaxDepth) {
         reader->raiseError(QString("The elements are nested more than %1 deep.").arg(MaxDepth));
@@ -244,7 +244,7 @@ void FormDocument::ReadProperty(QXmlStreamReader* reader)
     property.textPlace = property.namePlace;
     property.isText = false;
     while (reader->readNextStartElement()) {
-        property.isText = reader->name() == "string";
+        property.isText = reader->name() == QLatin1String("string");
         if (!property.isText) {
             reader->skipCurrentElement();
             continue;
@@ -260,7 +260,7 @@ void FormDocument::ReadProperty(QXmlStreamReader* reader)
 
 void FormDocument::ReadAttribute(QXmlStreamReader* reader)
 {
-    const bool isGroup = reader->attributes().value("name") == "buttonGroup";
+    const bool isGroup = reader->attributes().value("name") == QLatin1String("buttonGroup");
     while (reader->readNextStartElement()) {
         const QString text = reader->readElementText(QXmlStreamReader::SkipChildElements);
         if (isGroup && !m_open.isEmpty() && m_open.last() >= 0)
@@ -273,9 +273,9 @@ void FormDocument::ReadCustomWidget(QXmlStreamReader* reader)
     QString customClass;
     QString baseClass;
     while (reader->readNextStartElement()) {
-        if (reader->name() == "class")
+        if (reader->name() == QLatin1String("class"))
             customClass = reader->readElementText(QXmlStreamReader::SkipChildElements).trimmed();
-        else if (reader->name() == "extends")
+        else if (reader->name() == QLatin1String("extends"))
             baseClass = reader->readElementText(QXmlStreamReader::SkipChildElements).trimmed();
         else
             reader->skipCurrentElement();
@@ -295,7 +295,7 @@ TextPlace FormDocument::AttributePlace(const QXmlStreamReader& reader, const QSt
         const QRegularExpressionMatch found = match.next();
         const int group = found.capturedStart(2) >= 0 ? 2 : 3;
         if (found.captured(1) == attribute)
-            return {start + found.capturedStart(group), found.capturedLength(group)};
+            return {start + int(found.capturedStart(group)), int(found.capturedLength(group))};
     }
     return {start, 1};
 }

@@ -148,7 +148,7 @@ void FormChecker::CheckClass(int object)
         = QString("The class \"%1\" is not known; it is taken for a %2").arg(formObject.className, replacement);
     finding.source = formObject.classPlace;
     finding.object = formObject.className + '#' + formObject.name;
-    finding.excerpt = Excerpt(formObject.className, {0, formObject.className.size()});
+    finding.excerpt = Excerpt(formObject.className, {0, int(formObject.className.size())});
     Add(finding);
 }
 
@@ -401,7 +401,7 @@ void FormChecker::ReportName(Check check, const QString& message, int object, co
     finding.property = property.name;
     finding.statement = property.text;
     const QString start = property.name + "  " + property.text.section('\n', 0, 0);
-    finding.excerpt = Excerpt(start, {0, property.name.size()});
+    finding.excerpt = Excerpt(start, {0, int(property.name.size())});
     Add(finding);
 }
 

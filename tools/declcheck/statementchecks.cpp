@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "DeclarationHandler/Tokens/variabletoken.h"
 #include "declcheck/knownvariables.h"
 
 namespace {
@@ -95,7 +96,7 @@ void StatementChecks::CheckMinus(int token)
 void StatementChecks::CheckKeyword(const StatementToken& token)
 {
     static const QStringList keywords = StatementTokens::Keywords();
-    static const QStringList starts{"Widget", "TopWidget", "ParentWidget"};
+    static const QStringList starts = VariableToken::GetPathStarts();
     const Reference& reference = token.reference;
     if (reference.IsProperty())
         return;
@@ -243,7 +244,7 @@ bool StatementChecks::HoldsText(const StatementToken& token) const
         return false;
     const Variable* const variable
         = m_options.variables->Find(token.reference.Package(m_options.package), token.reference.name);
-    if (!variable || variable->value.type() != QVariant::String || variable->value.toString().isEmpty())
+    if (!variable || variable->value.userType() != QMetaType::QString || variable->value.toString().isEmpty())
         return false;
     variable->value.toDouble(&isNumber);
     return !isNumber;
