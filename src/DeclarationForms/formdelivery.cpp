@@ -25,6 +25,11 @@ bool ComesLater(const std::shared_ptr<BoundStatement>& left, const std::shared_p
     return left->rank > right->rank;
 }
 
+bool ComesBefore(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
+{
+    return left->rank < right->rank;
+}
+
 /// Puts a value into a variable for as long as it lives.
 template<typename Value>
 class Temporarily
@@ -116,19 +121,27 @@ void FormDelivery::Run(bool withVariables)
     if (withVariables)
         MarkVariables();
     const Temporarily<quint64> number(&m_number, ++m_lastNumber);
-    m_queue.insert(m_queue.end(), m_waiting.begin(), m_waiting.end());
-    m_waiting.clear();
-    std::make_heap(m_queue.begin(), m_queue.end(), ComesLater);
+    Statements outer;
+    outer.swap(m_sorted);
+    m_sorted.swap(m_waiting);
+    m_sorted.insert(m_sorted.end(), outer.begin(), outer.end());
+    if (std::is_sorted(m_sorted.begin(), m_sorted.end(), ComesBefore)) // As a rule.
+        std::reverse(m_sorted.begin(), m_sorted.end());
+    else
+        std::sort(m_sorted.begin(), m_sorted.end(), ComesLater);
     while (const Statement next = TakeNext())
         Evaluate(next);
 }
 
 FormDelivery::Statement FormDelivery::TakeNext()
 {
-    while (!m_queue.empty() && !m_state.isClosed) {
-        std::pop_heap(m_queue.begin(), m_queue.end(), ComesLater);
-        const Statement next = std::move(m_queue.back());
-        m_queue.pop_back();
+    while (!(m_queue.empty() && m_sorted.empty()) && !m_state.isClosed) {
+        const bool isAdded = m_sorted.empty() || (!m_queue.empty() && ComesLater(m_sorted.back(), m_queue.front()));
+        if (isAdded)
+            std::pop_heap(m_queue.begin(), m_queue.end(), ComesLater);
+        Statements& source = isAdded ? m_queue : m_sorted;
+        const Statement next = std::move(source.back());
+        source.pop_back();
         if (next->property && next->isDirty)
             return next;
     }
@@ -142,6 +155,7 @@ void FormDelivery::UpdateOrder()
     const bool hadCircles = m_state.order.HasCircles();
     m_state.order.Compute(m_state.statements);
     std::make_heap(m_queue.begin(), m_queue.end(), ComesLater);
+    std::sort(m_sorted.begin(), m_sorted.end(), ComesLater);
     if (hadCircles || m_state.order.HasCircles())
         TellCircles();
 }
@@ -314,9 +328,9 @@ void FormDelivery::TellTaken(const Statement& statement, const QVariant& target,
 bool FormDelivery::WaitsForBound(const BoundStatement& statement) const
 {
     const auto& properties = statement.property->owner->properties;
-    return std::any_of(properties.begin(), properties.end(), [&statement](const auto& sibling) {
-        return sibling->statement && sibling->statement->isDirty && sibling->statement->Reads(statement.property)
-            && PropertyOrder::Bounds(sibling->name, statement.name);
+    return std::any_of(properties.begin(), properties.end(), [&statement](const WatchedProperty& sibling) {
+        return sibling.statement && sibling.statement->isDirty && sibling.statement->Reads(statement.property)
+            && PropertyOrder::Bounds(sibling.name, statement.name);
     });
 }
 
@@ -325,8 +339,8 @@ FormDelivery::Siblings FormDelivery::SiblingsOf(const BoundStatement& statement)
     Siblings siblings;
     if (statement.property->owner->boundCount < 2)
         return siblings;
-    for (const auto& property : statement.property->owner->properties) {
-        const Statement& sibling = property->statement;
+    for (const WatchedProperty& property : statement.property->owner->properties) {
+        const Statement& sibling = property.statement;
         if (sibling && sibling.get() != &statement && sibling->isShown)
             siblings.push_back({sibling, QVariant(), false});
     }
@@ -343,7 +357,7 @@ bool FormDelivery::HasCutSibling(const BoundStatement& statement) const
 {
     const auto& properties = statement.property->owner->properties;
     return std::any_of(properties.begin(), properties.end(),
-                       [](const auto& sibling) { return sibling->statement && sibling->statement->isCut; });
+                       [](const WatchedProperty& sibling) { return sibling.statement && sibling.statement->isCut; });
 }
 
 void FormDelivery::Settle(const Siblings& siblings, const BoundStatement& written, bool hasChanged)

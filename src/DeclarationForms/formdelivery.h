@@ -38,6 +38,7 @@ public:
 
 private:
     typedef std::shared_ptr<BoundStatement> Statement;
+    typedef std::vector<Statement> Statements;
 
     /// Another statement of an object, before a property of that object is written.
     struct Sibling
@@ -71,8 +72,9 @@ private:
     FormEdits& m_edits;
     quint64 m_lastNumber = 0;
     quint64 m_number = 0; ///< Of the delivery that runs; 0 while none does.
-    std::vector<Statement> m_waiting;
-    std::vector<Statement> m_queue; ///< A heap, of the delivery that runs.
+    Statements m_waiting;
+    Statements m_sorted; ///< Of the delivery that runs, the next one last.
+    Statements m_queue;  ///< A heap, of what was marked since it began.
     const BoundStatement* m_writer = nullptr;
 };
 

@@ -63,8 +63,8 @@ void FormEngine::Start()
     const std::weak_ptr<FormEngine> engine = shared_from_this();
     m_state.adapterChange = [engine](QObject* object, const QString& name) {
         const std::shared_ptr<FormEngine> self = engine.lock();
-        const WatchedObject* const watched = self ? self->m_state.objects.Find(object) : nullptr;
-        if (WatchedProperty* const property = watched ? FormObjects::Find(*watched, name) : nullptr)
+        WatchedObject* const watched = self ? self->m_state.objects.Find(object) : nullptr;
+        if (WatchedProperty* const property = watched ? FormObjects::Find(watched, name) : nullptr)
             self->OnChanged(property);
     };
 }
@@ -271,7 +271,7 @@ void FormEngine::WatchFinish(WatchedObject* object)
     if (!object->finishedSlots.empty())
         return;
     for (const int signal : SavePolicies::FinishSignals(object->object))
-        object->finishedSlots.push_back(m_state.receiver.WatchFinish(object, signal));
+        object->finishedSlots.push_front(m_state.receiver.WatchFinish(object, signal));
 }
 
 void FormEngine::OnFinished(WatchedObject* object)
@@ -292,9 +292,9 @@ void FormEngine::SaveFinished(QObject* object)
     if (!watched || m_translation.IsRunning())
         return;
     std::vector<Statement> statements;
-    for (const auto& property : watched->properties) {
-        if (property->statement && property->statement->isWritable)
-            statements.push_back(property->statement);
+    for (const WatchedProperty& property : watched->properties) {
+        if (property.statement && property.statement->isWritable)
+            statements.push_back(property.statement);
     }
     std::vector<Statement> edited;
     for (const Statement& statement : statements) {
@@ -348,9 +348,9 @@ void FormEngine::OnLocaleChange(QObject* object)
     const WatchedObject* const watched = m_state.objects.Find(object);
     if (!watched)
         return;
-    for (const auto& property : watched->properties) {
-        if (property->statement && property->statement->format)
-            m_delivery.Mark(property->statement);
+    for (const WatchedProperty& property : watched->properties) {
+        if (property.statement && property.statement->format)
+            m_delivery.Mark(property.statement);
     }
 }
 
