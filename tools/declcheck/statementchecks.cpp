@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "DeclarationHandler/Tokens/variabletoken.h"
 #include "declcheck/knownvariables.h"
 
 namespace {
@@ -95,7 +96,7 @@ void StatementChecks::CheckMinus(int token)
 void StatementChecks::CheckKeyword(const StatementToken& token)
 {
     static const QStringList keywords = StatementTokens::Keywords();
-    static const QStringList starts{"Widget", "TopWidget", "ParentWidget"};
+    static const QStringList starts = VariableToken::GetPathStarts();
     const Reference& reference = token.reference;
     if (reference.IsProperty())
         return;

@@ -75,6 +75,11 @@ Token* VariableToken::Parse(const QString& text)
     return new VariableToken(TextView::StartOf(text, length), package, identifier);
 }
 
+QStringList VariableToken::GetPathStarts()
+{
+    return QStringList() << WidgetElement << TopWidgetElement << ParentWidgetElement;
+}
+
 QString VariableToken::GetVariableName() const
 {
     return m_name;

@@ -18,6 +18,9 @@ public:
     /// Null also for a prefix without a name behind it.
     static Token* Parse(const QString& text);
 
+    /// The words that a widget path starts with.
+    static QStringList GetPathStarts();
+
     /// The name, without the prefix.
     QString GetVariableName() const;
     /// The text between "@" and ":"; \a defaultPackage when there is no prefix.
