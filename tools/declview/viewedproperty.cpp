@@ -1,4 +1,4 @@
-#include "declview/boundproperty.h"
+#include "declview/viewedproperty.h"
 
 #include <QIcon>
 #include <QPixmap>
@@ -16,7 +16,7 @@ QString SizeToText(const char* type, const QSize& size)
 
 } // namespace
 
-QVariant BoundProperty::Value() const
+QVariant ViewedProperty::Value() const
 {
     return object ? object->property(name.toLatin1()) : QVariant();
 }

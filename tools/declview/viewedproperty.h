@@ -1,20 +1,20 @@
-#ifndef BOUNDPROPERTY_H
-#define BOUNDPROPERTY_H
+#ifndef VIEWEDPROPERTY_H
+#define VIEWEDPROPERTY_H
 
 #include <QPointer>
 #include <QString>
 #include <QVariant>
 
 /// A property of the form that is bound to a statement, and what is known about it.
-struct BoundProperty
+struct ViewedProperty
 {
     QPointer<QObject> object;
     QString name; ///< Without its marker.
     QString statement;
-    QString path;       ///< Of the object, as a statement would write it; names are not always unique.
-    bool writable;      ///< Whether a save writes it back.
-    int evaluations;    ///< -1 where they cannot be counted.
-    QString diagnostic; ///< The last one: of the parser, or written during an evaluation.
+    QString path;  ///< Of the object, as a statement would write it; names are not always unique.
+    bool writable; ///< Whether a save writes it back.
+    quint64 evaluations;
+    QString diagnostic; ///< The last one: a problem of the binding, or what was written during an evaluation.
 
     /// Invalid once the object is gone.
     QVariant Value() const;

@@ -1,4 +1,4 @@
-// Statements that read properties of other widgets, and run when those are written.
+// The layer below the forms: statements that read properties of other widgets, and run when those are written.
 
 #include <QApplication>
 #include <QLabel>
