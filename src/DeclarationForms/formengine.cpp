@@ -234,10 +234,11 @@ void FormEngine::OnChanged(WatchedProperty* property)
     if (writer && writer == statement.get())
         return;
     m_delivery.MarkReaders(*property, writer);
-    if (statement)
-        statement->access.Mirror(statement->object, statement->name);
     const bool isOwn = writer && writer->property && writer->property->owner == property->owner;
-    if (statement && statement->isWritable && !isOwn && !m_translation.IsRunning())
+    if (!statement)
+        return;
+    statement->access.Mirror(statement->object, statement->name);
+    if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);
 }
 
@@ -248,7 +249,8 @@ void FormEngine::NoteEdit(const Statement& statement)
     const bool isEdited = RefreshEdit(statement);
     if (isEdited && statement->property) {
         const FormBinding::SavePolicy policy = SavePolicies::Of(statement->object, m_state.savePolicy);
-        const bool isFinished = policy == FormBinding::SaveOnEditingFinished && statement->property->isWatched;
+        const bool isFinished = policy == FormBinding::SaveOnEditingFinished
+            && (statement->property->isWatched || SavePolicies::IsConfirmedByChange(statement->object));
         if (policy == FormBinding::SaveAtOnce || isFinished)
             SaveByPolicy({statement});
         else if (policy == FormBinding::SaveOnEditingFinished)
