@@ -18,7 +18,7 @@ namespace {
 
 const QString Rows = QStringLiteral("rows");
 const int MaxColumns = 1000;
-const int MaxCells = 1000000;
+const int MaxCells = 500000;
 
 /// Kept with the widget; such names are never bound. The labels that were made of keys, and whether the rows
 /// were maps.
