@@ -23,7 +23,7 @@ struct QMetaObject;
 ///   button that is checked.
 ///
 /// What is shown twice keeps the current item and the selection: an item is known by its data or else its text,
-/// a row by its first cell. There are at most 100,000 items or rows, and a million cells; longer lists, and
+/// a row by its first cell. There are at most 100,000 items or rows, and half a million cells; longer lists, and
 /// values of another shape, are not taken.
 class DECLARATIONFORMS_EXPORT FormAdapters
 {

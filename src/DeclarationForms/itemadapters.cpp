@@ -91,10 +91,7 @@ public:
             return false;
         if (items.count() < count && !m_model->removeRows(items.count(), count - items.count(), m_root))
             return false;
-        bool isTaken = true;
-        for (int row = 0; row < items.count(); ++row)
-            isTaken = WriteRow(row, items.at(row)) && isTaken;
-        return isTaken;
+        return WriteRows(items);
     }
 
     /// The first row with that key, the given one if it has it; -1 for none.
@@ -133,6 +130,20 @@ private:
         if (icon.isValid())
             map.insert(IconKey, icon);
         return map;
+    }
+
+    /// Tells of all changes at once: views lay out their items with each.
+    bool WriteRows(const QVector<Item>& items) const
+    {
+        bool isTaken = true;
+        {
+            const QSignalBlocker blocker(m_model);
+            for (int row = 0; row < items.count(); ++row)
+                isTaken = WriteRow(row, items.at(row)) && isTaken;
+        }
+        if (!items.isEmpty())
+            Q_EMIT m_model->dataChanged(At(0), At(static_cast<int>(items.count()) - 1));
+        return isTaken;
     }
 
     bool WriteRow(int row, const Item& item) const

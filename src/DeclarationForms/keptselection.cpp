@@ -4,6 +4,12 @@
 #include <QItemSelection>
 #include <QItemSelectionModel>
 
+namespace {
+
+const int MaxKept = 1000;
+
+} // namespace
+
 QString RowKey(const QVariant& text, const QVariant& data)
 {
     const QString key = data.toString();
@@ -13,7 +19,14 @@ QString RowKey(const QVariant& text, const QVariant& data)
 KeptSelection::KeptSelection(QAbstractItemView* view)
     : m_view(view), m_current(CellAt(view->currentIndex().row(), view->currentIndex().column()))
 {
-    const QModelIndexList selected = view->selectionModel()->selectedIndexes();
+    const QItemSelection selection = view->selectionModel()->selection();
+    qint64 count = 0;
+    for (const QItemSelectionRange& range : selection)
+        count += qint64(range.width()) * range.height();
+    m_isLarge = count > MaxKept;
+    if (m_isLarge)
+        return;
+    const QModelIndexList selected = selection.indexes();
     for (const QModelIndex& index : selected)
         m_selected.append(CellAt(index.row(), index.column()));
 }
@@ -35,6 +48,8 @@ void KeptSelection::Restore()
     // Rows that went took along what was on them.
     if (m_isCurrentChanged || m_view->currentIndex().row() != current)
         model->setCurrentIndex(m_view->model()->index(current, m_current.column), QItemSelectionModel::NoUpdate);
+    if (m_isLarge)
+        return;
     if (m_isSelectionChanged || model->selectedIndexes().count() != m_selected.count())
         model->select(selection, QItemSelectionModel::ClearAndSelect);
 }

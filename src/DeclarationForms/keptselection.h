@@ -10,7 +10,8 @@
 class QAbstractItemView;
 
 /// The current item and the selection of a view, put back to the same rows after they were written anew. A row is
-/// known by the data of its first cell, or else by the text there.
+/// known by the data of its first cell, or else by the text there. A selection of more than 1,000 cells stays where
+/// it is: moving it takes time that grows with the square.
 class KeptSelection
 {
 public:
@@ -39,6 +40,7 @@ private:
     Cell m_current;
     QVector<Cell> m_selected;
     QHash<QString, int> m_rows;
+    bool m_isLarge = false;
     bool m_isCurrentChanged = false;
     bool m_isSelectionChanged = false;
 };

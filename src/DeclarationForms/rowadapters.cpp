@@ -18,7 +18,7 @@ namespace {
 
 const QString Rows = QStringLiteral("rows");
 const int MaxColumns = 1000;
-const int MaxCells = 1000000;
+const int MaxCells = 500000;
 
 /// Kept with the widget; such names are never bound. The labels that were made of keys, and whether the rows
 /// were maps.
@@ -176,6 +176,19 @@ void WriteRow(QAbstractItemModel* model, int number, const Row& row, int columns
     Set(model, model->index(number, 0), row.map, MapRole);
 }
 
+/// Tells of all changes at once: views lay out their rows with each.
+void WriteCells(QAbstractItemModel* model, const Content& content)
+{
+    {
+        const QSignalBlocker blocker(model);
+        for (int row = 0; row < content.rows.count(); ++row)
+            WriteRow(model, row, content.rows.at(row), content.columns);
+    }
+    const QModelIndex last = model->index(content.rows.count() - 1, content.columns - 1);
+    if (last.isValid())
+        Q_EMIT model->dataChanged(model->index(0, 0), last);
+}
+
 void WriteContent(QAbstractItemView* view, const Content& content, const Kind& kind)
 {
     const QVariant isSorted = view->property("sortingEnabled");
@@ -186,8 +199,7 @@ void WriteContent(QAbstractItemView* view, const Content& content, const Kind& k
         view->setProperty(OwnLabels, content.labels);
     }
     view->setProperty(AreMaps, content.areMaps);
-    for (int row = 0; row < content.rows.count(); ++row)
-        WriteRow(view->model(), row, content.rows.at(row), content.columns);
+    WriteCells(view->model(), content);
     view->setProperty("sortingEnabled", isSorted);
 }
 
