@@ -20,11 +20,6 @@ namespace {
 /// Behind those of an evaluation.
 const int FormatCause = EvaluationListener::InvalidKey + 1;
 
-bool ComesLater(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
-{
-    return left->rank > right->rank;
-}
-
 /// Puts a value into a variable for as long as it lives.
 template<typename Value>
 class Temporarily
@@ -81,8 +76,8 @@ void FormDelivery::Mark(const Statement& statement)
         return;
     statement->isDirty = true;
     if (m_number != 0 && statement->delivery != m_number) {
-        m_queue.push_back(statement);
-        std::push_heap(m_queue.begin(), m_queue.end(), ComesLater);
+        m_late.push_back({statement->rank, statement});
+        std::push_heap(m_late.begin(), m_late.end(), ComesLater);
         return;
     }
     m_waiting.push_back(statement);
@@ -104,8 +99,13 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
 void FormDelivery::MarkVariables()
 {
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
-        for (const FormVariable* const reader : variable->readers)
-            Mark(reader->Statement()->property->statement);
+        for (const FormVariable* const reader : variable->readers) {
+            // The delivery that asks takes what waits: it need not be scheduled.
+            if (reader->Statement()->isDirty)
+                continue;
+            reader->Statement()->isDirty = true;
+            m_waiting.push_back(reader->Statement()->property->statement);
+        }
     }
 }
 
@@ -116,23 +116,48 @@ void FormDelivery::Run(bool withVariables)
     if (withVariables)
         MarkVariables();
     const Temporarily<quint64> number(&m_number, ++m_lastNumber);
-    m_queue.insert(m_queue.end(), m_waiting.begin(), m_waiting.end());
-    m_waiting.clear();
-    std::make_heap(m_queue.begin(), m_queue.end(), ComesLater);
+    Arrange();
     while (const Statement next = TakeNext())
         Evaluate(next);
 }
 
+/// A delivery inside another one takes over what is left of it.
+void FormDelivery::Arrange()
+{
+    for (; m_next < m_queue.size(); ++m_next)
+        m_waiting.push_back(std::move(m_queue[m_next].statement));
+    for (Waiting& late : m_late)
+        m_waiting.push_back(std::move(late.statement));
+    m_late.clear();
+    m_queue.clear();
+    m_next = 0;
+    for (Statement& statement : m_waiting)
+        m_queue.push_back({statement->rank, std::move(statement)});
+    m_waiting.clear();
+    const auto comesFirst = [](const Waiting& left, const Waiting& right) { return left.rank < right.rank; };
+    if (!std::is_sorted(m_queue.begin(), m_queue.end(), comesFirst))
+        std::sort(m_queue.begin(), m_queue.end(), comesFirst);
+}
+
 FormDelivery::Statement FormDelivery::TakeNext()
 {
-    while (!m_queue.empty() && !m_state.isClosed) {
-        std::pop_heap(m_queue.begin(), m_queue.end(), ComesLater);
-        const Statement next = std::move(m_queue.back());
-        m_queue.pop_back();
+    while ((m_next < m_queue.size() || !m_late.empty()) && !m_state.isClosed) {
+        Statement next = TakeFirst();
         if (next->property && next->isDirty)
             return next;
     }
     return nullptr;
+}
+
+FormDelivery::Statement FormDelivery::TakeFirst()
+{
+    const bool hasQueued = m_next < m_queue.size();
+    if (hasQueued && (m_late.empty() || m_queue[m_next].rank <= m_late.front().rank))
+        return std::move(m_queue[m_next++].statement);
+    std::pop_heap(m_late.begin(), m_late.end(), ComesLater);
+    Statement first = std::move(m_late.back().statement);
+    m_late.pop_back();
+    return first;
 }
 
 void FormDelivery::UpdateOrder()
@@ -141,7 +166,6 @@ void FormDelivery::UpdateOrder()
         return;
     const bool hadCircles = m_state.order.HasCircles();
     m_state.order.Compute(m_state.statements);
-    std::make_heap(m_queue.begin(), m_queue.end(), ComesLater);
     if (hadCircles || m_state.order.HasCircles())
         TellCircles();
 }
