@@ -307,6 +307,7 @@ void FormEditsTest::Policies_data()
         "label, text; 1; set, leave => 0, 1",
         "label, text; 2; set, leave => 0, 1",
         "slider, value; 1; set, leave => 0, 1",
+        "progress, value; 1; set, set => 1, 2",
     }});
 }
 

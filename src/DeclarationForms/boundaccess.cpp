@@ -47,33 +47,36 @@ QVariant EnumeratorOf(const QObject* object, const QString& name, const QString&
 
 } // namespace
 
+PropertyShape::PropertyShape(const QObject* object, const QString& name)
+    : m_object(object),
+      m_name(name),
+      m_index(object ? IndexOf(object, name) : -1),
+      m_adapter(object ? AdapterRegistry::Find(object, name) : nullptr)
+{
+}
+
+bool PropertyShape::Exists() const
+{
+    return m_index >= 0 || m_adapter || m_object->property(QtCompat::ToAscii(m_name)).isValid();
+}
+
+bool PropertyShape::IsWritable() const
+{
+    return m_index < 0 || m_adapter || m_object->metaObject()->property(m_index).isWritable();
+}
+
+int PropertyShape::NotifySignal() const
+{
+    const QMetaObject* const metaObject = m_object->metaObject();
+    // Behind the code that SIGNAL() puts in front.
+    if (m_adapter && !m_adapter->notifySignal.isEmpty())
+        return metaObject->indexOfSignal(QMetaObject::normalizedSignature(m_adapter->notifySignal.constData() + 1));
+    return m_index < 0 ? -1 : metaObject->property(m_index).notifySignalIndex();
+}
+
 BoundAccess::BoundAccess(const QObject* object, const QString& name)
     : m_access(object, name), m_adapter(AdapterRegistry::Find(object, name)), m_kind(KindOf(object, name))
 {
-}
-
-bool BoundAccess::Exists(const QObject* object, const QString& name)
-{
-    return IndexOf(object, name) >= 0 || AdapterRegistry::Find(object, name)
-        || object->property(QtCompat::ToAscii(name)).isValid();
-}
-
-bool BoundAccess::IsWritable(const QObject* object, const QString& name)
-{
-    const int index = IndexOf(object, name);
-    return index < 0 || AdapterRegistry::Find(object, name) || object->metaObject()->property(index).isWritable();
-}
-
-int BoundAccess::NotifySignal(const QObject* object, const QString& name)
-{
-    const QMetaObject* const metaObject = object->metaObject();
-    if (const PropertyAdapter* const adapter = AdapterRegistry::Find(object, name)) {
-        // Behind the code that SIGNAL() puts in front.
-        if (!adapter->notifySignal.isEmpty())
-            return metaObject->indexOfSignal(QMetaObject::normalizedSignature(adapter->notifySignal.constData() + 1));
-    }
-    const int index = IndexOf(object, name);
-    return index < 0 ? -1 : metaObject->property(index).notifySignalIndex();
 }
 
 QVariant BoundAccess::Read(const QObject* object, const QString& name) const

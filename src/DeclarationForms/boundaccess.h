@@ -9,19 +9,35 @@
 class QObject;
 struct PropertyAdapter;
 
+/// What an object tells of one of its properties.
+class PropertyShape
+{
+public:
+    /// \a object may be null.
+    PropertyShape(const QObject* object, const QString& name);
+
+    /// Whether the object has the property, declared, dynamic or by an adapter.
+    bool Exists() const;
+    /// Whether it can be written; true for properties that the object does not have yet.
+    bool IsWritable() const;
+    /// The signal that tells of its changes, as an index into the methods of the class; -1 for none.
+    int NotifySignal() const;
+    /// Null for none.
+    const PropertyAdapter* Adapter() const { return m_adapter; }
+
+private:
+    const QObject* m_object;
+    const QString m_name;
+    int m_index; ///< In the class; -1 for none.
+    const PropertyAdapter* m_adapter;
+};
+
 /// How one property of an object is read and written: through the object's class, as a dynamic property, or
 /// through an adapter. "visible" and "enabled" of a widget are its own setting, whatever its parents are.
 class BoundAccess
 {
 public:
     BoundAccess(const QObject* object, const QString& name);
-
-    /// Whether the object has the property, declared, dynamic or by an adapter.
-    static bool Exists(const QObject* object, const QString& name);
-    /// Whether it can be written; true for properties that the object does not have yet.
-    static bool IsWritable(const QObject* object, const QString& name);
-    /// The signal that tells of its changes, as an index into the methods of the class; -1 for none.
-    static int NotifySignal(const QObject* object, const QString& name);
 
     /// \a name is that given to the constructor, here as everywhere.
     QVariant Read(const QObject* object, const QString& name) const;
@@ -45,8 +61,6 @@ public:
     /// The image in that file; a null one, with \a problem, when it cannot be loaded. Invalid, with
     /// \a problem, for an empty path.
     static QVariant LoadImage(const QString& path, QString* problem);
-
-    const PropertyAdapter* Adapter() const { return m_adapter; }
 
 private:
     enum Kind : quint8

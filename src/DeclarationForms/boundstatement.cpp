@@ -8,12 +8,8 @@
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/watchedproperty.h"
 
-BoundStatement::BoundStatement(WatchedProperty* boundProperty, const QString& markedName)
-    : object(boundProperty->owner->object),
-      property(boundProperty),
-      name(boundProperty->name),
-      marked(markedName),
-      access(object, name)
+BoundStatement::BoundStatement(WatchedProperty* boundProperty)
+    : object(boundProperty->owner->object), property(boundProperty), name(boundProperty->name), access(object, name)
 {
 }
 
@@ -34,14 +30,18 @@ QVariant BoundStatement::Target(Faults* faults) const
 
 void BoundStatement::ReadFormat()
 {
-    const QString text = object->property(QtCompat::ToAscii(name) + "_format").toString();
+    const QByteArray formatName = QtCompat::ToAscii(name) + "_format";
+    QString text;
+    // Most objects have few dynamic properties, and their classes many others.
+    if (object->dynamicPropertyNames().contains(formatName))
+        text = object->property(formatName).toString();
     const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);
     format.reset(takesText ? new NumberFormat(text) : nullptr);
 }
 
 QLocale BoundStatement::Locale() const
 {
-    return object->isWidgetType() ? static_cast<const QWidget*>(object.data())->locale() : QLocale();
+    return object->isWidgetType() ? static_cast<const QWidget*>(object)->locale() : QLocale();
 }
 
 bool BoundStatement::Reads(const WatchedProperty* other) const

@@ -3,7 +3,6 @@
 
 #include <QLocale>
 #include <QObject>
-#include <QPointer>
 #include <QString>
 #include <QVariant>
 
@@ -21,7 +20,7 @@ struct WatchedProperty;
 class BoundStatement
 {
 public:
-    BoundStatement(WatchedProperty* boundProperty, const QString& markedName);
+    explicit BoundStatement(WatchedProperty* boundProperty);
 
     /// What the property would hold; the value itself, what Designer gave where there is none, an image for
     /// its path, or the text of a number by the format.
@@ -42,7 +41,7 @@ public:
     /// Whether it reads that property.
     bool Reads(const WatchedProperty* other) const;
 
-    QPointer<QObject> object;
+    QObject* object;           ///< Null once it is destroyed.
     WatchedProperty* property; ///< Null once it is not bound any more.
     QString name;              ///< Without marker.
     QString marked;

@@ -38,19 +38,20 @@ FormBinder::FormBinder(FormState* state, FormEdits* edits, FormDelivery* deliver
 bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
 {
     bool hasNoError = true;
-    QSet<QPair<QObject*, QString>> bound;
+    const QObject* object = nullptr;
+    QSet<QString> names; // Of this object, whose properties follow each other.
     for (const MarkedProperty& property : properties) {
         if (!property.object)
             continue;
-        const QPair<QObject*, QString> key(property.object, PropertyInfo::ToNormal(property.name));
-        const bool isConstant = ConstantMapParser::Parse(property.name, nullptr, nullptr);
-        bool isBound = false;
-        if (!isConstant && bound.contains(key))
+        if (property.object != object)
+            names.clear();
+        object = property.object;
+        const QString name = PropertyInfo::ToNormal(property.name);
+        const bool isDuplicate = names.contains(name);
+        names.insert(name);
+        if (isDuplicate)
             TellDuplicate(property);
-        else
-            isBound = Bind(property);
-        bound.insert(key);
-        hasNoError = hasNoError && isBound;
+        hasNoError = !isDuplicate && Bind(property) && hasNoError;
     }
     ResolveAgain();
     m_paths.Clear();
@@ -61,13 +62,15 @@ bool FormBinder::Bind(const MarkedProperty& property)
 {
     QString map;
     QString key;
-    if (property.object && IsText(property.text) && ConstantMapParser::Parse(property.name, &map, &key)) {
+    const bool hasIndex = property.name.contains(QLatin1Char('['));
+    if (hasIndex && property.object && IsText(property.text) && ConstantMapParser::Parse(property.name, &map, &key)) {
         PutConstant(property.object, map, key, property.text.toString());
         m_state.problems.RemoveFailed(property.object, property.name);
         return true;
     }
     const QString name = PropertyInfo::ToNormal(property.name);
-    if (!Check(property, name))
+    const PropertyShape shape(property.object, name);
+    if (!Check(property, name, shape))
         return false;
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
@@ -75,7 +78,7 @@ bool FormBinder::Bind(const MarkedProperty& property)
     const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
     if (!m_compiler.Compile(property.text.toString(), peer, m_state.package, isReadOnly, &compiled, &fault))
         return Fail(property, fault.kind, fault.reason, fault.place);
-    Install(property, name, &compiled);
+    Install(property, Prepare(property, name, shape), &compiled);
     return true;
 }
 
@@ -93,7 +96,7 @@ bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, co
 }
 
 /// Whether the declaration could be bound, whatever its statement.
-bool FormBinder::Check(const MarkedProperty& property, const QString& name)
+bool FormBinder::Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape)
 {
     if (!property.object)
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("there is no object to bind"));
@@ -101,15 +104,14 @@ bool FormBinder::Check(const MarkedProperty& property, const QString& name)
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("the name is not one behind a marker"));
     if (!IsText(property.text))
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("what it holds is no text"));
-    if (!BoundAccess::IsWritable(property.object, name))
+    if (!shape.IsWritable())
         return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
     return true;
 }
 
-void FormBinder::Install(const MarkedProperty& property, const QString& name, CompiledStatement* compiled)
+void FormBinder::Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled)
 {
     m_state.problems.RemoveFailed(property.object, property.name);
-    const Statement statement = Prepare(property, name);
     m_state.replaced.push_back(std::move(statement->compiled));
     statement->compiled = std::move(*compiled);
     const QString text = property.text.toString();
@@ -133,33 +135,34 @@ void FormBinder::Install(const MarkedProperty& property, const QString& name, Co
 }
 
 /// The statement of the property, which is bound from now on.
-FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name)
+FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name,
+                                          const PropertyShape& shape)
 {
     WatchedProperty* const watched = m_state.objects.Get(property.object, name);
     if (watched->statement)
         return watched->statement;
+    const Statement statement = std::make_shared<BoundStatement>(watched);
     if (!watched->wasBound) {
-        watched->isUnknown = !BoundAccess::Exists(property.object, name);
-        watched->original = BoundAccess(property.object, name).Read(property.object, name);
+        watched->isUnknown = !shape.Exists();
+        watched->original = statement->Read();
         watched->wasBound = true;
     }
-    const Statement statement = std::make_shared<BoundStatement>(watched, property.name);
     statement->place = ++m_state.lastPlace;
     watched->statement = statement;
     m_state.statements.push_back(statement);
     m_state.objects.CountBound(watched->owner, 1);
-    Watch(watched);
+    Watch(watched, shape);
     m_delivery.MarkReaders(*watched, nullptr);
     return statement;
 }
 
-void FormBinder::Watch(WatchedProperty* property)
+void FormBinder::Watch(WatchedProperty* property, const PropertyShape& shape)
 {
     if (property->slot >= 0 || property->isWatched)
         return;
     QObject* const object = property->owner->object;
-    property->slot = m_state.receiver.WatchChanges(property, BoundAccess::NotifySignal(object, property->name));
-    const PropertyAdapter* const adapter = AdapterRegistry::Find(object, property->name);
+    property->slot = m_state.receiver.WatchChanges(property, shape.NotifySignal());
+    const PropertyAdapter* const adapter = shape.Adapter();
     if (property->slot < 0 && adapter && adapter->watch) {
         property->isWatched = true;
         const QPointer<QObject> guarded = object;
@@ -185,8 +188,8 @@ void FormBinder::PutConstant(QObject* object, const QString& map, const QString&
     QVariantMap entries = object->property(name).toMap();
     entries.insert(key, value);
     object->setProperty(name, entries);
-    const WatchedObject* const watched = m_state.objects.Find(object);
-    if (const WatchedProperty* const property = watched ? FormObjects::Find(*watched, map) : nullptr)
+    WatchedObject* const watched = m_state.objects.Find(object);
+    if (const WatchedProperty* const property = watched ? FormObjects::Find(watched, map) : nullptr)
         m_delivery.MarkReaders(*property, nullptr);
 }
 
@@ -231,7 +234,7 @@ bool FormBinder::Resolve(const Statement& statement)
             continue;
         WatchedProperty* const property = m_state.objects.Get(object, name);
         FormObjects::AddReader(property, reference);
-        Watch(property);
+        Watch(property, PropertyShape(object, name));
     }
     TellPaths(statement);
     if (hasUnresolved)
@@ -311,14 +314,17 @@ void FormBinder::Unbind(const Statement& statement)
 void FormBinder::Forget(const WatchedObject* object)
 {
     const std::unique_ptr<WatchedObject> gone = m_state.objects.Take(object);
-    for (const std::unique_ptr<WatchedProperty>& property : gone->properties) {
-        property->slot = -1;
-        if (const Statement statement = property->statement)
-            Unbind(statement);
+    for (WatchedProperty& property : gone->properties) {
+        property.slot = -1;
+        const Statement statement = property.statement;
+        if (!statement)
+            continue;
+        Unbind(statement);
+        statement->object = nullptr;
     }
-    for (const std::unique_ptr<WatchedProperty>& property : gone->properties) {
-        while (!property->readers.empty()) {
-            FormProperty* const reader = property->readers.back();
+    for (const WatchedProperty& property : gone->properties) {
+        while (!property.readers.empty()) {
+            FormProperty* const reader = property.readers.back();
             const Statement statement = reader->Statement()->property->statement;
             FormObjects::RemoveReader(reader);
             TellPaths(statement);

@@ -19,6 +19,7 @@ class BoundStatement;
 class FormDelivery;
 class FormEdits;
 class FormState;
+class PropertyShape;
 struct MarkedProperty;
 struct WatchedObject;
 struct WatchedProperty;
@@ -49,10 +50,10 @@ public:
 private:
     bool Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
               const TextPlace& place = TextPlace(-1, 0));
-    bool Check(const MarkedProperty& property, const QString& name);
-    void Install(const MarkedProperty& property, const QString& name, CompiledStatement* compiled);
-    Statement Prepare(const MarkedProperty& property, const QString& name);
-    void Watch(WatchedProperty* property);
+    bool Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
+    Statement Prepare(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
+    void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled);
+    void Watch(WatchedProperty* property, const PropertyShape& shape);
     void Unwatch(WatchedProperty* property);
     void PutConstant(QObject* object, const QString& map, const QString& key, const QString& value);
 

@@ -93,7 +93,7 @@ void FormBinding::Update()
 QObject* FormBinding::EvaluatedObject()
 {
     const BoundStatement* const running = Evaluation::Running();
-    return running ? running->object.data() : nullptr;
+    return running ? running->object : nullptr;
 }
 
 QString FormBinding::EvaluatedProperty()

@@ -20,6 +20,16 @@ namespace {
 /// Behind those of an evaluation.
 const int FormatCause = EvaluationListener::InvalidKey + 1;
 
+bool ComesLater(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
+{
+    return left->rank > right->rank;
+}
+
+bool ComesBefore(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
+{
+    return left->rank < right->rank;
+}
+
 /// Puts a value into a variable for as long as it lives.
 template<typename Value>
 class Temporarily
@@ -76,8 +86,8 @@ void FormDelivery::Mark(const Statement& statement)
         return;
     statement->isDirty = true;
     if (m_number != 0 && statement->delivery != m_number) {
-        m_late.push_back({statement->rank, statement});
-        std::push_heap(m_late.begin(), m_late.end(), ComesLater);
+        m_queue.push_back(statement);
+        std::push_heap(m_queue.begin(), m_queue.end(), ComesLater);
         return;
     }
     m_waiting.push_back(statement);
@@ -99,13 +109,8 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
 void FormDelivery::MarkVariables()
 {
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
-        for (const FormVariable* const reader : variable->readers) {
-            // The delivery that asks takes what waits: it need not be scheduled.
-            if (reader->Statement()->isDirty)
-                continue;
-            reader->Statement()->isDirty = true;
-            m_waiting.push_back(reader->Statement()->property->statement);
-        }
+        for (const FormVariable* const reader : variable->readers)
+            Mark(reader->Statement()->property->statement);
     }
 }
 
@@ -116,48 +121,31 @@ void FormDelivery::Run(bool withVariables)
     if (withVariables)
         MarkVariables();
     const Temporarily<quint64> number(&m_number, ++m_lastNumber);
-    Arrange();
+    Statements outer;
+    outer.swap(m_sorted);
+    m_sorted.swap(m_waiting);
+    m_sorted.insert(m_sorted.end(), outer.begin(), outer.end());
+    if (std::is_sorted(m_sorted.begin(), m_sorted.end(), ComesBefore)) // As a rule.
+        std::reverse(m_sorted.begin(), m_sorted.end());
+    else
+        std::sort(m_sorted.begin(), m_sorted.end(), ComesLater);
     while (const Statement next = TakeNext())
         Evaluate(next);
 }
 
-/// A delivery inside another one takes over what is left of it.
-void FormDelivery::Arrange()
-{
-    for (; m_next < m_queue.size(); ++m_next)
-        m_waiting.push_back(std::move(m_queue[m_next].statement));
-    for (Waiting& late : m_late)
-        m_waiting.push_back(std::move(late.statement));
-    m_late.clear();
-    m_queue.clear();
-    m_next = 0;
-    for (Statement& statement : m_waiting)
-        m_queue.push_back({statement->rank, std::move(statement)});
-    m_waiting.clear();
-    const auto comesFirst = [](const Waiting& left, const Waiting& right) { return left.rank < right.rank; };
-    if (!std::is_sorted(m_queue.begin(), m_queue.end(), comesFirst))
-        std::sort(m_queue.begin(), m_queue.end(), comesFirst);
-}
-
 FormDelivery::Statement FormDelivery::TakeNext()
 {
-    while ((m_next < m_queue.size() || !m_late.empty()) && !m_state.isClosed) {
-        Statement next = TakeFirst();
+    while (!(m_queue.empty() && m_sorted.empty()) && !m_state.isClosed) {
+        const bool isAdded = m_sorted.empty() || (!m_queue.empty() && ComesLater(m_sorted.back(), m_queue.front()));
+        if (isAdded)
+            std::pop_heap(m_queue.begin(), m_queue.end(), ComesLater);
+        Statements& source = isAdded ? m_queue : m_sorted;
+        const Statement next = std::move(source.back());
+        source.pop_back();
         if (next->property && next->isDirty)
             return next;
     }
     return nullptr;
-}
-
-FormDelivery::Statement FormDelivery::TakeFirst()
-{
-    const bool hasQueued = m_next < m_queue.size();
-    if (hasQueued && (m_late.empty() || m_queue[m_next].rank <= m_late.front().rank))
-        return std::move(m_queue[m_next++].statement);
-    std::pop_heap(m_late.begin(), m_late.end(), ComesLater);
-    Statement first = std::move(m_late.back().statement);
-    m_late.pop_back();
-    return first;
 }
 
 void FormDelivery::UpdateOrder()
@@ -166,6 +154,8 @@ void FormDelivery::UpdateOrder()
         return;
     const bool hadCircles = m_state.order.HasCircles();
     m_state.order.Compute(m_state.statements);
+    std::make_heap(m_queue.begin(), m_queue.end(), ComesLater);
+    std::sort(m_sorted.begin(), m_sorted.end(), ComesLater);
     if (hadCircles || m_state.order.HasCircles())
         TellCircles();
 }
@@ -338,9 +328,9 @@ void FormDelivery::TellTaken(const Statement& statement, const QVariant& target,
 bool FormDelivery::WaitsForBound(const BoundStatement& statement) const
 {
     const auto& properties = statement.property->owner->properties;
-    return std::any_of(properties.begin(), properties.end(), [&statement](const auto& sibling) {
-        return sibling->statement && sibling->statement->isDirty && sibling->statement->Reads(statement.property)
-            && PropertyOrder::Bounds(sibling->name, statement.name);
+    return std::any_of(properties.begin(), properties.end(), [&statement](const WatchedProperty& sibling) {
+        return sibling.statement && sibling.statement->isDirty && sibling.statement->Reads(statement.property)
+            && PropertyOrder::Bounds(sibling.name, statement.name);
     });
 }
 
@@ -349,8 +339,8 @@ FormDelivery::Siblings FormDelivery::SiblingsOf(const BoundStatement& statement)
     Siblings siblings;
     if (statement.property->owner->boundCount < 2)
         return siblings;
-    for (const auto& property : statement.property->owner->properties) {
-        const Statement& sibling = property->statement;
+    for (const WatchedProperty& property : statement.property->owner->properties) {
+        const Statement& sibling = property.statement;
         if (sibling && sibling.get() != &statement && sibling->isShown)
             siblings.push_back({sibling, QVariant(), false});
     }
@@ -367,7 +357,7 @@ bool FormDelivery::HasCutSibling(const BoundStatement& statement) const
 {
     const auto& properties = statement.property->owner->properties;
     return std::any_of(properties.begin(), properties.end(),
-                       [](const auto& sibling) { return sibling->statement && sibling->statement->isCut; });
+                       [](const WatchedProperty& sibling) { return sibling.statement && sibling.statement->isCut; });
 }
 
 void FormDelivery::Settle(const Siblings& siblings, const BoundStatement& written, bool hasChanged)

@@ -38,6 +38,7 @@ public:
 
 private:
     typedef std::shared_ptr<BoundStatement> Statement;
+    typedef std::vector<Statement> Statements;
 
     /// Another statement of an object, before a property of that object is written.
     struct Sibling
@@ -48,20 +49,10 @@ private:
     };
     typedef std::vector<Sibling> Siblings;
 
-    /// With its rank, so that what waits is ordered without a look at each statement.
-    struct Waiting
-    {
-        int rank;
-        Statement statement;
-    };
-    static bool ComesLater(const Waiting& left, const Waiting& right) { return left.rank > right.rank; }
-
     void MarkVariables();
     void UpdateOrder();
     void TellCircles();
-    void Arrange();
     Statement TakeNext();
-    Statement TakeFirst();
 
     void Evaluate(const Statement& statement);
     void TellEvaluation(const Statement& statement, const Evaluation& evaluation);
@@ -81,10 +72,9 @@ private:
     FormEdits& m_edits;
     quint64 m_lastNumber = 0;
     quint64 m_number = 0; ///< Of the delivery that runs; 0 while none does.
-    std::vector<Statement> m_waiting;
-    std::vector<Waiting> m_queue; ///< Of the delivery that runs: from m_next on, in the order of reading.
-    std::size_t m_next = 0;
-    std::vector<Waiting> m_late; ///< A heap of those that were marked since then.
+    Statements m_waiting;
+    Statements m_sorted; ///< Of the delivery that runs, the next one last.
+    Statements m_queue;  ///< A heap, of what was marked since it began.
     const BoundStatement* m_writer = nullptr;
 };
 

@@ -74,7 +74,8 @@ void FormEdits::End(const std::shared_ptr<BoundStatement>& statement)
 
 void FormEdits::Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited)
 {
-    if (statement->isEdited == isEdited)
+    // It may have been unbound while its property was looked at.
+    if (statement->isEdited == isEdited || (isEdited && !statement->property))
         return;
     statement->isEdited = isEdited;
     m_count += isEdited ? 1 : -1;

@@ -63,8 +63,8 @@ void FormEngine::Start()
     const std::weak_ptr<FormEngine> engine = shared_from_this();
     m_state.adapterChange = [engine](QObject* object, const QString& name) {
         const std::shared_ptr<FormEngine> self = engine.lock();
-        const WatchedObject* const watched = self ? self->m_state.objects.Find(object) : nullptr;
-        if (WatchedProperty* const property = watched ? FormObjects::Find(*watched, name) : nullptr)
+        WatchedObject* const watched = self ? self->m_state.objects.Find(object) : nullptr;
+        if (WatchedProperty* const property = watched ? FormObjects::Find(watched, name) : nullptr)
             self->OnChanged(property);
     };
 }
@@ -234,10 +234,11 @@ void FormEngine::OnChanged(WatchedProperty* property)
     if (writer && writer == statement.get())
         return;
     m_delivery.MarkReaders(*property, writer);
-    if (statement)
-        statement->access.Mirror(statement->object, statement->name);
     const bool isOwn = writer && writer->property && writer->property->owner == property->owner;
-    if (statement && statement->isWritable && !isOwn && !m_translation.IsRunning())
+    if (!statement)
+        return;
+    statement->access.Mirror(statement->object, statement->name);
+    if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);
 }
 
@@ -248,7 +249,8 @@ void FormEngine::NoteEdit(const Statement& statement)
     const bool isEdited = RefreshEdit(statement);
     if (isEdited && statement->property) {
         const FormBinding::SavePolicy policy = SavePolicies::Of(statement->object, m_state.savePolicy);
-        const bool isFinished = policy == FormBinding::SaveOnEditingFinished && statement->property->isWatched;
+        const bool isFinished = policy == FormBinding::SaveOnEditingFinished
+            && (statement->property->isWatched || SavePolicies::IsConfirmedByChange(statement->object));
         if (policy == FormBinding::SaveAtOnce || isFinished)
             SaveByPolicy({statement});
         else if (policy == FormBinding::SaveOnEditingFinished)
@@ -271,7 +273,7 @@ void FormEngine::WatchFinish(WatchedObject* object)
     if (!object->finishedSlots.empty())
         return;
     for (const int signal : SavePolicies::FinishSignals(object->object))
-        object->finishedSlots.push_back(m_state.receiver.WatchFinish(object, signal));
+        object->finishedSlots.push_front(m_state.receiver.WatchFinish(object, signal));
 }
 
 void FormEngine::OnFinished(WatchedObject* object)
@@ -292,9 +294,9 @@ void FormEngine::SaveFinished(QObject* object)
     if (!watched || m_translation.IsRunning())
         return;
     std::vector<Statement> statements;
-    for (const auto& property : watched->properties) {
-        if (property->statement && property->statement->isWritable)
-            statements.push_back(property->statement);
+    for (const WatchedProperty& property : watched->properties) {
+        if (property.statement && property.statement->isWritable)
+            statements.push_back(property.statement);
     }
     std::vector<Statement> edited;
     for (const Statement& statement : statements) {
@@ -348,9 +350,9 @@ void FormEngine::OnLocaleChange(QObject* object)
     const WatchedObject* const watched = m_state.objects.Find(object);
     if (!watched)
         return;
-    for (const auto& property : watched->properties) {
-        if (property->statement && property->statement->format)
-            m_delivery.Mark(property->statement);
+    for (const WatchedProperty& property : watched->properties) {
+        if (property.statement && property.statement->format)
+            m_delivery.Mark(property.statement);
     }
 }
 

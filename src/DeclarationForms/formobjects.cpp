@@ -11,11 +11,11 @@ WatchedObject* FormObjects::Find(const QObject* object) const
     return found == m_objects.end() ? nullptr : found->second.get();
 }
 
-WatchedProperty* FormObjects::Find(const WatchedObject& object, const QString& name)
+WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
 {
-    for (const std::unique_ptr<WatchedProperty>& property : object.properties) {
-        if (property->name == name)
-            return property.get();
+    for (WatchedProperty& property : object->properties) {
+        if (property.name == name)
+            return &property;
     }
     return nullptr;
 }
@@ -28,13 +28,15 @@ WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
         watched->object = object;
         watched->destroyedSlot = m_receiver->WatchDestruction(watched.get());
     }
-    if (WatchedProperty* const known = Find(*watched, name))
-        return known;
-    std::unique_ptr<WatchedProperty> property(new WatchedProperty);
-    property->owner = watched.get();
-    property->name = Share(name);
-    watched->properties.push_back(std::move(property));
-    return watched->properties.back().get();
+    auto last = watched->properties.before_begin();
+    for (auto it = watched->properties.begin(); it != watched->properties.end(); last = it++) {
+        if (it->name == name)
+            return &*it;
+    }
+    WatchedProperty& property = *watched->properties.emplace_after(last);
+    property.owner = watched.get();
+    property.name = Share(name);
+    return &property;
 }
 
 std::unique_ptr<WatchedObject> FormObjects::Take(const WatchedObject* object)
@@ -42,8 +44,8 @@ std::unique_ptr<WatchedObject> FormObjects::Take(const WatchedObject* object)
     const auto found = m_objects.find(object->object);
     std::unique_ptr<WatchedObject> taken = std::move(found->second);
     m_objects.erase(found);
-    for (const std::unique_ptr<WatchedProperty>& property : taken->properties)
-        m_receiver->Forget(property->slot);
+    for (const WatchedProperty& property : taken->properties)
+        m_receiver->Forget(property.slot);
     for (const int slot : taken->finishedSlots)
         m_receiver->Forget(slot);
     m_receiver->Forget(taken->destroyedSlot);

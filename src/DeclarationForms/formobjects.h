@@ -24,7 +24,7 @@ public:
     /// The property, which is among them from now on.
     WatchedProperty* Get(QObject* object, const QString& name);
     /// Null for one that is not among them.
-    static WatchedProperty* Find(const WatchedObject& object, const QString& name);
+    static WatchedProperty* Find(WatchedObject* object, const QString& name);
     /// Takes the object out; what refers to its properties must not any more.
     std::unique_ptr<WatchedObject> Take(const WatchedObject* object);
 

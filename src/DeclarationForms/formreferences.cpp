@@ -44,11 +44,6 @@ StoreReport::~StoreReport()
     currentReport = m_outer;
 }
 
-StoreReport* StoreReport::Current()
-{
-    return currentReport;
-}
-
 FormVariable::FormVariable(const std::shared_ptr<WatchedVariable>& variable, bool readOnly)
     : Expression(readOnly), m_variable(variable)
 {

@@ -24,8 +24,6 @@ public:
     StoreReport();
     ~StoreReport();
 
-    static StoreReport* Current();
-
     QString refusal; ///< Why a destination did not take the value; empty otherwise.
     std::vector<std::shared_ptr<BoundStatement>> written; ///< Whose properties were written.
 

@@ -36,8 +36,8 @@ FormState::Statements FormState::In(const QObject* scope) const
 
 std::shared_ptr<BoundStatement> FormState::Find(const QObject* object, const QString& name) const
 {
-    const WatchedObject* const watched = objects.Find(object);
-    const WatchedProperty* const property = watched ? FormObjects::Find(*watched, name) : nullptr;
+    WatchedObject* const watched = objects.Find(object);
+    const WatchedProperty* const property = watched ? FormObjects::Find(watched, name) : nullptr;
     return property ? property->statement : nullptr;
 }
 

@@ -171,9 +171,9 @@ private:
         }
         if (level == WithReferences || statement.property->owner->boundCount < 2)
             return;
-        for (const std::unique_ptr<WatchedProperty>& sibling : statement.property->owner->properties) {
-            if (sibling->statement && PropertyOrder::Bounds(sibling->name, statement.name))
-                AddEdge(node, *sibling->statement, graph);
+        for (const WatchedProperty& sibling : statement.property->owner->properties) {
+            if (sibling.statement && PropertyOrder::Bounds(sibling.name, statement.name))
+                AddEdge(node, *sibling.statement, graph);
         }
     }
 
@@ -192,9 +192,9 @@ private:
         if (!inserted.second)
             return;
         graph->emplace_back();
-        for (const std::unique_ptr<WatchedProperty>& property : object.properties) {
-            if (property->statement)
-                AddEdge(inserted.first->second, *property->statement, graph);
+        for (const WatchedProperty& property : object.properties) {
+            if (property.statement)
+                AddEdge(inserted.first->second, *property.statement, graph);
         }
     }
 
@@ -247,7 +247,7 @@ void ReadingOrder::Append(BoundStatement* statement)
 {
     const WatchedObject& object = *statement->property->owner;
     const bool isRead = std::any_of(object.properties.begin(), object.properties.end(),
-                                    [](const auto& property) { return !property->readers.empty(); });
+                                    [](const WatchedProperty& property) { return !property.readers.empty(); });
     if (isRead || object.boundCount > 1)
         m_isValid = false;
     statement->rank = ++m_lastRank;

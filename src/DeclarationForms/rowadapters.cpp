@@ -129,7 +129,7 @@ bool AddLists(const QVariantList& list, Content* content)
         QVariantList cells;
         if (!AdapterValues::ToList(entry, &cells) || cells.count() > MaxColumns || !AreCells(cells))
             return false;
-        content->columns = qMax(content->columns, cells.count());
+        content->columns = qMax(content->columns, static_cast<int>(cells.count()));
         if (content->columns * (content->rows.count() + 1) > MaxCells)
             return false;
         content->rows.append({cells, QVariant()});
@@ -148,7 +148,7 @@ bool ToContent(const QVariant& value, const QAbstractItemView& view, Content* co
         content->columns = view.model()->columnCount();
     if (!content->areMaps && !AddLists(list, content))
         return false;
-    content->columns = qMax(content->columns, given.count());
+    content->columns = qMax(content->columns, static_cast<int>(given.count()));
     if (content->areMaps) {
         const QStringList keys = given.isEmpty() ? KeysOf(list) : given;
         content->labels = given.isEmpty() ? keys : QStringList();

@@ -2,6 +2,7 @@
 
 #include <QMetaMethod>
 #include <QVariant>
+#include <QWidget>
 
 #include "DeclarationForms/formlog.h"
 
@@ -59,6 +60,14 @@ std::vector<int> SavePolicies::FinishSignals(const QObject* object)
             found.push_back(index);
     }
     return found;
+}
+
+bool SavePolicies::IsConfirmedByChange(const QObject* object)
+{
+    if (!FinishSignals(object).empty())
+        return false;
+    const QWidget* const widget = object->isWidgetType() ? static_cast<const QWidget*>(object) : nullptr;
+    return !widget || widget->focusPolicy() == Qt::NoFocus || widget->focusProxy();
 }
 
 bool SavePolicies::TellsOfLeaving(const QObject* object)

@@ -20,6 +20,9 @@ std::vector<int> FinishSignals(const QObject* object);
 /// Whether the object tells by itself when it is left.
 bool TellsOfLeaving(const QObject* object);
 
+/// Whether each change counts as confirmed, since the user neither confirms the object nor leaves it.
+bool IsConfirmedByChange(const QObject* object);
+
 } // namespace SavePolicies
 
 #endif

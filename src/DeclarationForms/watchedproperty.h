@@ -5,6 +5,7 @@
 #include <QString>
 #include <QVariant>
 
+#include <forward_list>
 #include <memory>
 #include <vector>
 
@@ -34,9 +35,9 @@ struct WatchedProperty
 struct WatchedObject
 {
     QObject* object;
-    std::vector<std::unique_ptr<WatchedProperty>> properties;
+    std::forward_list<WatchedProperty> properties;
     int destroyedSlot = -1;
-    std::vector<int> finishedSlots; ///< For the signals with which editing ends.
+    std::forward_list<int> finishedSlots; ///< For the signals with which editing ends.
     int boundCount = 0;
 };
 
