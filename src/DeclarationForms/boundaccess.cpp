@@ -7,6 +7,8 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <cmath>
+
 #include "Common/qtcompat.h"
 #include "DeclarationForms/adapterregistry.h"
 #include "DeclarationForms/formvalues.h"
@@ -14,6 +16,8 @@
 namespace {
 
 const QLatin1String NoImage("::empty");
+/// Of a number to its decimals: a half, and what a double makes of it.
+const double LargestRounding = 0.51;
 
 int IndexOf(const QObject* object, const QString& name)
 {
@@ -113,9 +117,12 @@ bool BoundAccess::Holds(const QObject* object, const QString& name, const QVaria
 {
     if (FormValues::Holds(held, written))
         return true;
-    if (held.userType() == QMetaType::Double)
-        return FormValues::Holds(held, written, DecimalsOf(object));
-    if (written.userType() != QMetaType::QString)
+    if (held.userType() == QMetaType::Double) {
+        const bool isNear = std::abs(held.toDouble() - written.toDouble()) < LargestRounding;
+        return isNear && FormValues::Holds(held, written, DecimalsOf(object));
+    }
+    // A text is no enumerator, whose property holds a number.
+    if (written.userType() != QMetaType::QString || held.userType() == QMetaType::QString)
         return false;
     const QVariant enumerator = EnumeratorOf(object, name, written.toString());
     return enumerator.isValid() && held.toInt() == enumerator.toInt();

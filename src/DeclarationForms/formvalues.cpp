@@ -173,6 +173,8 @@ bool FormValues::AreEqual(const QVariant& left, const QVariant& right)
     case QMetaType::QString:
         return left.toString() == right.toString();
     case QMetaType::Double:
+        return AreEqualFractions(*static_cast<const double*>(left.constData()),
+                                 *static_cast<const double*>(right.constData()));
     case QMetaType::Float:
         return AreEqualFractions(left.toDouble(), right.toDouble());
     case QMetaType::QPixmap:
