@@ -46,6 +46,48 @@ QByteArray Form(const QByteArray& name, const QByteArray& statement, const QByte
         + "\" stdset=\"0\"><string>" + statement + "</string></property></widget></ui>";
 }
 
+/// What a cell of a table says: the content of its code span, or its text.
+QString Content(const QString& cell)
+{
+    const QRegularExpressionMatch span = QRegularExpression("^(`+)( ?)(.*)\\2\\1$").match(cell.trimmed());
+    return span.hasMatch() ? span.captured(3) : cell.trimmed();
+}
+
+/// The tables of the language's documentation: the variables, and the trap that each statement is.
+struct LanguageTables
+{
+    JsonData variables;
+    QVector<QPair<QString, QString>> traps; ///< Statements, with the check that finds them.
+
+    bool Read()
+    {
+        QFile document(LANGUAGE_DOCUMENT);
+        if (!document.open(QIODevice::ReadOnly))
+            return false;
+        QString header;
+        const QStringList lines = QString::fromUtf8(document.readAll()).split('\n');
+        for (const QString& line : lines) {
+            const QStringList cells = line.split('|');
+            header = cells.size() < 3 ? QString() : header.isEmpty() ? line : header;
+            if (header.isEmpty() || line == header || line.startsWith("|--"))
+                continue;
+            if (header.startsWith("| Variable"))
+                AddVariable(Content(cells.at(1)), Content(cells.at(2)));
+            else if (header.endsWith("| Check |"))
+                // A statement may hold the character between the cells.
+                traps.append({Content(line.section(" | ", 0, 0).mid(1)), Content(cells.at(cells.size() - 2))});
+        }
+        return true;
+    }
+
+private:
+    void AddVariable(QString name, const QString& value)
+    {
+        QString error;
+        variables.Assign(name.remove('@') + '=' + value, QString(), &error);
+    }
+};
+
 } // namespace
 
 class tst_Tools : public QObject
@@ -260,6 +302,35 @@ private Q_SLOTS:
             expressions += diagnosis.HasExpression() ? 1 : 0;
         }
         QVERIFY2(expressions >= 30, "too few examples");
+    }
+
+    /// Each trap in the language's documentation is found by the check that is named there, and what is right is
+    /// left alone.
+    void DocumentedTraps()
+    {
+        LanguageTables tables;
+        QVERIFY(tables.Read());
+        const QTemporaryDir folder;
+        QByteArray form = "<ui><widget class='QWidget' name='top'>\n";
+        for (const auto& trap : qAsConst(tables.traps))
+            form += "<widget class='QLabel'><property name='~toolTip'><string>" + trap.first.toHtmlEscaped().toUtf8()
+                + "</string></property></widget>\n";
+        QString error;
+        QVERIFY(tables.variables.Write(folder.filePath("data.json"), &error));
+        const QString file = Written(folder, form + "</widget></ui>");
+        const Run run = RunTool(DECLCHECK, {file, "--data", folder.filePath("data.json"), "--format", "json"});
+        QVector<QStringList> found(tables.traps.size());
+        for (const QJsonValue finding : QJsonDocument::fromJson(run.output.toUtf8()).array())
+            found[finding["line"].toInt() - 2].append(finding["check"].toString());
+        for (int i = 0; i < found.size(); ++i) {
+            const QString check = tables.traps.at(i).second;
+            const QString statement = tables.traps.at(i).first;
+            if (statement.contains("nothing") && check != "unknown-variable")
+                found[i].removeAll("unknown-variable");
+            const bool isRight = check.isEmpty() ? found.at(i).isEmpty() : found.at(i).contains(check);
+            QVERIFY2(isRight, qPrintable(statement + ": " + found.at(i).join(", ")));
+        }
+        QVERIFY(tables.traps.size() >= 70);
     }
 
     void DataKeepTheirOrder()

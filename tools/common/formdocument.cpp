@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
@@ -243,29 +244,59 @@ void FormDocument::ReadProperty(QXmlStreamReader* reader)
     property.namePlace = AttributePlace(*reader, "name");
     property.textPlace = property.namePlace;
     property.isText = false;
-    while (reader->readNextStartElement()) {
-        property.isText = reader->name() == "string";
-        if (!property.isText) {
-            reader->skipCurrentElement();
-            continue;
-        }
-        const int start = int(reader->characterOffset());
-        property.text = reader->readElementText(QXmlStreamReader::SkipChildElements);
-        const int end = m_source.lastIndexOf('<', int(reader->characterOffset()) - 1);
-        property.textPlace = {start, qMax(0, end - start)};
-    }
+    while (reader->readNextStartElement())
+        ReadValue(reader, &property);
     if (!m_open.isEmpty() && m_open.last() >= 0)
         m_objects[m_open.last()].properties.append(property);
+    else
+        AddStray(property);
+}
+
+void FormDocument::ReadValue(QXmlStreamReader* reader, FormProperty* property) const
+{
+    static const QSet<QString> words{"number", "double", "bool", "enum", "cstring"};
+    property->element = reader->name().toString();
+    property->isText = property->element == "string";
+    if (words.contains(property->element))
+        property->content = reader->readElementText(QXmlStreamReader::SkipChildElements).trimmed();
+    if (words.contains(property->element))
+        return;
+    if (!property->isText)
+        return reader->skipCurrentElement();
+    const int start = int(reader->characterOffset());
+    property->text = reader->readElementText(QXmlStreamReader::SkipChildElements);
+    const int end = m_source.lastIndexOf('<', int(reader->characterOffset()) - 1);
+    property->textPlace = {start, qMax(0, end - start)};
+}
+
+/// A property of something that becomes no object, such as an item.
+void FormDocument::AddStray(const FormProperty& property)
+{
+    const int object = EnclosingObject();
+    if (object < 0)
+        return;
+    m_objects[object].strays.append(property);
+    if (property.name == "text" && property.isText && m_open.size() > 1 && m_open.at(m_open.size() - 2) == object)
+        m_objects[object].items.append(property.text);
 }
 
 void FormDocument::ReadAttribute(QXmlStreamReader* reader)
 {
-    const bool isGroup = reader->attributes().value("name") == "buttonGroup";
+    FormProperty attribute;
+    attribute.name = reader->attributes().value("name").toString();
+    attribute.namePlace = AttributePlace(*reader, "name");
+    attribute.textPlace = attribute.namePlace;
+    attribute.isText = false;
+    const int object = m_open.isEmpty() ? -1 : m_open.last();
     while (reader->readNextStartElement()) {
-        const QString text = reader->readElementText(QXmlStreamReader::SkipChildElements);
-        if (isGroup && !m_open.isEmpty() && m_open.last() >= 0)
-            m_objects[m_open.last()].buttonGroup = text;
+        attribute.element = reader->name().toString();
+        attribute.text = reader->readElementText(QXmlStreamReader::SkipChildElements);
     }
+    if (object < 0)
+        return;
+    if (attribute.name == "buttonGroup")
+        m_objects[object].buttonGroup = attribute.text;
+    m_objects[object].strays.append(attribute);
 }
 
 void FormDocument::ReadCustomWidget(QXmlStreamReader* reader)

@@ -2,7 +2,7 @@
 #define FORMDOCUMENT_H
 
 #include <QHash>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include "common/statementtokens.h"
@@ -15,6 +15,8 @@ struct FormProperty
     QString name;
     QString text;        ///< Of a property that holds a text.
     bool isText;         ///< Whether it does.
+    QString element;     ///< What its value stands in, such as "number"; empty when there is none.
+    QString content;     ///< Of a value of another kind that is one word, such as a number.
     TextPlace namePlace; ///< In the source.
     TextPlace textPlace; ///< In the source, where entities make it longer.
 };
@@ -38,6 +40,8 @@ struct FormObject
     int parent;          ///< Its number, or -1.
     QString buttonGroup; ///< The name of the group that a button belongs to.
     QVector<FormProperty> properties;
+    QVector<FormProperty> strays; ///< Of its items, spacers and attributes, which no object has.
+    QStringList items;            ///< The texts of its items, such as those of a combo box.
 };
 
 /// Where something stands in the source, both counted from 1.
@@ -70,6 +74,8 @@ private:
     void ReadStart(QXmlStreamReader* reader);
     void AddObject(const QXmlStreamReader& reader, FormObject::Kind kind);
     void ReadProperty(QXmlStreamReader* reader);
+    void ReadValue(QXmlStreamReader* reader, FormProperty* property) const;
+    void AddStray(const FormProperty& property);
     void ReadAttribute(QXmlStreamReader* reader);
     void ReadCustomWidget(QXmlStreamReader* reader);
     TextPlace AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;

@@ -2,12 +2,15 @@
 
 #include <QMap>
 #include <QMetaProperty>
+#include <QRegularExpression>
 
 #include <algorithm>
 
 #include "DataLayer/variableidentifier.h"
+#include "common/knownvariables.h"
 #include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
+#include "declcheck/propertytrial.h"
 
 namespace {
 
@@ -156,18 +159,132 @@ void FormChecker::CheckStatement(int number)
     m_reported = 0;
     const Declaration& declaration = m_declarations.at(number);
     CheckBoundProperty(declaration);
-    const QVector<StatementFinding> findings = StatementChecks(declaration.diagnosis, m_options).Run();
-    for (const StatementFinding& finding : findings)
-        Report(finding.check, finding.message, declaration, finding.place);
+    const StatementTypes types(declaration.diagnosis.Tree(),
+                               [&](const Reference& reference) { return TypeOf(declaration, reference); });
+    const QVector<StatementFinding> findings = StatementChecks(declaration.diagnosis, types, m_options).Run();
+    QSet<int> objects;
+    const QVector<StatementToken>& tokens = declaration.diagnosis.Tokens().Tokens();
+    for (const StatementToken& token : tokens) {
+        const bool isTold = std::any_of(findings.begin(), findings.end(), [&](const StatementFinding& finding) {
+            return finding.check == Check::KeywordCase && finding.place.offset == token.place.offset;
+        });
+        if (!isTold && CheckObjectAsPackage(declaration, token))
+            objects.insert(token.reference.namePlace.offset);
+    }
+    for (const StatementFinding& finding : findings) {
+        if (finding.check != Check::UnknownVariable || !objects.contains(finding.place.offset))
+            Report(finding.check, finding.message, declaration, finding.place);
+    }
+    CheckReferences(number);
+    if (!declaration.diagnosis.HasExpression())
+        return;
+    if (declaration.diagnosis.Messages().isEmpty())
+        CheckValue(declaration, types);
+    if (PropertyInfo::IsMutable(declaration.property->name))
+        CheckStore(declaration);
+}
 
+void FormChecker::CheckReferences(int number)
+{
+    const Declaration& declaration = m_declarations.at(number);
     const int read = declaration.diagnosis.HasExpression() ? declaration.diagnosis.Tree().TokenCount() : 0;
     const QVector<StatementToken>& tokens = declaration.diagnosis.Tokens().Tokens();
     for (int i = 0; i < tokens.size(); ++i) {
         if (tokens.at(i).type == Token::TT_VARIABLE && tokens.at(i).reference.IsProperty())
             CheckReference(number, tokens.at(i), i < read);
     }
-    if (PropertyInfo::IsMutable(declaration.property->name) && declaration.diagnosis.HasExpression())
-        CheckStore(declaration);
+}
+
+/// Whether a reference takes an object of the form for a package. An object that has the property is asked for,
+/// since packages have names of their own.
+bool FormChecker::CheckObjectAsPackage(const Declaration& declaration, const StatementToken& token)
+{
+    static const QRegularExpression separator("[\\\\.]");
+    const Reference& reference = token.reference;
+    if (token.type != Token::TT_VARIABLE || !reference.hasPackage || reference.IsProperty()
+        || (m_options.variables && m_options.variables->Find(reference.package, reference.name)))
+        return false;
+    const QString name = reference.package.section(separator, -1, -1, QString::SectionSkipEmpty);
+    const bool isTop = name == m_form.Top()->objectName();
+    QObject* const object = isTop ? m_form.Top() : m_form.Find(m_form.Top(), name);
+    if (name.isEmpty() || !object || !HasProperty(object, reference.name))
+        return false;
+    Report(Check::ObjectAsPackage,
+           QString("\"%1\" is the name of a package here; the object's property is \"@TopWidget%2:%3\"")
+               .arg(reference.package, isTop ? QString() : '\\' + name, reference.name),
+           declaration, token.place);
+    return true;
+}
+
+/// What becomes of the value in the bound property.
+void FormChecker::CheckValue(const Declaration& declaration, const StatementTypes& types)
+{
+    QObject* const object = m_form.Object(declaration.object);
+    const int root = declaration.diagnosis.Tree().Root();
+    const ValueType& type = types.Of(root);
+    const QMetaProperty property = object ? MetaProperty(object, declaration.name) : QMetaProperty();
+    if (!property.isValid() || !property.isWritable() || declaration.name == "pixmap"
+        || declaration.name == "statusIcon")
+        return;
+    // An unknown text that spells no number is as good as any other.
+    const bool isSomeText = !type.isKnown && type.spellsNoNumber && property.userType() < QMetaType::QString;
+    const QVariant value = isSomeText ? QVariant("a text") : type.isKnown ? type.value : QVariant();
+    const QString refusal = PropertyTrial::Refusal(property, value);
+    if (refusal.isEmpty())
+        return CheckRange(declaration, type);
+    const TextPlace all(0, declaration.property->text.size());
+    Report(Check::ValueType,
+           QString("\"%1\" of %2 cannot take %3: %4")
+               .arg(declaration.name, Describe(object),
+                    isSomeText            ? "a text that spells no number"
+                        : type.isConstant ? QString(JsonData::ValueToJson(value))
+                                          : "what the data give, " + QString(JsonData::ValueToJson(value)),
+                    refusal),
+           declaration, all);
+}
+
+void FormChecker::CheckRange(const Declaration& declaration, const ValueType& type)
+{
+    const FormObject& object = m_document.Objects().at(declaration.object);
+    const bool isMadeUp = !m_form.ReplacedBy(declaration.object).isEmpty();
+    if (object.kind != FormObject::Widget || isMadeUp || !type.isKnown || !type.value.isValid()
+        || IsLimitBound(declaration))
+        return;
+    PropertyTrial trial(object, m_form.MadeAs(declaration.object));
+    // Data are examples, and a limit that no form states may be the host's.
+    if (!type.isConstant && !trial.StatesLimit(declaration.name))
+        return;
+    const QString replacement = trial.Replacement(declaration.name, type.value);
+    if (!replacement.isEmpty())
+        Report(Check::ValueRange,
+               QString("\"%1\" of %2 %3").arg(declaration.name, object.className + '#' + object.name, replacement),
+               declaration, TextPlace(0, declaration.property->text.size()));
+}
+
+/// Whether a statement moves one of the limits.
+bool FormChecker::IsLimitBound(const Declaration& declaration) const
+{
+    const QStringList limits = PropertyTrial::LimitsOf(declaration.name);
+    return std::any_of(limits.begin(), limits.end(), [&](const QString& limit) {
+        return m_writers.contains(Target(m_form.Object(declaration.object), limit));
+    });
+}
+
+ValueType FormChecker::TypeOf(const Declaration& declaration, const Reference& reference) const
+{
+    if (!reference.IsProperty())
+        return TypeOfVariable(reference, m_options);
+    QObject* object = StartOf(declaration, reference.path.first());
+    for (int i = 1; object && i < reference.path.size(); ++i)
+        object = m_form.Find(object, reference.path.at(i));
+    const QMetaProperty property = object ? MetaProperty(object, reference.name) : QMetaProperty();
+    if (!property.isValid() || property.isEnumType())
+        return ValueType();
+    ValueType type;
+    type.kinds = ValueType::KindOf(QVariant(property.userType(), nullptr));
+    if (type.kinds == ValueType::Missing || type.kinds == ValueType::Other)
+        type.kinds = ValueType::Any;
+    return type;
 }
 
 void FormChecker::CheckBoundProperty(const Declaration& declaration)

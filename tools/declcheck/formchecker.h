@@ -3,9 +3,9 @@
 
 #include <QPair>
 
+#include "common/statementchecks.h"
 #include "declcheck/finding.h"
 #include "declcheck/forminstance.h"
-#include "declcheck/statementchecks.h"
 
 /// A data variable that a form reads.
 struct VariableUse
@@ -62,6 +62,12 @@ private:
     void NoteDeclared(int object, const FormProperty& property, const Target& target);
     void CheckClass(int object);
     void CheckStatement(int number);
+    ValueType TypeOf(const Declaration& declaration, const Reference& reference) const;
+    void CheckReferences(int number);
+    void CheckValue(const Declaration& declaration, const StatementTypes& types);
+    void CheckRange(const Declaration& declaration, const ValueType& type);
+    bool IsLimitBound(const Declaration& declaration) const;
+    bool CheckObjectAsPackage(const Declaration& declaration, const StatementToken& token);
     void CheckBoundProperty(const Declaration& declaration);
     void CheckReference(int number, const StatementToken& token, bool isRead);
     QObject* Resolve(const Declaration& declaration, const Reference& reference);

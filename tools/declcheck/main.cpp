@@ -8,7 +8,7 @@
 #include <cstdio>
 #include <unistd.h>
 
-#include "declcheck/knownvariables.h"
+#include "common/knownvariables.h"
 #include "declcheck/report.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "declcheck/knownvariables.h"
+#include "common/knownvariables.h"
 
 KnownVariables::KnownVariables(const JsonData& data) : m_data(data)
 {

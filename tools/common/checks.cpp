@@ -1,4 +1,4 @@
-#include "declcheck/finding.h"
+#include "common/checks.h"
 
 const QVector<CheckInfo>& AllChecks()
 {
@@ -35,6 +35,28 @@ const QVector<CheckInfo>& AllChecks()
          "The data do not have the variable that a statement reads."},
         {Check::UnknownClass, Severity::Warning, "unknown-class",
          "The class of a widget or layout is neither known nor declared in the form."},
+        {Check::IntegerSum, Severity::Warning, "integer-sum", "A plus between whole numbers has no value."},
+        {Check::LiteralDigits, Severity::Warning, "literal-digits", "A number literal keeps six digits only."},
+        {Check::LiteralLeft, Severity::Warning, "literal-left",
+         "A literal on the left of an equality decides how the values are compared."},
+        {Check::FractionTruth, Severity::Warning, "fraction-truth", "A number is rounded for its truth value."},
+        {Check::TextTruth, Severity::Warning, "text-truth", "A text that is not empty, 0 or false counts as true."},
+        {Check::PrefixReach, Severity::Warning, "prefix-reach",
+         "A prefix operator reaches over the operators behind its operand."},
+        {Check::ChainedComparison, Severity::Warning, "chained-comparison",
+         "The truth value of a comparison is compared as a number."},
+        {Check::ConstantCondition, Severity::Warning, "constant-condition", "A condition has always the same value."},
+        {Check::UnusedReference, Severity::Warning, "unused-reference", "The value of a reference is never used."},
+        {Check::MissingElement, Severity::Warning, "missing-element",
+         "A subscript or member leads to no element of the list or map."},
+        {Check::ForeignOperator, Severity::Error, "foreign-operator", "The language does not have this operator."},
+        {Check::DotInName, Severity::Warning, "dot-in-name", "A dot belongs to the name or number beside it."},
+        {Check::SelectorPlace, Severity::Warning, "selector-place", "No selector follows or holds parentheses."},
+        {Check::Escape, Severity::Warning, "escape", "There are no escapes in quotes."},
+        {Check::ObjectAsPackage, Severity::Warning, "object-as-package",
+         "A reference that names an object of the form reads a data variable."},
+        {Check::ValueType, Severity::Error, "value-type", "The bound property cannot take the value."},
+        {Check::ValueRange, Severity::Warning, "value-range", "The bound property takes another value in its place."},
     };
     return checks;
 }
