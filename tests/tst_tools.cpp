@@ -175,6 +175,9 @@ private Q_SLOTS:
         QTest::newRow("empty") << QByteArray() << none << 2 << ":1:1: Premature end of document.";
         QTest::newRow("cut off") << Form("~text", "a").chopped(20) << none << 2 << ":1:";
         QTest::newRow("garbage") << QByteArray("\0\xff\xfe<\x01>&", 7) << none << 2 << ":1:";
+        QTest::newRow("invalid UTF-8") << Form("~text", "'\xc3('") << none << 2 << ":1:96: The text is no UTF-8.";
+        QTest::newRow("a text of bytes") << Form("~text", "a").replace("string", "cstring") << none << 1
+                                         << ":1:69: error: \"~text\" holds no text of the type";
         QTest::newRow("no form") << QByteArray("<html/>") << none << 2 << ":1:8: No form";
         QTest::newRow("unknown check") << Form("~text", "a") << QStringList{"--disable", "minus"} << 2 << "";
         QTest::newRow("no data") << Form("~text", "a") << QStringList{"--data", "nowhere.json"} << 2 << "";

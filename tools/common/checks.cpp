@@ -57,6 +57,8 @@ const QVector<CheckInfo>& AllChecks()
          "A reference that names an object of the form reads a data variable."},
         {Check::ValueType, Severity::Error, "value-type", "The bound property cannot take the value."},
         {Check::ValueRange, Severity::Warning, "value-range", "The bound property takes another value in its place."},
+        {Check::NeverBound, Severity::Warning, "never-bound",
+         "A marked property of an item, a spacer or an attribute never becomes a statement."},
     };
     return checks;
 }

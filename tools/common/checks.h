@@ -47,7 +47,8 @@ enum class Check
     Escape,
     ObjectAsPackage,
     ValueType,
-    ValueRange
+    ValueRange,
+    NeverBound
 };
 
 enum class Severity

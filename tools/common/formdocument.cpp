@@ -144,7 +144,15 @@ bool FormDocument::Read(const QString& fileName, QString* error)
 
 bool FormDocument::Parse(const QByteArray& content, const QString& fileName, QString* error)
 {
-    SetSource(content);
+    if (!SetSource(content)) {
+        const Position position = PositionOf(m_source.indexOf(QChar::ReplacementCharacter));
+        *error = QString("%1:%2:%3: The text is no %4.")
+                     .arg(fileName)
+                     .arg(position.line)
+                     .arg(position.column)
+                     .arg(QString::fromLatin1(CodecOf(content)->name()));
+        return false;
+    }
     QXmlStreamReader reader(m_source);
     ReadElements(&reader);
     if (!reader.hasError() && (m_objects.isEmpty() || m_objects.first().kind != FormObject::Widget))
@@ -178,10 +186,12 @@ TextPlace FormDocument::SourcePlace(const FormProperty& property, const TextPlac
     return {start, m_map.at(place.End()) - start};
 }
 
-void FormDocument::SetSource(const QByteArray& content)
+/// False for a text that its encoding does not allow.
+bool FormDocument::SetSource(const QByteArray& content)
 {
     *this = FormDocument();
-    m_source = CodecOf(content)->toUnicode(content);
+    QTextCodec::ConverterState state;
+    m_source = CodecOf(content)->toUnicode(content.constData(), content.size(), &state);
     m_lineStarts.append(0);
     for (int i = 0; i < m_source.size(); ++i) {
         const QChar character = m_source.at(i);
@@ -190,6 +200,7 @@ void FormDocument::SetSource(const QByteArray& content)
         else if (character.isLowSurrogate())
             m_lowSurrogates.append(i);
     }
+    return state.invalidChars == 0 && state.remainingChars == 0;
 }
 
 void FormDocument::ReadElements(QXmlStreamReader* reader)

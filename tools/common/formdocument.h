@@ -69,7 +69,7 @@ public:
     TextPlace SourcePlace(const FormProperty& property, const TextPlace& place) const;
 
 private:
-    void SetSource(const QByteArray& content);
+    bool SetSource(const QByteArray& content);
     void ReadElements(QXmlStreamReader* reader);
     void ReadStart(QXmlStreamReader* reader);
     void AddObject(const QXmlStreamReader& reader, FormObject::Kind kind);

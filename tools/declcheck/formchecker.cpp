@@ -80,6 +80,7 @@ void FormChecker::CollectDeclarations()
 {
     for (int i = 0; i < m_document.Objects().size(); ++i) {
         CheckClass(i);
+        CheckStrays(i);
         for (const FormProperty& property : m_document.Objects().at(i).properties)
             Collect(i, property);
     }
@@ -92,9 +93,11 @@ void FormChecker::Collect(int object, const FormProperty& property)
         m_set.insert(Target(target.first, property.name));
         return;
     }
+    const QString type = property.element == "cstring" ? " of the type \"String\"" : QString();
     if (!property.isText)
-        ReportName(Check::NotAText, QString("\"%1\" holds no text, so there is no statement").arg(property.name),
-                   object, property);
+        ReportName(Check::NotAText,
+                   QString("\"%1\" holds no text%2, so there is no statement").arg(property.name, type), object,
+                   property);
     else if (!CollectEntry(object, property)) {
         NoteDeclared(object, property, target);
         if (!m_writers.contains(target))
@@ -152,6 +155,19 @@ void FormChecker::CheckClass(int object)
     finding.object = formObject.className + '#' + formObject.name;
     finding.excerpt = Excerpt(formObject.className, {0, formObject.className.size()});
     Add(finding);
+}
+
+/// What is no object of the running form has no properties to bind.
+void FormChecker::CheckStrays(int object)
+{
+    for (const FormProperty& property : m_document.Objects().at(object).strays) {
+        if (PropertyInfo::IsOvexProperty(property.name) && !property.name.startsWith("_q_"))
+            ReportName(Check::NeverBound,
+                       QString("\"%1\" belongs to an item, a spacer or an attribute here, which has no statements; "
+                               "bind a property of the widget")
+                           .arg(property.name),
+                       object, property);
+    }
 }
 
 void FormChecker::CheckStatement(int number)

@@ -61,6 +61,7 @@ private:
     bool CollectEntry(int object, const FormProperty& property);
     void NoteDeclared(int object, const FormProperty& property, const Target& target);
     void CheckClass(int object);
+    void CheckStrays(int object);
     void CheckStatement(int number);
     ValueType TypeOf(const Declaration& declaration, const Reference& reference) const;
     void CheckReferences(int number);
