@@ -32,9 +32,9 @@ Run RunTool(const QString& program, const QStringList& arguments, const QByteArr
             QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
 }
 
-QString Written(const QTemporaryDir& folder, const QByteArray& content)
+QString Written(const QTemporaryDir& folder, const QByteArray& content, const QString& name = "form.ui")
 {
-    QFile file(folder.filePath("form.ui"));
+    QFile file(folder.filePath(name));
     const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
     return written ? file.fileName() : QString();
 }
@@ -87,6 +87,14 @@ private:
         variables.Assign(name.remove('@') + '=' + value, QString(), &error);
     }
 };
+
+/// A form with left-over words, and a property that suppresses checks.
+QByteArray Suppressing(const QByteArray& checks)
+{
+    return Form("~text", "a b")
+        .replace("</widget>",
+                 "<property name=\"declcheckDisable\"><string>" + checks + "</string></property></widget>");
+}
 
 } // namespace
 
@@ -179,6 +187,14 @@ private Q_SLOTS:
         QTest::newRow("a text of bytes") << Form("~text", "a").replace("string", "cstring") << none << 1
                                          << ":1:69: error: \"~text\" holds no text of the type";
         QTest::newRow("no form") << QByteArray("<html/>") << none << 2 << ":1:8: No form";
+        QTest::newRow("a list disabled") << Form("~text", "a -1") << QStringList{"--disable", "minus-sign,left-over"}
+                                         << 0 << "";
+        QTest::newRow("suppressed") << Suppressing("left-over") << none << 0 << "";
+        QTest::newRow("suppressed for the property") << Suppressing("~text: left-over") << none << 0 << "";
+        QTest::newRow("suppressed for another property")
+            << Suppressing("toolTip:left-over") << none << 1 << ":1:97: warning: Did not";
+        QTest::newRow("suppressed wrongly") << Suppressing("leftover,left-over") << none << 1
+                                            << ":1:134: warning: There is no check \"leftover\"; did you";
         QTest::newRow("unknown check") << Form("~text", "a") << QStringList{"--disable", "minus"} << 2 << "";
         QTest::newRow("no data") << Form("~text", "a") << QStringList{"--data", "nowhere.json"} << 2 << "";
         QTest::newRow("unknown format") << Form("~text", "a") << QStringList{"--format", "xml"} << 2 << "";
@@ -305,6 +321,82 @@ private Q_SLOTS:
             expressions += diagnosis.HasExpression() ? 1 : 0;
         }
         QVERIFY2(expressions >= 30, "too few examples");
+    }
+
+    void ProjectFiles_data()
+    {
+        QTest::addColumn<QByteArray>("project");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output"); ///< A part of what both streams say.
+
+        const QStringList none;
+        QTest::newRow("data") << QByteArray(R"({"data": "data.json", "package": "P"})") << none << 1
+                              << "have no \"b\" in the package \"P\"";
+        QTest::newRow("the host's names")
+            << QByteArray(R"({"data": "data.json", "host": {"variables": [":b", "*:c"], "properties": ["own"]}})")
+            << none << 1 << "1 warning in 1 form";
+        QTest::newRow("disabled") << QByteArray(R"({"disable": ["left-over", "unknown-property"]})") << none << 0 << "";
+        QTest::newRow("severities") << QByteArray(
+            R"({"severities": {"left-over": "note", "unknown-property": "warning"}})")
+                                    << none << 1 << "1 warning, 1 note in 1 form";
+        QTest::newRow("the command line goes first") << QByteArray(R"({"data": "data.json", "package": "P"})")
+                                                     << QStringList{"--package", "Q"} << 1 << "in the package \"Q\"";
+        QTest::newRow("none") << QByteArray("{") << QStringList{"--project", ""} << 1 << "1 error, 1 warning";
+        QTest::newRow("damaged") << QByteArray("{") << none << 2 << "declcheck.json: unterminated object";
+        QTest::newRow("unknown key") << QByteArray(R"({"dat": 1})") << none << 2 << "did you mean \"data\"?";
+        QTest::newRow("unknown severity")
+            << QByteArray(R"({"severities": {"left-over": "bad"}})") << none << 2 << "The severity of \"left-over\"";
+    }
+
+    void ProjectFiles()
+    {
+        QFETCH(QByteArray, project);
+        QFETCH(QStringList, options);
+        QFETCH(QString, output);
+        const QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkdir("forms"));
+        QVERIFY(!Written(folder, project, "declcheck.json").isEmpty());
+        QVERIFY(!Written(folder, R"({"P": {"a": 1}})", "data.json").isEmpty());
+        const QString form = Written(folder, Form("~own", "b c"), "forms/form.ui");
+        const Run run = RunTool(DECLCHECK, QStringList{form} + options);
+        QTEST(run.exitCode, "exitCode");
+        QVERIFY2((run.output + run.errors).contains(output), qPrintable(run.output + run.errors));
+    }
+
+    void Fixes_data()
+    {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::addColumn<QByteArray>("fixed");
+
+        QTest::newRow("minus") << QByteArray("(a-3)") << QByteArray("(a - 3)");
+        QTest::newRow("minus behind a blank") << QByteArray("a -.5") << QByteArray("a - .5");
+        QTest::newRow("keyword") << QByteArray("a and True") << QByteArray("a AND TRUE");
+        QTest::newRow("the only name") << QByteArray("@P:alpah + @P:beta") << QByteArray("@P:alpha + @P:beta");
+        QTest::newRow("one name of several") << QByteArray("@P:bet") << QByteArray("@P:bet");
+        QTest::newRow("property") << QByteArray("@Widget:tolTip") << QByteArray("@Widget:toolTip");
+        QTest::newRow("entities before it") << QByteArray("'&lt;&#228;' + a-3") << QByteArray("'&lt;&#228;' + a - 3");
+        QTest::newRow("nothing certain") << QByteArray("a == 3") << QByteArray("a == 3");
+    }
+
+    void Fixes()
+    {
+        QFETCH(QByteArray, statement);
+        QFETCH(QByteArray, fixed);
+        const QTemporaryDir folder;
+        const QByteArray data = R"({"": {"a": 1}, "P": {"alpha": 1, "beta": 2, "bets": 3}})";
+        const QString form = Written(folder, "\xef\xbb\xbf" + Form("~text", statement) + "\r\n");
+        RunTool(DECLCHECK, {form, "--fix", "--data", Written(folder, data, "data.json")});
+        QFile file(form);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), "\xef\xbb\xbf" + Form("~text", fixed) + "\r\n");
+    }
+
+    void StandardInput()
+    {
+        const Run run = RunTool(DECLCHECK, {"-", "--stdin-name", "panel.ui"}, Form("~text", "a b"));
+        QVERIFY2(run.output.startsWith("panel.ui:1:97: warning: "), qPrintable(run.output + run.errors));
+        QCOMPARE(run.exitCode, 1);
     }
 
     /// Each trap in the language's documentation is found by the check that is named there, and what is right is

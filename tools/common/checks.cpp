@@ -1,5 +1,24 @@
 #include "common/checks.h"
 
+#include <QRegularExpression>
+
+#include <algorithm>
+
+#include "common/nearestname.h"
+
+namespace {
+
+bool MatchesAny(const QStringList& patterns, const QString& text)
+{
+    return std::any_of(patterns.begin(), patterns.end(), [&](const QString& pattern) {
+        // Not a path: what a "*" stands for may hold any character.
+        const QString expression = QRegularExpression::escape(pattern).replace("\\*", ".*");
+        return QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(text).hasMatch();
+    });
+}
+
+} // namespace
+
 const QVector<CheckInfo>& AllChecks()
 {
     static const QVector<CheckInfo> checks{
@@ -59,6 +78,7 @@ const QVector<CheckInfo>& AllChecks()
         {Check::ValueRange, Severity::Warning, "value-range", "The bound property takes another value in its place."},
         {Check::NeverBound, Severity::Warning, "never-bound",
          "A marked property of an item, a spacer or an attribute never becomes a statement."},
+        {Check::UnknownCheck, Severity::Warning, "unknown-check", "A form suppresses a check that there is not."},
     };
     return checks;
 }
@@ -78,4 +98,30 @@ QString SeverityName(Severity severity)
     default:
         return "error";
     }
+}
+
+bool AddChecks(const QStringList& names, QSet<int>* checks, QString* error)
+{
+    QStringList known;
+    for (const CheckInfo& check : AllChecks())
+        known.append(check.name);
+    for (const QString& name : names) {
+        const int number = known.indexOf(name.trimmed());
+        if (number < 0) {
+            *error = QString("There is no check \"%1\"%2").arg(name.trimmed(), NearestName(known).Hint(name.trimmed()));
+            return false;
+        }
+        checks->insert(number);
+    }
+    return true;
+}
+
+bool CheckOptions::IsHostVariable(const QString& variablePackage, const QString& name) const
+{
+    return MatchesAny(hostVariables, variablePackage + ':' + name);
+}
+
+bool CheckOptions::IsHostProperty(const QString& name) const
+{
+    return MatchesAny(hostProperties, name);
 }

@@ -1,8 +1,9 @@
 #ifndef CHECKS_H
 #define CHECKS_H
 
+#include <QHash>
 #include <QSet>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include "Common/textplace.h"
@@ -48,7 +49,8 @@ enum class Check
     ObjectAsPackage,
     ValueType,
     ValueRange,
-    NeverBound
+    NeverBound,
+    UnknownCheck
 };
 
 enum class Severity
@@ -71,13 +73,21 @@ const QVector<CheckInfo>& AllChecks();
 const CheckInfo& InfoOf(Check check);
 /// The word for a severity: error, warning or note.
 QString SeverityName(Severity severity);
+/// Adds the checks of these names. False, with the reason, when there is none of such a name.
+bool AddChecks(const QStringList& names, QSet<int>* checks, QString* error);
 
 struct CheckOptions
 {
     QString package;                           ///< Of variables that are named without one.
     const KnownVariables* variables = nullptr; ///< Where it is known which there are.
     QSet<int> disabled;                        ///< Values of Check.
+    QHash<int, Severity> severities;           ///< Of checks, where they are not the usual ones.
+    QStringList hostVariables;                 ///< Patterns of «PACKAGE:NAME» that are none of the data's.
+    QStringList hostProperties;                ///< Patterns of properties that no class has.
 
+    /// Whether the host is said to have the variable, or the property.
+    bool IsHostVariable(const QString& variablePackage, const QString& name) const;
+    bool IsHostProperty(const QString& name) const;
     bool IsEnabled(Check check) const { return !disabled.contains(int(check)); }
 };
 
@@ -90,6 +100,7 @@ struct StatementFinding
     Check check;
     TextPlace place;
     QString message;
+    QString fix = QString(); ///< What is certainly meant in the place; empty when nothing is.
 };
 
 #endif

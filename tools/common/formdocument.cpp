@@ -186,10 +186,29 @@ TextPlace FormDocument::SourcePlace(const FormProperty& property, const TextPlac
     return {start, m_map.at(place.End()) - start};
 }
 
+QByteArray FormDocument::Replaced(const QVector<QPair<TextPlace, QString>>& replacements) const
+{
+    QTextCodec* const codec = CodecOf(m_content);
+    const auto encoded = [&](const QString& text, QTextCodec::ConversionFlags flags) {
+        QTextCodec::ConverterState state(flags);
+        return codec->fromUnicode(text.constData(), text.size(), &state);
+    };
+    QTextCodec::ConversionFlags mark = QTextCodec::IgnoreHeader;
+    if (encoded(m_source, mark) != m_content)
+        mark = QTextCodec::DefaultConversion;
+    if (encoded(m_source, mark) != m_content)
+        return QByteArray();
+    QString source = m_source;
+    for (auto it = replacements.rbegin(); it != replacements.rend(); ++it)
+        source.replace(it->first.offset, it->first.length, it->second);
+    return encoded(source, mark);
+}
+
 /// False for a text that its encoding does not allow.
 bool FormDocument::SetSource(const QByteArray& content)
 {
     *this = FormDocument();
+    m_content = content;
     QTextCodec::ConverterState state;
     m_source = CodecOf(content)->toUnicode(content.constData(), content.size(), &state);
     m_lineStarts.append(0);

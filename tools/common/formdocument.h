@@ -68,6 +68,12 @@ public:
     /// The place in the source of a piece of the property's text.
     TextPlace SourcePlace(const FormProperty& property, const TextPlace& place) const;
 
+    /// A piece of the source.
+    QString SourceText(const TextPlace& place) const { return m_source.mid(place.offset, place.length); }
+    /// The content with other texts in some places, which do not overlap and come in their order; null when the
+    /// rest would not stay as it was.
+    QByteArray Replaced(const QVector<QPair<TextPlace, QString>>& replacements) const;
+
 private:
     bool SetSource(const QByteArray& content);
     void ReadElements(QXmlStreamReader* reader);
@@ -81,6 +87,7 @@ private:
     TextPlace AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;
     int EnclosingObject() const;
 
+    QByteArray m_content;
     QString m_source;
     QVector<int> m_lineStarts;
     QVector<int> m_lowSurrogates; ///< Second halves of characters, which count for no column.

@@ -22,3 +22,8 @@ QString KnownVariables::Hint(const QString& package, const QString& name) const
     const QString other = Find(nearestPackage, name) ? nearestPackage : m_packages.value(name);
     return other.isEmpty() ? QString() : QString("; did you mean \"@%1:%2\"?").arg(other, name);
 }
+
+QString KnownVariables::OnlyNear(const QString& package, const QString& name) const
+{
+    return m_names.value(package).FindOnly(name);
+}

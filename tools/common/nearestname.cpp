@@ -110,6 +110,17 @@ QString NearestName::Find(const QString& name) const
     return nearest;
 }
 
+QString NearestName::FindOnly(const QString& name) const
+{
+    const QString nearest = Find(name);
+    QStringList others;
+    for (const Candidate& candidate : m_candidates) {
+        if (candidate.name != nearest)
+            others.append(candidate.name);
+    }
+    return NearestName(others).Find(name).isEmpty() ? nearest : QString();
+}
+
 QString NearestName::Hint(const QString& name) const
 {
     const QString nearest = Find(name);

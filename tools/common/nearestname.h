@@ -14,6 +14,8 @@ public:
     /// The name with the smallest edit distance, of equal ones the first; empty when none is near: up
     /// to a third of the letters may differ, and any in upper and lower case.
     QString Find(const QString& name) const;
+    /// As Find(), but nothing where several are near, however much.
+    QString FindOnly(const QString& name) const;
     /// «; did you mean "..."?», or nothing.
     QString Hint(const QString& name) const;
 

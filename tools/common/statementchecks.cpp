@@ -87,7 +87,8 @@ void StatementChecks::CheckMinus(int token)
         return;
     Report(Check::MinusSign, number.place,
            QString("\"%1\" is a number of its own here; a subtraction has a space behind the minus: \"- %2\"")
-               .arg(number.lexeme, number.lexeme.mid(1)));
+               .arg(number.lexeme, number.lexeme.mid(1)),
+           (m_tokens.at(token - 1).place.End() == number.place.offset ? " - " : "- ") + number.lexeme.mid(1));
 }
 
 /// A backslash is a character like others, as in the paths of files.
@@ -118,7 +119,8 @@ void StatementChecks::CheckName(int number)
     const QString start = InOtherCase(starts, package);
     if (!keyword.isEmpty())
         Report(Check::KeywordCase, token.place,
-               QString("\"%1\" is the name of a variable here; the keyword is \"%2\"").arg(reference.name, keyword));
+               QString("\"%1\" is the name of a variable here; the keyword is \"%2\"").arg(reference.name, keyword),
+               keyword);
     else if (!start.isEmpty())
         Report(Check::KeywordCase, token.place,
                QString("\"%1\" is the name of a package here; a widget path starts with \"%2\"").arg(package, start));
@@ -136,10 +138,13 @@ void StatementChecks::CheckVariable(int token)
         return;
     const Reference& reference = m_tokens.at(token).reference;
     const QString package = reference.Package(m_options.package);
+    if (m_options.IsHostVariable(package, reference.name))
+        return;
     const QString where
         = package.isEmpty() ? QString("without a package") : QString("in the package \"%1\"").arg(package);
     Report(Check::UnknownVariable, reference.namePlace,
-           QString("The data have no \"%1\" %2%3").arg(reference.name, where, HintFor(token)));
+           QString("The data have no \"%1\" %2%3").arg(reference.name, where, HintFor(token)),
+           m_options.variables->OnlyNear(package, reference.name));
 }
 
 /// What was probably meant by a variable that does not exist.
@@ -276,10 +281,10 @@ QVector<bool> StatementChecks::NodesInTree() const
     return inTree;
 }
 
-void StatementChecks::Report(Check check, const TextPlace& place, const QString& message)
+void StatementChecks::Report(Check check, const TextPlace& place, const QString& message, const QString& fix)
 {
     if (m_options.IsEnabled(check) && m_findings.size() < MaxFindings)
-        m_findings.append({check, place, message});
+        m_findings.append({check, place, message, fix});
 }
 
 ValueType TypeOfVariable(const Reference& reference, const CheckOptions& options)

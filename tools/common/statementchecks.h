@@ -31,7 +31,7 @@ private:
     void CheckComparisons();
     bool IsNumberSum(const Node& node, const QVector<bool>& sums) const;
     QVector<bool> NodesInTree() const;
-    void Report(Check check, const TextPlace& place, const QString& message);
+    void Report(Check check, const TextPlace& place, const QString& message, const QString& fix = QString());
 
     const Diagnosis& m_diagnosis;
     const StatementTypes& m_types;

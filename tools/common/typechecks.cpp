@@ -397,5 +397,5 @@ QString TypeChecks::TextOf(int number) const
 void TypeChecks::Report(Check check, const TextPlace& place, const QString& message)
 {
     if (m_options.IsEnabled(check) && m_findings->size() < MaxFindings)
-        m_findings->append({check, place, message});
+        m_findings->append({check, place, message, QString()});
 }

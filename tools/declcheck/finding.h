@@ -21,6 +21,7 @@ struct Finding
     QString property;  ///< The marked property, if it is about one.
     QString statement; ///< The property's text.
     QString excerpt;   ///< Two lines to show the place.
+    QString fix;       ///< What belongs in the place, where that is certain; else empty.
 };
 
 #endif

@@ -16,6 +16,7 @@ namespace {
 
 const int MaxQuoted = 200;
 const int MaxCycleSteps = 20;
+const char SuppressingProperty[] = "declcheckDisable";
 
 /// The message in one line, with its middle left out where a statement makes it longer than anyone reads.
 QString InOneLine(QString message)
@@ -39,9 +40,9 @@ FormChecker::FormChecker(const QString& fileName, const CheckOptions& options)
 {
 }
 
-bool FormChecker::Run(QString* error)
+bool FormChecker::Run(const QByteArray& content, QString* error)
 {
-    if (!m_document.Read(m_fileName, error))
+    if (!m_document.Parse(content, m_fileName, error))
         return false;
     if (!m_form.Create(m_document, error)) {
         *error = m_fileName + ": " + *error;
@@ -53,6 +54,7 @@ bool FormChecker::Run(QString* error)
         CheckStatement(i);
     m_reported = 0;
     CheckCycles();
+    ReportQuietReads();
     std::stable_sort(m_findings.begin(), m_findings.end(), [](const Finding& left, const Finding& right) {
         return left.source.offset < right.source.offset;
     });
@@ -76,9 +78,22 @@ QVector<VariableUse> FormChecker::Variables() const
     return uses.values().toVector();
 }
 
+QByteArray FormChecker::Fixed(int* count) const
+{
+    QVector<QPair<TextPlace, QString>> replacements;
+    for (const Finding& finding : m_findings) {
+        const bool overlaps = !replacements.isEmpty() && replacements.last().first.End() > finding.source.offset;
+        if (!finding.fix.isEmpty() && !overlaps)
+            replacements.append({finding.source, finding.fix});
+    }
+    *count = replacements.size();
+    return replacements.isEmpty() ? QByteArray() : m_document.Replaced(replacements);
+}
+
 void FormChecker::CollectDeclarations()
 {
     for (int i = 0; i < m_document.Objects().size(); ++i) {
+        ReadSuppressions(i);
         CheckClass(i);
         CheckStrays(i);
         for (const FormProperty& property : m_document.Objects().at(i).properties)
@@ -154,7 +169,30 @@ void FormChecker::CheckClass(int object)
     finding.source = formObject.classPlace;
     finding.object = formObject.className + '#' + formObject.name;
     finding.excerpt = Excerpt(formObject.className, {0, formObject.className.size()});
-    Add(finding);
+    Add(finding, object);
+}
+
+/// A property of the object names checks to leave out, separated by commas: for all of the object, or behind
+/// «PROPERTY:» for one of its properties.
+void FormChecker::ReadSuppressions(int object)
+{
+    for (const FormProperty& property : m_document.Objects().at(object).properties) {
+        if (property.name != SuppressingProperty)
+            continue;
+        const QStringList entries = property.text.split(',', Qt::SkipEmptyParts);
+        for (const QString& entry : entries) {
+            const QString bound = entry.contains(':') ? PropertyInfo::ToNormal(entry.section(':', 0, 0).trimmed()) : "";
+            QString error;
+            if (!AddChecks({entry.section(':', -1)}, &m_suppressed[{object, bound}], &error))
+                ReportName(Check::UnknownCheck, error, object, property);
+        }
+    }
+}
+
+bool FormChecker::IsSuppressed(Check check, int object, const QString& property) const
+{
+    return m_suppressed.value({object, QString()}).contains(int(check))
+        || m_suppressed.value({object, PropertyInfo::ToNormal(property)}).contains(int(check));
 }
 
 /// What is no object of the running form has no properties to bind.
@@ -189,7 +227,7 @@ void FormChecker::CheckStatement(int number)
     }
     for (const StatementFinding& finding : findings) {
         if (finding.check != Check::UnknownVariable || !objects.contains(finding.place.offset))
-            Report(finding.check, finding.message, declaration, finding.place);
+            Report(finding.check, finding.message, declaration, finding.place, finding.fix);
     }
     CheckReferences(number);
     if (!declaration.diagnosis.HasExpression())
@@ -340,7 +378,7 @@ QObject* FormChecker::Resolve(const Declaration& declaration, const Reference& r
             const QString hint = nearest.isEmpty() ? QString() : QString("; did you mean \"%1\"?").arg(nearest);
             Report(Check::UnknownObject,
                    QString("There is no object \"%1\" below %2%3").arg(name, Describe(object), hint), declaration,
-                   reference.pathPlace.at(i));
+                   reference.pathPlace.at(i), m_form.OnlyNearBelow(object, name));
         }
         object = child;
     }
@@ -379,11 +417,38 @@ void FormChecker::CheckReadProperty(int number, const Reference& reference, QObj
     } else if (!HasProperty(object, reference.name)) {
         ReportMissingProperty(declaration, object, reference.name, &reference.namePlace);
     } else if (isRead && !m_maps.contains(target)) {
+        const QString name = Describe(object) + ':' + reference.name;
+        if (!MetaProperty(object, reference.name).hasNotifySignal())
+            return m_quietReads.append({number, name, reference.namePlace});
         Report(Check::NeverTriggers,
                QString("No declaration writes \"%1\" of %2, so a change of it is not noticed here")
                    .arg(reference.name, Describe(object)),
                declaration, reference.namePlace);
     }
+}
+
+/// Nobody is likely to wait for changes of what tells of none: one line for all.
+void FormChecker::ReportQuietReads()
+{
+    QVector<QuietRead> reads;
+    QStringList names;
+    for (const QuietRead& read : qAsConst(m_quietReads)) {
+        const Declaration& declaration = m_declarations.at(read.declaration);
+        if (IsSuppressed(Check::NeverTriggers, declaration.object, declaration.name))
+            continue;
+        reads.append(read);
+        if (!names.contains(read.property) && names.size() < MaxCycleSteps)
+            names.append(read.property);
+    }
+    if (reads.isEmpty())
+        return;
+    const QString more = names.size() < MaxCycleSteps ? QString() : ", ...";
+    const QString where = reads.size() == 1
+        ? QString(", so a change of it is not noticed here")
+        : QString("; changes are not noticed in %1 places that read them, of which this is the first")
+              .arg(reads.size());
+    Report(Check::NeverTriggers, QString("No declaration writes %1%2").arg(names.join(", ") + more, where),
+           m_declarations.at(reads.first().declaration), reads.first().place);
 }
 
 void FormChecker::CheckStore(const Declaration& declaration)
@@ -458,7 +523,7 @@ bool FormChecker::HasProperty(QObject* object, const QString& name) const
         || m_set.contains(target) || m_maps.contains(target);
 }
 
-QString FormChecker::PropertyHint(QObject* object, const QString& name) const
+NearestName FormChecker::PropertiesOf(QObject* object) const
 {
     QStringList names;
     const QMetaObject* const metaObject = object->metaObject();
@@ -470,21 +535,25 @@ QString FormChecker::PropertyHint(QObject* object, const QString& name) const
         if (!PropertyInfo::IsOvexProperty(property.name))
             names.append(property.name);
     }
-    return NearestName(names).Hint(name);
+    return NearestName(names);
 }
 
 /// Of the bound property, or of one read in the statement at \a statementPlace.
 void FormChecker::ReportMissingProperty(const Declaration& declaration, QObject* object, const QString& name,
                                         const TextPlace* statementPlace)
 {
+    if (m_options.IsHostProperty(name))
+        return;
+    const NearestName properties = PropertiesOf(object);
     const int number = m_form.Number(object);
     const QString replacement = number < 0 ? QString() : m_form.ReplacedBy(number);
     const QString taken = replacement.isEmpty() ? QString() : QString(", taken for a %1,").arg(replacement);
     const Check check = replacement.isEmpty() ? Check::UnknownProperty : Check::UnverifiedProperty;
     const QString message
-        = QString("%1%2 has no property \"%3\"%4").arg(Describe(object), taken, name, PropertyHint(object, name));
+        = QString("%1%2 has no property \"%3\"%4").arg(Describe(object), taken, name, properties.Hint(name));
     if (statementPlace)
-        Report(check, message, declaration, *statementPlace);
+        Report(check, message, declaration, *statementPlace,
+               replacement.isEmpty() ? properties.FindOnly(name) : QString());
     else
         ReportName(check, message, declaration.object, *declaration.property);
 }
@@ -504,7 +573,7 @@ QString FormChecker::Describe(const Declaration& declaration) const
 }
 
 void FormChecker::Report(Check check, const QString& message, const Declaration& declaration,
-                         const TextPlace& statementPlace)
+                         const TextPlace& statementPlace, const QString& fix)
 {
     if (m_reported >= MaxFindings)
         return;
@@ -518,7 +587,10 @@ void FormChecker::Report(Check check, const QString& message, const Declaration&
     finding.property = declaration.property->name;
     finding.statement = declaration.property->text;
     finding.excerpt = Excerpt(finding.statement, statementPlace, finding.property + "  ");
-    Add(finding);
+    // Not where entities hide what stands there.
+    if (m_document.SourceText(finding.source) == finding.statement.midRef(statementPlace.offset, statementPlace.length))
+        finding.fix = fix;
+    Add(finding, declaration.object);
 }
 
 void FormChecker::ReportName(Check check, const QString& message, int object, const FormProperty& property)
@@ -533,14 +605,14 @@ void FormChecker::ReportName(Check check, const QString& message, int object, co
     finding.statement = property.text;
     const QString start = property.name + "  " + property.text.section('\n', 0, 0);
     finding.excerpt = Excerpt(start, {0, property.name.size()});
-    Add(finding);
+    Add(finding, object);
 }
 
-void FormChecker::Add(Finding finding)
+void FormChecker::Add(Finding finding, int object)
 {
-    if (!m_options.IsEnabled(finding.check))
+    if (!m_options.IsEnabled(finding.check) || IsSuppressed(finding.check, object, finding.property))
         return;
-    finding.severity = InfoOf(finding.check).severity;
+    finding.severity = m_options.severities.value(int(finding.check), InfoOf(finding.check).severity);
     finding.message = InOneLine(finding.message);
     finding.file = m_fileName;
     finding.start = m_document.PositionOf(finding.source.offset);

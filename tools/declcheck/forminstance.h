@@ -44,6 +44,8 @@ public:
     /// The name that was probably meant by one that no object below \a parent bears; if there is none,
     /// of all objects.
     QString NearestBelow(QObject* parent, const QString& name) const;
+    /// As NearestBelow(), but nothing where several names are near.
+    QString OnlyNearBelow(QObject* parent, const QString& name) const;
 
 private:
     struct Span
