@@ -33,8 +33,24 @@ struct Row
 /// The library against the floor.
 Row Against(const QString& title, const QString& workload, double limit, double peerLimit = qInf())
 {
-    const QStringList peers = {"QQmlExpression/" + workload, "QScriptProgram/" + workload};
+    const QStringList peers = {"QQmlExpression/" + workload, "QScriptProgram/" + workload, "muParser/" + workload};
     return {title, "floor/" + workload, "library/" + workload, limit, peers, peerLimit};
+}
+
+/// Of a load whose texts are marked as missing first.
+Row Initializing(const QString& title, const QString& workload, double limit)
+{
+    Row row = Against(title + ", initialized", workload, limit);
+    row.measured = "initializing/" + workload;
+    return row;
+}
+
+/// Of a save, against the floor that is notified of what it writes.
+Row AgainstRelay(const QString& title, const QString& workload, double limit)
+{
+    Row row = Against(title + ", against relays", workload, limit);
+    row.reference = "relay/" + workload;
+    return row;
 }
 
 QVector<Row> ComparisonRows()
@@ -48,10 +64,14 @@ QVector<Row> ComparisonRows()
         Against("W3 load of 1,000 widgets, each", "W3_load/widgets/1000", 1.6),
         Against("W3 load of 10,000 widgets, each", "W3_load/widgets/10000", 1.6),
         Against("W3 memory of 1,000 objects, each", "W3_load/objects/1000" + memory, 1.2 / 0.66),
+        Initializing("W3 load of 1,000 widgets, each", "W3_load/widgets/1000", 1.6),
+        Initializing("W3 memory of 1,000 objects, each", "W3_load/objects/1000" + memory, 1.2 / 0.66),
         Against("W4 one change, read by 10,000", "W4_fan/10000", 1.15),
         Against("W4 one change, through a chain of 1,000", "W4_chain/1000", 1.5),
         Against("W5 save of 1,000 objects", "W5_save/objects/1000", 1.3),
         Against("W5 save of 1,000 widgets", "W5_save/widgets/1000", 1.3),
+        AgainstRelay("W5 save of 1,000 objects", "W5_save/objects/1000", 1.3),
+        AgainstRelay("W5 save of 1,000 widgets", "W5_save/widgets/1000", 1.3),
     };
 }
 

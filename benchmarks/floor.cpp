@@ -172,18 +172,8 @@ public:
 
     void Load(const Form& form) override
     {
-        if (form.kind == Form::Kind::Save)
-            return;
-        for (int i = 0; i < int(form.bindings.size()); ++i) {
-            const Binding& binding = form.bindings[i];
-            auto relay = std::make_unique<Relay>(binding.target, form.property, MakeExpression(form, i));
-            for (const int variable : binding.reads)
-                m_observers[variable].push_back(relay.get());
-            if (binding.source)
-                QObject::connect(m_relays.back().get(), &Relay::Updated, relay.get(), &Relay::Update);
-            relay->Update();
-            m_relays.push_back(std::move(relay));
-        }
+        if (form.kind != Form::Kind::Save)
+            Bind(form);
     }
 
     void Change(int variable, const QVariant& value) override
@@ -206,6 +196,21 @@ public:
 
     QVariant Value(int variable) const override { return m_store.value(m_names[variable]); }
 
+protected:
+    void Bind(const Form& form)
+    {
+        for (int i = 0; i < int(form.bindings.size()); ++i) {
+            const Binding& binding = form.bindings[i];
+            auto relay = std::make_unique<Relay>(binding.target, form.property, MakeExpression(form, i));
+            for (const int variable : binding.reads)
+                m_observers[variable].push_back(relay.get());
+            if (binding.source)
+                QObject::connect(m_relays.back().get(), &Relay::Updated, relay.get(), &Relay::Update);
+            relay->Update();
+            m_relays.push_back(std::move(relay));
+        }
+    }
+
 private:
     double Number(const DataName& name) const { return m_store.value(name).toDouble(); }
 
@@ -217,6 +222,8 @@ private:
         const DataName a = m_names[binding.reads[0]];
         if (form.kind == Form::Kind::Chain)
             return [this, a] { return Number(a) - 1; };
+        if (form.kind == Form::Kind::Save)
+            return [this, a] { return m_store.value(a); };
         if (form.kind == Form::Kind::Fan)
             return [this, a, index] { return Number(a) * 2 - index; };
         const DataName b = m_names[binding.reads[1]];
@@ -230,7 +237,22 @@ private:
     std::vector<std::unique_ptr<Relay>> m_relays;
 };
 
-const bool registered = RegisterSubject("floor", MakeSubject<Floor>);
+/// What a save costs where, as the contract of the data layer has it, whoever shows a variable hears that it was
+/// written: a Relay for each target.
+class Relays : public Floor
+{
+public:
+    void Load(const Form& form) override { Bind(form); }
+
+    void Save(const Form& form) override
+    {
+        for (int i = 0; i < int(form.bindings.size()); ++i)
+            Change(i, form.bindings[i].target->property(form.property));
+    }
+};
+
+const bool registered
+    = RegisterSubject("floor", MakeSubject<Floor>) && RegisterSubject("relay", MakeSubject<Relays>, "W5");
 
 } // namespace
 

@@ -13,6 +13,8 @@ namespace {
 class Library : public Subject
 {
 public:
+    explicit Library(bool initialize = false) : m_initialize(initialize) {}
+
     void Define(const Variables& variables) override
     {
         for (const Variable& variable : variables) {
@@ -32,7 +34,8 @@ public:
     {
         const QString property = QString("_") + form.property;
         for (const Binding& binding : form.bindings)
-            m_handler.AddDeclaration(form.top.get(), binding.target, property, binding.own, QString(), false, false);
+            m_handler.AddDeclaration(form.top.get(), binding.target, property, binding.own, QString(), false,
+                                     m_initialize);
         m_handler.ConnectPropertyCrossReferences();
         m_handler.Update();
     }
@@ -46,12 +49,21 @@ public:
     QVariant Value(int variable) const override { return m_peer->GetValue(m_identifiers[variable], QVariant()); }
 
 private:
+    const bool m_initialize;
     IDataPeer* const m_peer = Ovex_DataPeerFactory(false)->GetDataPeer(0);
     const Interpreter m_interpreter{nullptr, nullptr, nullptr};
     std::vector<VariableIdentifier> m_identifiers;
     DeclarationHandler m_handler;
 };
 
-const bool registered = RegisterSubject("library", MakeSubject<Library>);
+/// Marks texts as missing until they have their first value, as hosts do that show the form meanwhile.
+class InitializingLibrary : public Library
+{
+public:
+    InitializingLibrary() : Library(true) {}
+};
+
+const bool registered = RegisterSubject("library", MakeSubject<Library>)
+    && RegisterSubject("initializing", MakeSubject<InitializingLibrary>, "W3");
 
 } // namespace

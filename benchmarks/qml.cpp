@@ -7,8 +7,22 @@
 
 namespace {
 
+/// What QML saves through, since it cannot assign to properties of its context.
+class Writer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Writer(Subject& subject) : m_subject(subject) {}
+
+    Q_INVOKABLE void Write(int variable, const QVariant& value) { m_subject.Change(variable, value); }
+
+private:
+    Subject& m_subject;
+};
+
 /// A QQmlExpression for each binding, which tells by a signal that its value has changed. Variables are
-/// properties of the context.
+/// properties of the context. One more expression saves, a call for each target.
 class Qml : public Subject
 {
 public:
@@ -29,8 +43,10 @@ public:
 
     void Load(const Form& form) override
     {
-        if (form.kind == Form::Kind::Save)
+        if (form.kind == Form::Kind::Save) {
+            LoadSave(form);
             return;
+        }
         for (const Binding& binding : form.bindings) {
             if (form.kind == Form::Kind::Chain)
                 m_context.setContextProperty(binding.target->objectName(), binding.target);
@@ -50,9 +66,25 @@ public:
         m_context.setContextProperty(m_names[variable], value);
     }
 
+    void Save(const Form&) override { m_expressions.back().evaluate(); }
+
     QVariant Value(int variable) const override { return m_context.contextProperty(m_names[variable]); }
 
 private:
+    void LoadSave(const Form& form)
+    {
+        QString text;
+        m_context.setContextProperty("writer", &m_writer);
+        for (int i = 0; i < int(form.bindings.size()); ++i) {
+            QObject* const target = form.bindings[i].target;
+            m_context.setContextProperty(target->objectName(), target);
+            text += QString("writer.Write(%1, %2.%3);\n").arg(i).arg(target->objectName(), form.property);
+        }
+        m_expressions.emplace_back(&m_context, nullptr, text);
+        m_expressions.back().evaluate(); // The first time compiles.
+    }
+
+    Writer m_writer{*this};
     QQmlEngine m_engine;
     // One value held for good, as any form has: else the engine sets up and takes down its store of such
     // values for each expression.
@@ -65,3 +97,5 @@ private:
 const bool registered = RegisterSubject("QQmlExpression", MakeSubject<Qml>);
 
 } // namespace
+
+#include "qml.moc"

@@ -28,8 +28,10 @@ public:
 
     void Load(const Form& form) override
     {
-        if (form.kind == Form::Kind::Save)
+        if (form.kind == Form::Kind::Save) {
+            LoadSave(form);
             return;
+        }
         for (const Binding& binding : form.bindings) {
             if (form.kind == Form::Kind::Chain)
                 m_global.setProperty(binding.target->objectName(), m_engine.newQObject(binding.target));
@@ -51,9 +53,23 @@ public:
             update();
     }
 
+    void Save(const Form&) override { m_engine.evaluate(m_save); }
+
     QVariant Value(int variable) const override { return m_global.property(m_names[variable]).toVariant(); }
 
 private:
+    void LoadSave(const Form& form)
+    {
+        QString text;
+        for (int i = 0; i < int(form.bindings.size()); ++i) {
+            QObject* const target = form.bindings[i].target;
+            m_global.setProperty(target->objectName(), m_engine.newQObject(target));
+            text += QString("%1 = %2.%3;\n").arg(m_names[i], target->objectName(), form.property);
+        }
+        m_save = QScriptProgram(text);
+        m_engine.evaluate(m_save); // The first time compiles.
+    }
+
     QScriptValue ToScript(const QVariant& value)
     {
         if (value.userType() == QMetaType::Double)
@@ -67,6 +83,7 @@ private:
     QScriptEngine m_engine;
     QScriptValue m_global = m_engine.globalObject();
     QStringList m_names;
+    QScriptProgram m_save;                                     ///< One assignment for each target.
     std::vector<std::vector<std::function<void()>>> m_readers; ///< By variable.
 };
 

@@ -32,12 +32,8 @@ public:
     /// Returns when all targets have followed the changes.
     virtual void Deliver() {}
 
-    /// Writes the values of all targets to their variables.
-    virtual void Save(const Form& form)
-    {
-        for (int i = 0; i < int(form.bindings.size()); ++i)
-            Change(i, form.bindings[i].target->property(form.property));
-    }
+    /// Writes the values of all targets of a form that was loaded to their variables.
+    virtual void Save(const Form&) {}
     virtual QVariant Value(int variable) const = 0;
 };
 
@@ -50,7 +46,8 @@ std::unique_ptr<Subject> MakeSubject()
 /// Makes the benchmark fail if there is an error.
 void Check(benchmark::State& state, const QString& error);
 
-/// Registers all workloads for a subject.
-bool RegisterSubject(const std::string& name, std::unique_ptr<Subject> (*make)());
+/// Registers workloads for a subject, all that it can do or those that are looked at.
+bool RegisterSubject(const std::string& name, std::unique_ptr<Subject> (*make)(),
+                     const std::string& workloads = "W1 W2 W3 W4 W5");
 
 #endif

@@ -6,10 +6,12 @@ include(CMakePackageConfigHelpers)
 
 set(DECLARATIONHANDLER_API_VERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
 # A folder of their own, since Common/ and common/ are no names for a folder that all share.
-set(headers_folder ${CMAKE_INSTALL_INCLUDEDIR}/DeclarationHandler-${DECLARATIONHANDLER_API_VERSION})
-set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/DeclarationHandler)
+set(versioned_name DeclarationHandler${DECLARATIONHANDLER_SUFFIX}-${DECLARATIONHANDLER_API_VERSION})
+set(headers_folder ${CMAKE_INSTALL_INCLUDEDIR}/${versioned_name})
+# find_package(DeclarationHandler) looks into all folders whose names begin like that.
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/DeclarationHandler${DECLARATIONHANDLER_SUFFIX})
 set(pkgconfig_folder ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
-set(qmake_folder ${CMAKE_INSTALL_DATADIR}/DeclarationHandler-${DECLARATIONHANDLER_API_VERSION})
+set(qmake_folder ${CMAKE_INSTALL_DATADIR}/${versioned_name})
 
 # Libraries and programs find the libraries wherever the whole is moved to.
 file(RELATIVE_PATH to_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
@@ -31,8 +33,7 @@ endfunction()
 
 # declarationhandler_configure(<template> <folder>): a file for hosts that build without CMake. It finds the
 # prefix from where it lies.
-function(declarationhandler_configure template folder)
-  get_filename_component(name ${template} NAME_WLE)
+function(declarationhandler_configure template name folder)
   file(RELATIVE_PATH to_prefix "/${folder}" "/")
   string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
   set(qmake_qt "core")
@@ -40,7 +41,7 @@ function(declarationhandler_configure template folder)
   if(NOT BUILD_SHARED_LIBS)
     # What shared libraries bring along by themselves.
     string(APPEND qmake_qt " gui widgets")
-    string(APPEND pkgconfig_qt " Qt5Gui Qt5Widgets")
+    string(APPEND pkgconfig_qt " Qt${DECLARATIONHANDLER_QT}Gui Qt${DECLARATIONHANDLER_QT}Widgets")
     set(static_libraries "-pthread")
     set(static_defines "DATALAYER_STATIC DECLARATIONHANDLER_STATIC")
     set(static_flags "-DDATALAYER_STATIC -DDECLARATIONHANDLER_STATIC")
@@ -62,13 +63,17 @@ function(declarationhandler_install_libraries)
 
   configure_package_config_file(cmake/DeclarationHandlerConfig.cmake.in
     ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfig.cmake INSTALL_DESTINATION ${package_folder})
-  write_basic_package_version_file(${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfigVersion.cmake
+  write_basic_package_version_file(${PROJECT_BINARY_DIR}/install/DeclarationHandlerBasicVersion.cmake
     COMPATIBILITY SameMajorVersion)
+  configure_file(cmake/DeclarationHandlerConfigVersion.cmake.in
+    ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfigVersion.cmake @ONLY)
   install(FILES
     ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfig.cmake
     ${PROJECT_BINARY_DIR}/install/DeclarationHandlerConfigVersion.cmake
+    ${PROJECT_BINARY_DIR}/install/DeclarationHandlerBasicVersion.cmake
     DESTINATION ${package_folder} COMPONENT Development)
 
-  declarationhandler_configure(DeclarationHandler.pc.in ${pkgconfig_folder})
-  declarationhandler_configure(declarationhandler.pri.in ${qmake_folder})
+  declarationhandler_configure(DeclarationHandler.pc.in DeclarationHandler${DECLARATIONHANDLER_SUFFIX}.pc
+    ${pkgconfig_folder})
+  declarationhandler_configure(declarationhandler.pri.in declarationhandler.pri ${qmake_folder})
 endfunction()

@@ -1,8 +1,18 @@
 # Debian packages: cpack in the folder of the preset "package" makes one for each component.
-set(DECLARATIONHANDLER_PACKAGE_Runtime libdeclarationhandler${PROJECT_VERSION_MAJOR})
-set(DECLARATIONHANDLER_PACKAGE_Development libdeclarationhandler-dev)
-set(DECLARATIONHANDLER_PACKAGE_Tools declarationhandler-tools)
+if(DECLARATIONHANDLER_SUFFIX)
+  # Debian's names end in the number of the library, with a hyphen after another digit.
+  set(DECLARATIONHANDLER_PACKAGE_Runtime libdeclarationhandler${DECLARATIONHANDLER_SUFFIX}-${PROJECT_VERSION_MAJOR})
+else()
+  set(DECLARATIONHANDLER_PACKAGE_Runtime libdeclarationhandler${PROJECT_VERSION_MAJOR})
+endif()
+set(DECLARATIONHANDLER_PACKAGE_Development libdeclarationhandler${DECLARATIONHANDLER_SUFFIX}-dev)
+set(DECLARATIONHANDLER_PACKAGE_Tools declarationhandler${DECLARATIONHANDLER_SUFFIX}-tools)
 set(PACKAGE_REVISION 1)
+if(DECLARATIONHANDLER_QT EQUAL 6)
+  set(qt_package qt6-base-dev)
+else()
+  set(qt_package qtbase5-dev)
+endif()
 
 # What Debian wants in every package.
 find_program(GZIP_PROGRAM gzip)
@@ -29,7 +39,7 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
 endforeach()
 
 set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_NAME declarationhandler)
+set(CPACK_PACKAGE_NAME declarationhandler${DECLARATIONHANDLER_SUFFIX})
 set(CPACK_PACKAGE_CONTACT "${DECLARATIONHANDLER_MAINTAINER}")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -51,7 +61,7 @@ statements, and write the widgets' values back to the data when asked.")
 
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-  "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}, qtbase5-dev (>= 5.15)")
+  "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}, ${qt_package} (>= ${DECLARATIONHANDLER_QT_MINIMUM})")
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
   "What programs are built with: headers, and the files that CMake, pkg-config
 and qmake find the libraries with.")
@@ -59,8 +69,15 @@ and qmake find the libraries with.")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SECTION devel)
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}")
 # Compiles the resource files that a form names for declview.
-set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS qtbase5-dev-tools)
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS ${qt_package}-tools)
+# Brings libedit2 too, where decleval is linked with it.
 set(CPACK_DEBIAN_TOOLS_PACKAGE_SHLIBDEPS ON)
+if(TARGET decleval)
+  get_target_property(definitions decleval COMPILE_DEFINITIONS)
+  if(NOT "DECLEVAL_EDITING" IN_LIST definitions)
+    message(WARNING "The package of the tools comes without line editing: libedit-dev or pkgconf is missing")
+  endif()
+endif()
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "For the authors of forms: declview shows a form live, declcheck checks its
 statements, decleval evaluates one.")

@@ -13,6 +13,7 @@
 #include <limits>
 
 #include "Common/variantobject.h"
+#include "qtversion.h"
 
 /// What the targets share. A target is one function, which a fuzzer, or replay.cpp, calls for each input.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
@@ -96,8 +97,8 @@ inline QVariant ChosenValue(uchar choice)
                                         QDate(2026, 11, 24),
                                         QUrl("file:///x"),
                                         QSize(3, 2),
-                                        QVariant(QVariant::List),
-                                        QVariant(QVariant::Int),
+                                        QtVersion::NullOf(QMetaType::QVariantList),
+                                        QtVersion::NullOf(QMetaType::Int),
                                         QVariant::fromValue<QObject*>(nullptr)};
     return values.at(choice % values.size());
 }

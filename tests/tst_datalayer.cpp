@@ -9,6 +9,7 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
+#include "qtversion.h"
 #include "support/values.h"
 
 namespace {
@@ -63,7 +64,7 @@ private Q_SLOTS:
         QVERIFY(VariableIdentifier("x", "p") == m_id && qHash(VariableIdentifier("x", "p")) == qHash(m_id));
         QVERIFY(swapped != m_id && (swapped < m_id) != (m_id < swapped) && !(m_id < m_id));
         QVERIFY(VariableIdentifier() == VariableIdentifier(QString(), "") && VariableIdentifier("X", "p") != m_id);
-        QCOMPARE(QMetaType::type("VariableIdentifier"), qMetaTypeId<VariableIdentifier>());
+        QCOMPARE(QtVersion::TypeNumber("VariableIdentifier"), qMetaTypeId<VariableIdentifier>());
     }
 
     void Values()

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "DeclarationHandler/Declarations/declproperty.h"
+#include "qtversion.h"
 #include "support/messagecatcher.h"
 #include "support/recordingdatapeer.h"
 #include "support/spyexpression.h"
@@ -133,7 +134,7 @@ private Q_SLOTS:
     {
         const auto value = [](const QString& text) {
             return text == "LIST" ? QStringList("a")
-                : text == "NULL"  ? QVariant(QVariant::StringList)
+                : text == "NULL"  ? QtVersion::NullOf(QMetaType::QStringList)
                                   : Operands(text).at(0);
         };
         QFETCH(QString, given);
@@ -173,8 +174,8 @@ private Q_SLOTS:
         QStringList actual(declaration.Update() ? "true" : "false");
         const QVariant held = object.property(property);
         const QSize size = held.value<QPixmap>().size();
-        actual << (held.type() == QVariant::Pixmap ? QString("%1x%2").arg(size.width()).arg(size.height())
-                                                   : Exact(held).replace(file, "FILE"));
+        actual << (held.userType() == QMetaType::QPixmap ? QString("%1x%2").arg(size.width()).arg(size.height())
+                                                         : Exact(held).replace(file, "FILE"));
         QTEST((actual << lines.Take().join("|")).join(" "), "expected");
         QCOMPARE(updated.count(), 1);
     }

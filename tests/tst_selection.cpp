@@ -3,6 +3,7 @@
 #include "Common/variantobject.h"
 #include "DeclarationHandler/Expressions/exprarray.h"
 #include "DeclarationHandler/Expressions/exprproperty.h"
+#include "qtversion.h"
 #include "support/messagecatcher.h"
 #include "support/spyexpression.h"
 
@@ -29,11 +30,15 @@ VariantObject Record()
 /// The values that the tables call by a name, or else write out.
 QVariant Named(const QString& text)
 {
-    static const QHash<QString, QVariant> values = {
-        {"list", Operands("1, 'two', 3.5")},   {"map", Operands("{'k': 1, ' k ': 'blanks', '5': true, '': 2}").at(0)},
-        {"texts", QStringList{"a", "b"}},      {"hash", QVariantHash{{"k", 1}}},
-        {"record", Record().ToVariant()},      {"null list", QVariant(QVariant::List)},
-        {"null map", QVariant(QVariant::Map)}, {"null text", QVariant(QVariant::String)}};
+    static const QHash<QString, QVariant> values
+        = {{"list", Operands("1, 'two', 3.5")},
+           {"map", Operands("{'k': 1, ' k ': 'blanks', '5': true, '': 2}").at(0)},
+           {"texts", QStringList{"a", "b"}},
+           {"hash", QVariantHash{{"k", 1}}},
+           {"record", Record().ToVariant()},
+           {"null list", QtVersion::NullOf(QMetaType::QVariantList)},
+           {"null map", QtVersion::NullOf(QMetaType::QVariantMap)},
+           {"null text", QtVersion::NullOf(QMetaType::QString)}};
     return values.contains(text) ? values.value(text) : Operands(text).value(0);
 }
 

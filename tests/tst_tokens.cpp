@@ -16,39 +16,75 @@ namespace {
 /// The lexeme, with a letter in front for number, text or variable.
 QString Describe(const Token& token)
 {
-    static const QMap<int, QString> letters = {{24, "n:"}, {25, "v:"}, {27, "t:"}, {28, "t:"}};
+    static const QMap<int, QString> letters = {{Token::TT_NUMBER, "n:"},
+                                               {Token::TT_VARIABLE, "v:"},
+                                               {Token::TT_SINGLE_QUOTE, "t:"},
+                                               {Token::TT_DOUBLE_QUOTE, "t:"}};
     return letters.value(token.GetTokenType()) + token.GetLexeme();
 }
 
 } // namespace
+
+// Hosts are compiled with these numbers.
+static_assert(Token::TT_IDENTIFIER == 1 && Token::TT_HASVALUE == 29, "A new kind comes last");
 
 class tst_Tokens : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    // One text of each kind, in the order of the kinds.
     void Kinds_data()
     {
-        const QString texts = "name ( ) [ ] + - * / = != < > <= >= OR AND XOR NOR NAND NOT TRUE FALSE 7 @p:v . '' \"\" "
-                              "HASVALUE";
-        const QString precedences = "06000334422222211111500000005";
         QTest::addColumn<int>("kind");
         QTest::addColumn<int>("precedence");
-        for (int i = 0; i < precedences.size(); ++i)
-            QTest::newRow(qPrintable(texts.section(' ', i, i))) << i + 1 << precedences.at(i).digitValue();
+        QTest::addColumn<bool>("isBinary");
+        using Kinds = std::vector<std::pair<const char*, Token::TOKEN_TYPE>>;
+        const auto add = [](int precedence, bool isBinary, const Kinds& kinds) {
+            for (const auto& [text, kind] : kinds)
+                QTest::newRow(text) << int(kind) << precedence << isBinary;
+        };
+        add(0, false,
+            {{"name", Token::TT_IDENTIFIER},
+             {")", Token::TT_RIGHT_PARENTHESIS},
+             {"[", Token::TT_LEFT_BRACKET},
+             {"]", Token::TT_RIGHT_BRACKET},
+             {"TRUE", Token::TT_TRUE},
+             {"FALSE", Token::TT_FALSE},
+             {"7", Token::TT_NUMBER},
+             {"@p:v", Token::TT_VARIABLE},
+             {".", Token::TT_DOT},
+             {"''", Token::TT_SINGLE_QUOTE},
+             {"\"\"", Token::TT_DOUBLE_QUOTE}});
+        add(5, false, {{"NOT", Token::TT_NOT}, {"HASVALUE", Token::TT_HASVALUE}});
+        add(6, false, {{"(", Token::TT_LEFT_PARENTHESIS}});
+        add(1, true,
+            {{"OR", Token::TT_OR},
+             {"AND", Token::TT_AND},
+             {"XOR", Token::TT_XOR},
+             {"NOR", Token::TT_NOR},
+             {"NAND", Token::TT_NAND}});
+        add(2, true,
+            {{"=", Token::TT_EQUAL},
+             {"!=", Token::TT_NOT_EQUAL},
+             {"<", Token::TT_SMALLER},
+             {">", Token::TT_GREATER},
+             {"<=", Token::TT_EQUAL_OR_SMALLER},
+             {">=", Token::TT_EQUAL_OR_GREATER}});
+        add(3, true, {{"+", Token::TT_PLUS}, {"-", Token::TT_MINUS}});
+        add(4, true, {{"*", Token::TT_MULTIPLY}, {"/", Token::TT_DIVIDE}});
     }
 
     void Kinds()
     {
         QFETCH(int, kind);
         const QString text = QTest::currentDataTag();
-        const QScopedPointer<Token> token(kind == 1 ? IdentifierToken::Parse(text) : Lexer(text).ReadToken());
+        const bool isName = kind == Token::TT_IDENTIFIER;
+        const QScopedPointer<Token> token(isName ? IdentifierToken::Parse(text) : Lexer(text).ReadToken());
         QCOMPARE(int(token->GetTokenType()), kind);
         QCOMPARE(token->GetLexeme(), text);
         QCOMPARE(token->GetLexemeOffset(), 0);
         QTEST(token->GetPrecedence(), "precedence");
-        QCOMPARE(token->IsBinOp(), kind >= 6 && kind <= 20);
+        QTEST(token->IsBinOp(), "isBinary");
     }
 
     // A "?" stands before the rest that is not recognised.
@@ -135,10 +171,15 @@ private Q_SLOTS:
         QScopedPointer<IExpression> node(token->CreateExpression(nullptr, nullptr, edit, form, "d", false));
         QCOMPARE(!node, !dynamic_cast<ExprObjectProperty*>(node.data()));
         QTEST(node ? node->Retrieve().toString() : messages.Take().join("|"), "expected");
+    }
 
-        const QScopedPointer<Token> parent(VariableToken::Parse("@ParentWidget:p"));
-        node.reset(parent->CreateExpression(nullptr, nullptr, &root, form, "d", false));
-        QCOMPARE(node->Retrieve().toString(), QString("form"));
+    void ParentOfAnObjectWithoutOneIsTheTop()
+    {
+        QObject alone;
+        QObject form;
+        const QScopedPointer<Token> token(VariableToken::Parse("@ParentWidget:p"));
+        const VariableToken* const reference = dynamic_cast<VariableToken*>(token.data());
+        QCOMPARE(reference->GetObjectFromPackage(&alone, &form), &form);
     }
 
     void References()

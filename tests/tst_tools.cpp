@@ -444,12 +444,14 @@ private Q_SLOTS:
 
     void NearestNames()
     {
-        const NearestName names({"windowTitle", "text", "textColor", "value"});
-        const QStringList wrong{"windowtitle", "tetx", "vlaue", "valu", "textColour", "te", "value", "other"};
+        const QString longest(64, 'x');
+        const NearestName names({"windowTitle", "text", "textColor", "value", longest});
+        const QStringList wrong{"windowtitle", "tetx",  "vlaue", "valu",         "textColour",
+                                "te",          "value", "other", longest.mid(1), longest + "x"};
         QStringList found;
         for (const QString& name : wrong)
             found << names.Find(name);
-        QCOMPARE(found, (QStringList{"windowTitle", "text", "value", "value", "textColor", "", "", ""}));
+        QCOMPARE(found, (QStringList{"windowTitle", "text", "value", "value", "textColor", "", "", "", longest, ""}));
     }
 };
 

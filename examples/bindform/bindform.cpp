@@ -23,7 +23,7 @@ void CollectMarked(QObject* object, QVector<MarkedProperty>* properties)
 
 bool HoldsText(const MarkedProperty& property)
 {
-    return property.object->property(property.name.toLatin1()).type() == QVariant::String;
+    return property.object->property(property.name.toLatin1()).userType() == QMetaType::QString;
 }
 
 } // namespace

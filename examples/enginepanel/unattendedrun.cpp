@@ -16,6 +16,7 @@
 #include "DeclarationHandler/iparsingresult.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
 #include "enginepanel.h"
+#include "qtversion.h"
 
 namespace {
 
@@ -199,7 +200,7 @@ void UnattendedRun::SavePicture()
 void UnattendedRun::PrintValues() const
 {
     QTextStream out(stdout);
-    out.setCodec("UTF-8");
+    QtVersion::UseUtf8(out);
     for (const MarkedProperty& property : m_panel->GetBinding().declarations)
         out << NameOf(property) << ": " << ToText(ValueOf(property)) << '\n';
 }

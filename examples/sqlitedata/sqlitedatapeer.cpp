@@ -5,6 +5,7 @@
 #include <chrono>
 
 #include "DataLayer/idataobserver.h"
+#include "qtversion.h"
 #include "sqliteconnection.h"
 
 namespace {
@@ -25,7 +26,7 @@ QByteArray Encode(const QVariant& value)
     if (!value.isValid())
         return stored;
     QDataStream probe(&stored, QIODevice::WriteOnly);
-    if (!QMetaType::save(probe, value.userType(), value.constData()))
+    if (!QtVersion::Save(probe, value))
         return QByteArray();
     stored.clear();
     QDataStream stream(&stored, QIODevice::WriteOnly);

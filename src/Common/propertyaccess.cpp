@@ -18,15 +18,16 @@ PropertyAccess::PropertyAccess(const QObject* object, const QString& name) : m_m
 QVariant PropertyAccess::Read(const QObject* object, const QString& name) const
 {
     if (object->metaObject() == m_metaObject)
-        return m_property.read(object);
-    return object->property(QtCompat::ToAscii(name));
+        return QtCompat::ReadProperty(m_property, object);
+    return QtCompat::ReadProperty(QtCompat::ToAscii(name), object);
 }
 
 bool PropertyAccess::Write(QObject* object, const QString& name, const QVariant& value) const
 {
     if (object->metaObject() == m_metaObject) {
+        // A copy: whoever listens to the property may delete this.
         const QMetaProperty property = m_property;
-        return property.write(object, value);
+        return QtCompat::WriteProperty(property, object, value);
     }
     return object->setProperty(QtCompat::ToAscii(name), value);
 }

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "Common/qtcompat.h"
 #include "DataLayer/idataobserver.h"
 
 namespace {
@@ -36,7 +37,7 @@ bool AreSame(const QVariant& left, const QVariant& right)
         return leftMap.keys() == rightMap.keys() && AreSame(leftMap.values(), rightMap.values());
     }
     default:
-        return left == right;
+        return QtCompat::AreEqual(left, right);
     }
 }
 
@@ -142,7 +143,7 @@ void MemoryDataPeer::EndCall(const Call& call)
     int last = m_calls.count() - 1;
     while (m_calls.at(last).observer != call.observer || m_calls.at(last).thread != call.thread)
         --last;
-    m_calls.removeAt(last);
+    m_calls.remove(last);
     if (!m_removals.isEmpty())
         m_callEnded.notify_all();
 }

@@ -1,7 +1,12 @@
 #include "DeclarationHandler/declarationhandler.h"
 
 #include <QDebug>
+#include <QHash>
+#include <QPair>
+#include <QPointer>
 #include <QSet>
+#include <QSharedPointer>
+#include <QVector>
 #include <QWidget>
 
 #include "Common/objectindex.h"
@@ -52,12 +57,132 @@ int CountAncestors(const QObject* object, const QSet<QObject*>& widgets)
     return count;
 }
 
+void ReportUnknownReference(const QObject* object, const QString& property, const Declaration* reader)
+{
+    const QString reference = Describe(object) + QLatin1Char(':') + property;
+    qDebug() << "Reference to unknown property: '" << reference << "' from declaration : '"
+             << static_cast<const QObject*>(reader) << "' of widget: " << Describe(reader->GetActiveObject());
+}
+
 } // namespace
 
-DeclarationHandler::DeclarationHandler()
-    : m_indexedCount(0), m_texts(new SharedTexts), m_objects(new ObjectIndex), m_cleared(new bool(false))
+/// The declarations of one form, and what is known of them.
+class DeclarationHandlerPrivate
 {
+public:
+    typedef QPair<QObject*, QString> PropertyKey;
+
+    /// That a declaration reads a property of an object. The object's address, by which this is found, may
+    /// be given to another one once the first is destroyed.
+    struct Reference
+    {
+        QPointer<QObject> object;
+        QPointer<Declaration> reader;
+    };
+
+    DeclarationHandlerPrivate() : m_cleared(new bool(false)), m_indexedCount(0) {}
+
+    DeclProperty* NewDeclaration(QObject* widget, const QString& property, QObject* topWidget, const QString& statement,
+                                 const QString& defaultPackage, bool readOnly);
+    DeclProperty* FindDeclaration(QObject* widget, const QString& property);
+    void ConnectReaders(const DeclProperty* writer);
+    void ReportUnknownReferences() const;
+    void ForgetNames();
+
+    QVector<DeclProperty*> m_declarations;                  ///< Owned; in the order added.
+    QMultiHash<PropertyKey, Reference> m_pendingReferences; ///< By the property read.
+    SharedTexts m_texts;                                    ///< Of the names in statements, until the form is complete.
+    QSharedPointer<bool> m_cleared; ///< Set, and replaced, by Clear(): what walks through the list stops.
+
+    QMultiHash<QObject*, DeclProperty*> m_byObject; ///< The first few declarations, by what they act on.
+    int m_indexedCount;                             ///< How many; the others when first needed.
+
+private:
+    Q_DISABLE_COPY(DeclarationHandlerPrivate)
+
+    ObjectIndex m_objects; ///< By name, until the form is complete.
+};
+
+DeclProperty* DeclarationHandlerPrivate::NewDeclaration(QObject* widget, const QString& property, QObject* topWidget,
+                                                        const QString& statement, const QString& defaultPackage,
+                                                        bool readOnly)
+{
+    const FormScope scope(&m_texts, &m_objects);
+    IDataPeer* const dataPeer = GetDataPeer();
+    DeclProperty* const declaration = new DeclProperty(widget, property);
+    Parser parser;
+    parser.Tokenize(statement);
+    declaration->SetCondition(parser.Parse(dataPeer, declaration, widget, topWidget, defaultPackage, readOnly));
+    declaration->SetDataPeer(dataPeer);
+
+    const QSet<PropertyKey> references = parser.GetReferencedProperties();
+    for (QSet<PropertyKey>::const_iterator it = references.constBegin(); it != references.constEnd(); ++it) {
+        const Reference reference = {it->first, declaration};
+        m_pendingReferences.insert(*it, reference);
+    }
+    return declaration;
 }
+
+/// The first declaration added of that property of that object; null when there is none.
+DeclProperty* DeclarationHandlerPrivate::FindDeclaration(QObject* widget, const QString& property)
+{
+    for (; m_indexedCount < m_declarations.count(); ++m_indexedCount) {
+        DeclProperty* const declaration = m_declarations.at(m_indexedCount);
+        if (QObject* const object = declaration->GetActiveObject())
+            m_byObject.insert(object, declaration);
+    }
+    DeclProperty* first = nullptr;
+    QMultiHash<QObject*, DeclProperty*>::const_iterator it = m_byObject.constFind(widget);
+    // The ones added last come first. One of another object, destroyed, may have the same key.
+    for (; it != m_byObject.constEnd() && it.key() == widget; ++it) {
+        if (it.value()->GetActiveObject() == widget && it.value()->GetProperty() == property)
+            first = it.value();
+    }
+    return first;
+}
+
+void DeclarationHandlerPrivate::ConnectReaders(const DeclProperty* writer)
+{
+    const PropertyKey key(writer->GetActiveObject(), writer->GetProperty());
+    QMultiHash<PropertyKey, Reference>::iterator it = m_pendingReferences.find(key);
+    while (it != m_pendingReferences.end() && it.key() == key) {
+        if (!it->object) {
+            ++it;
+            continue;
+        }
+        if (it->reader) {
+            QObject::connect(writer, QTCOMPAT_SIGNAL(Declaration, Updated, ()), it->reader.data(),
+                             QTCOMPAT_SLOT(bool, Declaration, Update, ()));
+        }
+        it = m_pendingReferences.erase(it);
+    }
+}
+
+void DeclarationHandlerPrivate::ReportUnknownReferences() const
+{
+    QMap<PropertyKey, bool> unknown; // in order
+    QMultiHash<PropertyKey, Reference>::const_iterator it = m_pendingReferences.constBegin();
+    for (; it != m_pendingReferences.constEnd(); ++it) {
+        if (it.key().second.startsWith(QLatin1String(LocalizedPrefix), Qt::CaseSensitive))
+            unknown.insert(it.key(), true);
+    }
+    const QList<PropertyKey> keys = unknown.keys();
+    for (int i = 0; i < keys.count(); ++i) {
+        const QList<Reference> references = m_pendingReferences.values(keys.at(i));
+        for (int j = 0; j < references.count(); ++j) {
+            if (references.at(j).reader)
+                ReportUnknownReference(references.at(j).object, keys.at(i).second, references.at(j).reader);
+        }
+    }
+}
+
+void DeclarationHandlerPrivate::ForgetNames()
+{
+    m_texts.Clear();
+    m_objects.Clear();
+}
+
+DeclarationHandler::DeclarationHandler() : d(new DeclarationHandlerPrivate) {}
 
 DeclarationHandler::~DeclarationHandler()
 {
@@ -69,18 +194,18 @@ bool DeclarationHandler::AddDeclaration(QObject* topWidget, QObject* widget, QSt
 {
     if (!PropertyInfo::IsOvexProperty(property) || !widget)
         return false;
-    property = m_texts->Share(PropertyInfo::ToNormal(property));
+    property = d->m_texts.Share(PropertyInfo::ToNormal(property));
     if (initialize)
         InitializeProperty(widget, property);
 
-    m_declarations.append(NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly));
+    d->m_declarations.append(d->NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly));
     return true;
 }
 
 bool DeclarationHandler::AddDefaultDeclaration(QObject* topWidget, QObject* widget, QString property, QString statement,
                                                QString defaultPackage)
 {
-    if (FindDeclaration(widget, PropertyInfo::ToNormal(property)))
+    if (d->FindDeclaration(widget, PropertyInfo::ToNormal(property)))
         return false;
     return AddDeclaration(topWidget, widget, property, statement, defaultPackage, true, false);
 }
@@ -102,26 +227,7 @@ Declaration* DeclarationHandler::CreateDeclaration(QObject* widget, QString prop
                                                    const QString& statement, const QString& defaultPackage,
                                                    bool readOnly)
 {
-    return NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly);
-}
-
-DeclProperty* DeclarationHandler::NewDeclaration(QObject* widget, const QString& property, QObject* topWidget,
-                                                 const QString& statement, const QString& defaultPackage, bool readOnly)
-{
-    const FormScope scope(m_texts.data(), m_objects.data());
-    IDataPeer* const dataPeer = GetDataPeer();
-    DeclProperty* const declaration = new DeclProperty(widget, property);
-    Parser parser;
-    parser.Tokenize(statement);
-    declaration->SetCondition(parser.Parse(dataPeer, declaration, widget, topWidget, defaultPackage, readOnly));
-    declaration->SetDataPeer(dataPeer);
-
-    const QSet<PropertyKey> references = parser.GetReferencedProperties();
-    for (QSet<PropertyKey>::const_iterator it = references.constBegin(); it != references.constEnd(); ++it) {
-        const Reference reference = {it->first, declaration};
-        m_pendingReferences.insert(*it, reference);
-    }
-    return declaration;
+    return d->NewDeclaration(widget, property, topWidget, statement, defaultPackage, readOnly);
 }
 
 void DeclarationHandler::InitializeProperty(QObject* widget, const QString& property) const
@@ -137,58 +243,56 @@ void DeclarationHandler::InitializeProperty(QObject* widget, const QString& prop
 
 void DeclarationHandler::ConnectPropertyCrossReferences()
 {
-    for (int i = 0; i < m_declarations.count() && !m_pendingReferences.isEmpty(); ++i)
-        ConnectReaders(m_declarations.at(i));
-    ReportUnknownReferences();
-    m_pendingReferences.clear();
-    m_texts->Clear();
-    m_objects->Clear();
+    for (int i = 0; i < d->m_declarations.count() && !d->m_pendingReferences.isEmpty(); ++i)
+        d->ConnectReaders(d->m_declarations.at(i));
+    d->ReportUnknownReferences();
+    d->m_pendingReferences.clear();
+    d->ForgetNames();
 }
 
 // Slots that run in between may clear or delete this handler.
 void DeclarationHandler::Update()
 {
-    const QSharedPointer<bool> cleared = m_cleared;
-    const int count = m_declarations.count();
+    const QSharedPointer<bool> cleared = d->m_cleared;
+    const int count = d->m_declarations.count();
     for (int i = 0; i < count && !*cleared; ++i)
-        m_declarations.at(i)->Update(true);
+        d->m_declarations.at(i)->Update(true);
 }
 
 void DeclarationHandler::Save(QObject* scope, const QString& objectName)
 {
     const bool all = !scope || objectName.isEmpty();
     const QSet<QObject*> containers = all ? QSet<QObject*>() : WidgetsNamed(objectName, scope);
-    const QSharedPointer<bool> cleared = m_cleared;
-    const int count = m_declarations.count();
+    const QSharedPointer<bool> cleared = d->m_cleared;
+    const int count = d->m_declarations.count();
     for (int i = 0; i < count && !*cleared; ++i) {
-        const QObject* const object = m_declarations.at(i)->GetActiveObject();
+        const QObject* const object = d->m_declarations.at(i)->GetActiveObject();
         if (!object)
             continue;
         int saves = 1;
         if (!all && object->objectName() != objectName)
             saves = object->isWidgetType() ? CountAncestors(object, containers) : 0;
         for (; saves > 0 && !*cleared; --saves)
-            m_declarations.at(i)->Save();
+            d->m_declarations.at(i)->Save();
     }
 }
 
 void DeclarationHandler::SaveProperty(QObject* widget, const QString& property)
 {
-    if (DeclProperty* const declaration = FindDeclaration(widget, property))
+    if (DeclProperty* const declaration = d->FindDeclaration(widget, property))
         declaration->Save();
 }
 
 void DeclarationHandler::Clear()
 {
-    *m_cleared = true;
-    m_cleared = QSharedPointer<bool>(new bool(false));
-    m_byObject.clear();
-    m_indexedCount = 0;
-    m_pendingReferences.clear();
-    m_texts->Clear();
-    m_objects->Clear();
-    const QVector<DeclProperty*> declarations = m_declarations;
-    m_declarations.clear();
+    *d->m_cleared = true;
+    d->m_cleared = QSharedPointer<bool>(new bool(false));
+    d->m_byObject.clear();
+    d->m_indexedCount = 0;
+    d->m_pendingReferences.clear();
+    d->ForgetNames();
+    const QVector<DeclProperty*> declarations = d->m_declarations;
+    d->m_declarations.clear();
     qDeleteAll(declarations);
 }
 
@@ -229,72 +333,11 @@ QMap<QString, QVariant> DeclarationHandler::GetUninitializedMap(QMap<QString, QV
 
 QVariant DeclarationHandler::GetUninitializedVariant(QVariant value) const
 {
-    if (value.type() == QVariant::String)
+    if (value.userType() == QMetaType::QString)
         return GetUninitializedString(value.toString());
-    if (value.type() == QVariant::StringList)
+    if (value.userType() == QMetaType::QStringList)
         return GetUninitializedStringList(value.toStringList());
-    if (value.type() == QVariant::Map)
+    if (value.userType() == QMetaType::QVariantMap)
         return GetUninitializedMap(value.toMap());
     return value;
-}
-
-/// The first declaration added of that property of that object; null when there is none.
-DeclProperty* DeclarationHandler::FindDeclaration(QObject* widget, const QString& property)
-{
-    for (; m_indexedCount < m_declarations.count(); ++m_indexedCount) {
-        DeclProperty* const declaration = m_declarations.at(m_indexedCount);
-        if (QObject* const object = declaration->GetActiveObject())
-            m_byObject.insert(object, declaration);
-    }
-    DeclProperty* first = nullptr;
-    QMultiHash<QObject*, DeclProperty*>::const_iterator it = m_byObject.constFind(widget);
-    // The ones added last come first. One of another object, destroyed, may have the same key.
-    for (; it != m_byObject.constEnd() && it.key() == widget; ++it) {
-        if (it.value()->GetActiveObject() == widget && it.value()->GetProperty() == property)
-            first = it.value();
-    }
-    return first;
-}
-
-void DeclarationHandler::ConnectReaders(const DeclProperty* writer)
-{
-    const PropertyKey key(writer->GetActiveObject(), writer->GetProperty());
-    QMultiHash<PropertyKey, Reference>::iterator it = m_pendingReferences.find(key);
-    while (it != m_pendingReferences.end() && it.key() == key) {
-        if (!it->object) {
-            ++it;
-            continue;
-        }
-        if (it->reader) {
-            QObject::connect(writer, QTCOMPAT_SIGNAL(Declaration, Updated, ()), it->reader.data(),
-                             QTCOMPAT_SLOT(bool, Declaration, Update, ()));
-        }
-        it = m_pendingReferences.erase(it);
-    }
-}
-
-void DeclarationHandler::ReportUnknownReferences() const
-{
-    QMap<PropertyKey, bool> unknown; // in order
-    QMultiHash<PropertyKey, Reference>::const_iterator it = m_pendingReferences.constBegin();
-    for (; it != m_pendingReferences.constEnd(); ++it) {
-        if (it.key().second.startsWith(QLatin1String(LocalizedPrefix), Qt::CaseSensitive))
-            unknown.insert(it.key(), true);
-    }
-    const QList<PropertyKey> keys = unknown.keys();
-    for (int i = 0; i < keys.count(); ++i) {
-        const QList<Reference> references = m_pendingReferences.values(keys.at(i));
-        for (int j = 0; j < references.count(); ++j) {
-            if (references.at(j).reader)
-                ReportUnknownReference(references.at(j).object, keys.at(i).second, references.at(j).reader);
-        }
-    }
-}
-
-void DeclarationHandler::ReportUnknownReference(const QObject* object, const QString& property,
-                                                const Declaration* reader) const
-{
-    const QString reference = Describe(object) + QLatin1Char(':') + property;
-    qDebug() << "Reference to unknown property: '" << reference << "' from declaration : '"
-             << static_cast<const QObject*>(reader) << "' of widget: " << Describe(reader->GetActiveObject());
 }

@@ -1,24 +1,17 @@
 #ifndef DECLARATIONHANDLER_H
 #define DECLARATIONHANDLER_H
 
-#include <QHash>
 #include <QMap>
-#include <QPair>
-#include <QPointer>
 #include <QScopedPointer>
-#include <QSharedPointer>
 #include <QStringList>
 #include <QVariant>
-#include <QVector>
 
 #include "DeclarationHandler/declaration.h"
 
-class DeclProperty;
+class DeclarationHandlerPrivate;
 class IDataObserver;
 class IDataPeer;
 class IExpression;
-class ObjectIndex;
-class SharedTexts;
 
 /// Holds the declarations of one form: it keeps bound properties equal to their statements and writes
 /// them back on request.
@@ -124,30 +117,7 @@ public:
 private:
     Q_DISABLE_COPY(DeclarationHandler)
 
-    typedef QPair<QObject*, QString> PropertyKey;
-
-    /// That a declaration reads a property of an object. The object's address, by which this is found, may
-    /// be given to another one once the first is destroyed.
-    struct Reference
-    {
-        QPointer<QObject> object;
-        QPointer<Declaration> reader;
-    };
-
-    DeclProperty* NewDeclaration(QObject* widget, const QString& property, QObject* topWidget, const QString& statement,
-                                 const QString& defaultPackage, bool readOnly);
-    DeclProperty* FindDeclaration(QObject* widget, const QString& property);
-    void ConnectReaders(const DeclProperty* writer);
-    void ReportUnknownReferences() const;
-    void ReportUnknownReference(const QObject* object, const QString& property, const Declaration* reader) const;
-
-    QVector<DeclProperty*> m_declarations;                  ///< Owned; in the order added.
-    QMultiHash<QObject*, DeclProperty*> m_byObject;         ///< The first few of them, by what they act on.
-    int m_indexedCount;                                     ///< How many; the others when first needed.
-    QMultiHash<PropertyKey, Reference> m_pendingReferences; ///< By the property read.
-    QScopedPointer<SharedTexts> m_texts;                    ///< Of names, until the form is complete.
-    QScopedPointer<ObjectIndex> m_objects;                  ///< Likewise.
-    QSharedPointer<bool> m_cleared; ///< Set, and replaced, by Clear(): what walks through the list stops.
+    QScopedPointer<DeclarationHandlerPrivate> d;
 };
 
 #endif

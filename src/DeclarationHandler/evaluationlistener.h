@@ -12,6 +12,7 @@ class QVariant;
 class DECLARATIONHANDLER_EXPORT EvaluationListener
 {
 public:
+    /// Why a node has no value.
     enum Problem
     {
         NoCollection,     ///< What is indexed is neither a list nor a map.
@@ -36,6 +37,7 @@ public:
     public:
         /// \a listener must outlive this.
         explicit Use(EvaluationListener* listener);
+        /// Makes the one before the current one again.
         ~Use();
 
     private:

@@ -1,9 +1,10 @@
 #include "DeclarationHandler/interpreter.h"
 
 #include <QDebug>
-#include <QMutexLocker>
 #include <QScopedPointer>
 #include <QStringList>
+
+#include <mutex>
 
 #include "DeclarationHandler/Tokens/textview.h"
 #include "DeclarationHandler/iexpression.h"
@@ -24,42 +25,51 @@ void PrintResult(const QString& statement, const IParsingResult& result)
 
 } // namespace
 
+/// What the short operations take for granted.
+class InterpreterPrivate
+{
+public:
+    InterpreterPrivate(IDataPeer* dataPeer, IDataObserver* dataObserver, IParser* parser)
+        : m_dataPeer(dataPeer), m_dataObserver(dataObserver), m_parser(parser)
+    {
+    }
+
+    IDataPeer* const m_dataPeer;
+    IDataObserver* const m_dataObserver;
+    const QScopedPointer<IParser> m_parser; ///< Makes the parsers of all statements.
+    std::recursive_mutex m_lock;            ///< Held by the short operations.
+
+private:
+    Q_DISABLE_COPY(InterpreterPrivate)
+};
+
 Interpreter::Interpreter(IDataPeer* dataPeer, IDataObserver* dataObserver, IParser* parser)
-    : m_dataPeer(dataPeer),
-      m_dataObserver(dataObserver),
-      m_parser(parser ? parser : new Parser),
-      m_lock(QMutex::Recursive)
+    : d(new InterpreterPrivate(dataPeer, dataObserver, parser ? parser : new Parser))
 {
 }
 
-Interpreter::~Interpreter()
-{
-    delete m_parser;
-}
+Interpreter::~Interpreter() {}
 
 QVariant Interpreter::Evaluate(const QString& statement, IParsingResult** result)
 {
-    const QMutexLocker locker(&m_lock);
-    const IInterpreter* const self = this;
-    return self->Evaluate(statement, m_dataPeer, m_dataObserver, QLatin1String(""), nullptr, nullptr, result);
+    const std::lock_guard<std::recursive_mutex> locker(d->m_lock);
+    return Evaluate(statement, d->m_dataPeer, d->m_dataObserver, QLatin1String(""), nullptr, nullptr, result);
 }
 
 QVariant Interpreter::Evaluate(const QString& statement, IDataPeer* dataPeer, IDataObserver* dataObserver,
                                const QString& defaultPackage, QObject* widget, QObject* topWidget,
                                IParsingResult** result) const
 {
-    const IInterpreter* const self = this;
     const QScopedPointer<IExpression> expression(
-        self->CreateStatement(statement, dataPeer, dataObserver, true, defaultPackage, widget, topWidget, result));
+        CreateStatement(statement, dataPeer, dataObserver, true, defaultPackage, widget, topWidget, result));
     return expression ? expression->Retrieve() : QVariant();
 }
 
 IExpression* Interpreter::CreateStatement(const QString& statement, bool readOnly, IParsingResult** result)
 {
-    const QMutexLocker locker(&m_lock);
-    const IInterpreter* const self = this;
-    return self->CreateStatement(statement, m_dataPeer, m_dataObserver, readOnly, QLatin1String(""), nullptr, nullptr,
-                                 result);
+    const std::lock_guard<std::recursive_mutex> locker(d->m_lock);
+    return CreateStatement(statement, d->m_dataPeer, d->m_dataObserver, readOnly, QLatin1String(""), nullptr, nullptr,
+                           result);
 }
 
 IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* dataPeer, IDataObserver* dataObserver,
@@ -68,13 +78,14 @@ IExpression* Interpreter::CreateStatement(const QString& statement, IDataPeer* d
 {
     if (TextView::SkipSpace(statement, 0) == statement.length())
         return nullptr;
-    const QScopedPointer<IParser> parser(m_parser->NewParser());
+    const QScopedPointer<IParser> parser(d->m_parser->NewParser());
     parser->Tokenize(statement);
     IExpression* const expression = parser->Parse(dataPeer, dataObserver, widget, topWidget, defaultPackage, readOnly);
-    QScopedPointer<IParsingResult> record(parser->CopyResult());
-    if (result)
-        *result = record.take();
-    else
+    if (result) {
+        *result = parser->CopyResult();
+    } else {
+        const QScopedPointer<IParsingResult> record(parser->CopyResult());
         PrintResult(statement, *record);
+    }
     return expression;
 }

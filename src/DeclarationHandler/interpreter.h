@@ -1,10 +1,11 @@
 #ifndef INTERPRETER_H
 #define INTERPRETER_H
 
-#include <QMutex>
+#include <QScopedPointer>
 
 #include "DeclarationHandler/iinterpreter.h"
 
+class InterpreterPrivate;
 class IParser;
 
 /// The interpreter of the statement language. It keeps nothing from one statement to the next.
@@ -29,10 +30,7 @@ public:
 private:
     Q_DISABLE_COPY(Interpreter)
 
-    IDataPeer* m_dataPeer;
-    IDataObserver* m_dataObserver;
-    IParser* m_parser;
-    QMutex m_lock;
+    QScopedPointer<InterpreterPrivate> d;
 };
 
 #endif

@@ -13,6 +13,7 @@ class VariableToken;
 /// A node that the parser has built.
 struct ParsedNode
 {
+    /// What it is made of.
     enum Kind
     {
         Operand,     ///< A literal or reference.
@@ -23,9 +24,9 @@ struct ParsedNode
         Member       ///< Left is the object, right the member.
     };
 
-    Kind kind;
+    Kind kind; ///< What it is made of.
     int token; ///< The operand's own, the operator or the opening bracket; counted from 0 as they were told.
-    const IExpression* node;
+    const IExpression* node;  ///< The parser's or its parent's.
     const IExpression* left;  ///< Null for operands.
     const IExpression* right; ///< Null where there is one child or none.
 };
@@ -33,21 +34,22 @@ struct ParsedNode
 /// What the parser puts into its record, and where.
 struct ParserReport
 {
+    /// Why it is reported.
     enum Cause
     {
         UnrecognisedText, ///< No token starts there.
         MissingClosing,   ///< The statement ends where a bracket should close.
         WrongClosing,     ///< Something else stands where a bracket should close.
         TooDeep,          ///< The statement as a whole.
-        EmptyStatement,
-        OperandWanted,  ///< What stands there starts no operand.
-        OperatorWanted, ///< What stands there cannot follow an operand.
-        UnknownObject,  ///< The widget path leads to no object.
-        Consequence,    ///< There is no tree for a reason that was told before.
-        LeftOver        ///< What stands there is behind a complete expression.
+        EmptyStatement,   ///< It has no tokens.
+        OperandWanted,    ///< What stands there starts no operand.
+        OperatorWanted,   ///< What stands there cannot follow an operand.
+        UnknownObject,    ///< The widget path leads to no object.
+        Consequence,      ///< There is no tree for a reason that was told before.
+        LeftOver          ///< What stands there is behind a complete expression.
     };
 
-    Cause cause;
+    Cause cause;     ///< Why it is reported.
     bool isError;    ///< Else a warning.
     QString message; ///< As in the record.
     TextPlace place; ///< Of length 0 at the end of the statement.

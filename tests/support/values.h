@@ -11,23 +11,23 @@
 /// (QVariant itself takes the text "2" and both numbers for equal.)
 inline QString Exact(const QVariant& value)
 {
-    const QVariant::Type type = value.type();
-    if (type == QVariant::Double) {
+    const int type = value.userType();
+    if (type == QMetaType::Double) {
         const QString text = QString::number(value.toDouble(), 'g', 17);
         return text.contains(QRegularExpression("[.en]")) ? text : text + ".0";
     }
-    if (type == QVariant::String)
+    if (type == QMetaType::QString)
         return "'" + value.toString() + "'";
-    if (type == QVariant::Bool || type == QVariant::Int || type == QVariant::Invalid)
+    if (type == QMetaType::Bool || type == QMetaType::Int || type == QMetaType::UnknownType)
         return value.isValid() ? value.toString() : "-";
     QStringList parts;
     for (const QVariant& element : value.toList())
         parts << Exact(element);
     for (const QString& key : value.toMap().keys())
         parts << "'" + key + "': " + Exact(value.toMap().value(key));
-    if (type == QVariant::Map)
+    if (type == QMetaType::QVariantMap)
         return "{" + parts.join(", ") + "}";
-    return (type == QVariant::List ? "" : value.typeName()) + ("[" + parts.join(", ") + "]");
+    return (type == QMetaType::QVariantList ? "" : value.typeName()) + ("[" + parts.join(", ") + "]");
 }
 
 /// Turns texts that start with the mark into numbers, in lists and maps too.
@@ -44,7 +44,9 @@ inline QVariant WithNumbers(const QVariant& value, QChar mark)
     QVariantMap map = value.toMap();
     for (QVariant& entry : map)
         entry = WithNumbers(entry, mark);
-    return value.type() == QVariant::List ? list : value.type() == QVariant::Map ? QVariant(map) : value;
+    return value.userType() == QMetaType::QVariantList ? list
+        : value.userType() == QMetaType::QVariantMap   ? QVariant(map)
+                                                       : value;
 }
 
 /// Values in JSON, with commas between them. Numbers without point and exponent are int, others double:

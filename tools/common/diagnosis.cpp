@@ -70,8 +70,8 @@ QString Excerpt(const QString& text, const TextPlace& place, const QString& labe
     const QString before = (start == 0                      ? label
                                 : EndsLine(text, start - 1) ? QString()
                                                             : QString("..."))
-        + text.midRef(start, place.offset - start);
-    const QString line = before + text.midRef(place.offset, end - place.offset) + (EndsLine(text, end) ? "" : "...");
+        + text.mid(start, place.offset - start);
+    const QString line = before + text.mid(place.offset, end - place.offset) + (EndsLine(text, end) ? "" : "...");
     const QString marks = '^' + QString(qBound(1, place.length, qMax(1, end - place.offset)) - 1, '~');
     const QString indent(4, ' ');
     return indent + line + '\n' + indent + Blanks(before) + marks + '\n';

@@ -3,25 +3,27 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
-#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
+
+#include "qtversion.h"
 
 namespace {
 
 /// Building a form is recursive, in the one who loads it as well.
 const int MaxDepth = 300;
 
-QTextCodec* CodecOf(const QByteArray& content)
+const char ByteOrderMark[] = "\xef\xbb\xbf";
+
+QString Decode(const QByteArray& content)
 {
     static const QRegularExpression declaration("^<\\?xml[^>]*encoding\\s*=\\s*[\"']([^\"']+)");
     const QRegularExpressionMatch match = declaration.match(QString::fromLatin1(content.left(200)));
-    QTextCodec* const declared = QTextCodec::codecForName(match.captured(1).toLatin1());
-    return QTextCodec::codecForUtfText(content, declared ? declared : QTextCodec::codecForName("UTF-8"));
+    return QtVersion::Decode(content, match.captured(1).toLatin1());
 }
 
-int KindOf(const QStringRef& element)
+int KindOf(QStringView element)
 {
     static const QHash<QString, int> kinds{{"widget", FormObject::Widget},
                                            {"layout", FormObject::Layout},
@@ -77,7 +79,7 @@ private:
 
     bool StartsWith(const char* text) const
     {
-        return m_source.midRef(m_position, int(qstrlen(text))) == QLatin1String(text);
+        return QStringView(m_source).mid(m_position, int(qstrlen(text))) == QLatin1String(text);
     }
 
     int IndexOf(const char* text) const
@@ -98,7 +100,7 @@ private:
     {
         const QChar character = m_source.at(m_position);
         Append(character == '\r' ? QChar('\n') : character);
-        m_position += character == '\r' && m_source.midRef(m_position + 1, 1) == QLatin1String("\n") ? 2 : 1;
+        m_position += character == '\r' && QStringView(m_source).mid(m_position + 1, 1) == QLatin1String("\n") ? 2 : 1;
     }
 
     void ReadEntity()
@@ -107,7 +109,7 @@ private:
         const int end = IndexOf(";");
         const QString name = m_source.mid(m_position + 1, end - m_position - 1);
         if (name.startsWith('#')) {
-            const uint code = name.startsWith("#x") ? name.midRef(2).toUInt(nullptr, 16) : name.midRef(1).toUInt();
+            const char32_t code = name.startsWith("#x") ? name.mid(2).toUInt(nullptr, 16) : name.mid(1).toUInt();
             const QString characters = QString::fromUcs4(&code, 1);
             for (const QChar character : characters)
                 Append(character);
@@ -146,11 +148,10 @@ bool FormDocument::Parse(const QByteArray& content, const QString& fileName, QSt
 {
     if (!SetSource(content)) {
         const Position position = PositionOf(m_source.indexOf(QChar::ReplacementCharacter));
-        *error = QString("%1:%2:%3: The text is no %4.")
+        *error = QString("%1:%2:%3: The text is no UTF-8.")
                      .arg(fileName)
                      .arg(position.line)
-                     .arg(position.column)
-                     .arg(QString::fromLatin1(CodecOf(content)->name()));
+                     .arg(position.column);
         return false;
     }
     QXmlStreamReader reader(m_source);
@@ -188,20 +189,16 @@ TextPlace FormDocument::SourcePlace(const FormProperty& property, const TextPlac
 
 QByteArray FormDocument::Replaced(const QVector<QPair<TextPlace, QString>>& replacements) const
 {
-    QTextCodec* const codec = CodecOf(m_content);
-    const auto encoded = [&](const QString& text, QTextCodec::ConversionFlags flags) {
-        QTextCodec::ConverterState state(flags);
-        return codec->fromUnicode(text.constData(), text.size(), &state);
-    };
-    QTextCodec::ConversionFlags mark = QTextCodec::IgnoreHeader;
-    if (encoded(m_source, mark) != m_content)
-        mark = QTextCodec::DefaultConversion;
-    if (encoded(m_source, mark) != m_content)
-        return QByteArray();
     QString source = m_source;
     for (auto it = replacements.rbegin(); it != replacements.rend(); ++it)
         source.replace(it->first.offset, it->first.length, it->second);
-    return encoded(source, mark);
+    const QByteArray mark = m_content.startsWith(ByteOrderMark) ? ByteOrderMark : "";
+    QByteArray content;
+    if (mark + m_source.toUtf8() == m_content)
+        content = mark + source.toUtf8();
+    else if (m_source.toLatin1() == m_content)
+        content = source.toLatin1();
+    return Decode(content) == source ? content : QByteArray();
 }
 
 /// False for a text that its encoding does not allow.
@@ -209,17 +206,18 @@ bool FormDocument::SetSource(const QByteArray& content)
 {
     *this = FormDocument();
     m_content = content;
-    QTextCodec::ConverterState state;
-    m_source = CodecOf(content)->toUnicode(content.constData(), content.size(), &state);
+    m_source = Decode(content);
     m_lineStarts.append(0);
     for (int i = 0; i < m_source.size(); ++i) {
         const QChar character = m_source.at(i);
-        if (character == '\n' || (character == '\r' && m_source.midRef(i + 1, 1) != QLatin1String("\n")))
+        if (character == '\n' || (character == '\r' && QStringView(m_source).mid(i + 1, 1) != QLatin1String("\n")))
             m_lineStarts.append(i + 1);
         else if (character.isLowSurrogate())
             m_lowSurrogates.append(i);
     }
-    return state.invalidChars == 0 && state.remainingChars == 0;
+    // In other encodings nothing stands for what is invalid, and UTF-16 has zeros.
+    return !m_source.contains(QChar::ReplacementCharacter) || content.contains('\0')
+        || content.contains(QString(QChar::ReplacementCharacter).toUtf8());
 }
 
 void FormDocument::ReadElements(QXmlStreamReader* reader)
@@ -235,14 +233,14 @@ void FormDocument::ReadElements(QXmlStreamReader* reader)
 
 void FormDocument::ReadStart(QXmlStreamReader* reader)
 {
-    const QStringRef element = reader->name();
-    if (m_open.isEmpty() && element != "ui") {
+    const QStringView element = reader->name();
+    if (m_open.isEmpty() && element != QLatin1String("ui")) {
         reader->raiseError("No form: the outermost element is not \"ui\".");
-    } else if (element == "property") {
+    } else if (element == QLatin1String("property")) {
         ReadProperty(reader);
-    } else if (element == "attribute") {
+    } else if (element == QLatin1String("attribute")) {
         ReadAttribute(reader);
-    } else if (element == "customwidget") {
+    } else if (element == QLatin1String("customwidget")) {
         ReadCustomWidget(reader);
     } else if (m_open.size() > MaxDepth) {
         reader->raiseError(QString("The elements are nested more than %1 deep.").arg(MaxDepth));
@@ -334,9 +332,9 @@ void FormDocument::ReadCustomWidget(QXmlStreamReader* reader)
     QString customClass;
     QString baseClass;
     while (reader->readNextStartElement()) {
-        if (reader->name() == "class")
+        if (reader->name() == QLatin1String("class"))
             customClass = reader->readElementText(QXmlStreamReader::SkipChildElements).trimmed();
-        else if (reader->name() == "extends")
+        else if (reader->name() == QLatin1String("extends"))
             baseClass = reader->readElementText(QXmlStreamReader::SkipChildElements).trimmed();
         else
             reader->skipCurrentElement();
@@ -356,7 +354,7 @@ TextPlace FormDocument::AttributePlace(const QXmlStreamReader& reader, const QSt
         const QRegularExpressionMatch found = match.next();
         const int group = found.capturedStart(2) >= 0 ? 2 : 3;
         if (found.captured(1) == attribute)
-            return {start + found.capturedStart(group), found.capturedLength(group)};
+            return {start + int(found.capturedStart(group)), int(found.capturedLength(group))};
     }
     return {start, 1};
 }

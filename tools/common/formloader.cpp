@@ -22,9 +22,9 @@ QVector<bool> FindLayouts(const QByteArray& text)
             open.removeLast();
         if (!reader.isStartElement())
             continue;
-        if (reader.name() == "layout" && !open.isEmpty() && open.last() >= 0)
+        if (reader.name() == QLatin1String("layout") && !open.isEmpty() && open.last() >= 0)
             hasLayout[open.last()] = true;
-        const bool isWidget = reader.name() == "widget";
+        const bool isWidget = reader.name() == QLatin1String("widget");
         open.append(isWidget ? hasLayout.size() : -1);
         if (isWidget)
             hasLayout.append(false);
@@ -46,8 +46,9 @@ QByteArray Mended(const QByteArray& text)
         if (reader.hasError())
             return text;
         writer.writeCurrentToken(reader);
-        if (reader.isStartElement() && reader.name() == "widget" && !hasLayout.at(widgets++)
-            && reader.attributes().value("class") == "QWidget" && !reader.attributes().hasAttribute("native"))
+        if (reader.isStartElement() && reader.name() == QLatin1String("widget") && !hasLayout.at(widgets++)
+            && reader.attributes().value("class") == QLatin1String("QWidget")
+            && !reader.attributes().hasAttribute("native"))
             writer.writeAttribute("native", "true");
     }
     return mended;

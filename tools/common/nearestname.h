@@ -2,36 +2,25 @@
 #define NEARESTNAME_H
 
 #include <QStringList>
-#include <QVector>
 
 /// Finds the name that was probably meant by one that does not exist.
 class NearestName
 {
 public:
     NearestName() = default;
-    explicit NearestName(const QStringList& names);
+    explicit NearestName(const QStringList& names) : m_names(names) {}
 
-    /// The name with the smallest edit distance, of equal ones the first; empty when none is near: up
-    /// to a third of the letters may differ, and any in upper and lower case.
+    /// The name that takes the fewest edits, of equal ones the first: inserting, deleting or replacing a
+    /// letter, or swapping two neighbours; upper and lower case are alike. Empty when none takes at most one
+    /// edit for three letters, and for names of more than 64 letters.
     QString Find(const QString& name) const;
     /// As Find(), but nothing where several are near, however much.
     QString FindOnly(const QString& name) const;
     /// «; did you mean "..."?», or nothing.
     QString Hint(const QString& name) const;
 
-    /// How many letters must be inserted, deleted, replaced or swapped with their neighbour; \a limit + 1
-    /// when it is more than \a limit.
-    static int Distance(const QString& left, const QString& right, int limit);
-
 private:
-    struct Candidate
-    {
-        QString name;
-        QString folded;  ///< Without upper case.
-        quint64 letters; ///< A bit for each letter that occurs, which rules out most names at once.
-    };
-
-    QVector<Candidate> m_candidates;
+    QStringList m_names;
 };
 
 #endif

@@ -36,7 +36,7 @@ StatementFinding ForeignFinding(const Foreign& foreign, int offset)
 {
     const QString text = QLatin1String(foreign.text);
     return {Check::ForeignOperator,
-            {offset, text.size()},
+            {offset, int(text.size())},
             QString("There is no \"%1\" in the language; %2").arg(text, foreign.hint)};
 }
 
@@ -90,7 +90,7 @@ private:
             return None();
         for (const Foreign& pair : PairedTexts) {
             const int offset = Before()->place.offset;
-            if (m_statement.midRef(offset).startsWith(QLatin1String(pair.text)))
+            if (QStringView(m_statement).mid(offset).startsWith(QLatin1String(pair.text)))
                 return ForeignFinding(pair, offset);
         }
         return None();
@@ -99,7 +99,7 @@ private:
     StatementFinding UnrecognisedOperator() const
     {
         for (const Foreign& foreign : UnrecognisedTexts) {
-            if (IsUnrecognised() && m_statement.midRef(m_report.place.offset).startsWith(QLatin1String(foreign.text)))
+            if (IsUnrecognised() && QStringView(m_statement).mid(m_report.place.offset).startsWith(QLatin1String(foreign.text)))
                 return ForeignFinding(foreign, m_report.place.offset);
         }
         return None();
@@ -109,7 +109,7 @@ private:
     {
         const int comma = m_report.place.offset;
         const bool isDecimal = IsUnrecognised() && IsJoined() && Before()->type == Token::TT_NUMBER
-            && m_statement.midRef(comma, 1) == QLatin1String(",") && m_statement.mid(comma + 1, 1) >= "0"
+            && QStringView(m_statement).mid(comma, 1) == QLatin1String(",") && m_statement.mid(comma + 1, 1) >= "0"
             && m_statement.mid(comma + 1, 1) <= "9";
         if (!isDecimal)
             return None();
@@ -118,8 +118,8 @@ private:
 
     StatementFinding Quotes() const
     {
-        const bool isQuote = IsUnrecognised() ? m_statement.midRef(m_report.place.offset, 1) == QLatin1String("'")
-                || m_statement.midRef(m_report.place.offset, 1) == QLatin1String("\"")
+        const bool isQuote = IsUnrecognised() ? QStringView(m_statement).mid(m_report.place.offset, 1) == QLatin1String("'")
+                || QStringView(m_statement).mid(m_report.place.offset, 1) == QLatin1String("\"")
                                               : Stop() && Stop()->IsQuoted();
         if (!isQuote)
             return None();

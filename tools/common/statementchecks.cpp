@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "DeclarationHandler/Tokens/variabletoken.h"
 #include "common/knownvariables.h"
 #include "common/slips.h"
 #include "common/typechecks.h"
@@ -107,7 +108,7 @@ void StatementChecks::CheckName(int number)
 {
     const StatementToken& token = m_tokens.at(number);
     static const QStringList keywords = StatementTokens::Keywords();
-    static const QStringList starts{"Widget", "TopWidget", "ParentWidget"};
+    static const QStringList starts = VariableToken::GetPathStarts();
     const Reference& reference = token.reference;
     if (reference.IsProperty())
         return;

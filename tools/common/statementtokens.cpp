@@ -36,8 +36,9 @@ Reference ReadReference(const VariableToken& token, int offset)
 {
     Reference reference;
     reference.name = token.GetVariableName();
-    const int prefixLength = token.GetLexemeLength() - reference.name.size();
-    reference.namePlace = {offset + prefixLength, reference.name.size()};
+    const int nameLength = int(reference.name.size());
+    const int prefixLength = token.GetLexemeLength() - nameLength;
+    reference.namePlace = {offset + prefixLength, nameLength};
     reference.hasPackage = token.HasPackage();
     if (!reference.hasPackage)
         return reference;

@@ -86,7 +86,7 @@ bool SpellsNoNumber(const QVariant& value)
 {
     bool isNumber = false;
     value.toDouble(&isNumber);
-    return value.type() == QVariant::String && !value.toString().isEmpty() && !isNumber;
+    return value.userType() == QMetaType::QString && !value.toString().isEmpty() && !isNumber;
 }
 
 QVariant LiteralValue(const QString& lexeme)
@@ -99,7 +99,7 @@ QVariant LiteralValue(const QString& lexeme)
 
 void SetValue(const QVariant& value, ValueType* type)
 {
-    type->isKnown = value.type() != QVariant::String || value.toString().size() <= MaxTextLength;
+    type->isKnown = value.userType() != QMetaType::QString || value.toString().size() <= MaxTextLength;
     if (type->isKnown)
         type->value = value;
 }
@@ -149,7 +149,7 @@ ValueType ValueType::FromConstant(const QVariant& value)
     type.kinds = KindOf(value);
     type.isConstant = true;
     SetValue(value, &type);
-    type.spellsNoNumber = value.type() == QVariant::String && (value.toString().isEmpty() || ::SpellsNoNumber(value));
+    type.spellsNoNumber = value.userType() == QMetaType::QString && (value.toString().isEmpty() || ::SpellsNoNumber(value));
     return type;
 }
 

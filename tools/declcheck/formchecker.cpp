@@ -11,6 +11,7 @@
 #include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
 #include "declcheck/propertytrial.h"
+#include "qtversion.h"
 
 namespace {
 
@@ -168,7 +169,7 @@ void FormChecker::CheckClass(int object)
         = QString("The class \"%1\" is not known; it is taken for a %2").arg(formObject.className, replacement);
     finding.source = formObject.classPlace;
     finding.object = formObject.className + '#' + formObject.name;
-    finding.excerpt = Excerpt(formObject.className, {0, formObject.className.size()});
+    finding.excerpt = Excerpt(formObject.className, {0, int(formObject.className.size())});
     Add(finding, object);
 }
 
@@ -286,7 +287,7 @@ void FormChecker::CheckValue(const Declaration& declaration, const StatementType
     const QString refusal = PropertyTrial::Refusal(property, value);
     if (refusal.isEmpty())
         return CheckRange(declaration, type);
-    const TextPlace all(0, declaration.property->text.size());
+    const TextPlace all(0, int(declaration.property->text.size()));
     Report(Check::ValueType,
            QString("\"%1\" of %2 cannot take %3: %4")
                .arg(declaration.name, Describe(object),
@@ -312,7 +313,7 @@ void FormChecker::CheckRange(const Declaration& declaration, const ValueType& ty
     if (!replacement.isEmpty())
         Report(Check::ValueRange,
                QString("\"%1\" of %2 %3").arg(declaration.name, object.className + '#' + object.name, replacement),
-               declaration, TextPlace(0, declaration.property->text.size()));
+               declaration, TextPlace(0, int(declaration.property->text.size())));
 }
 
 /// Whether a statement moves one of the limits.
@@ -335,7 +336,7 @@ ValueType FormChecker::TypeOf(const Declaration& declaration, const Reference& r
     if (!property.isValid() || property.isEnumType())
         return ValueType();
     ValueType type;
-    type.kinds = ValueType::KindOf(QVariant(property.userType(), nullptr));
+    type.kinds = ValueType::KindOf(QtVersion::NullOf(property.userType()));
     if (type.kinds == ValueType::Missing || type.kinds == ValueType::Other)
         type.kinds = ValueType::Any;
     return type;
@@ -588,7 +589,7 @@ void FormChecker::Report(Check check, const QString& message, const Declaration&
     finding.statement = declaration.property->text;
     finding.excerpt = Excerpt(finding.statement, statementPlace, finding.property + "  ");
     // Not where entities hide what stands there.
-    if (m_document.SourceText(finding.source) == finding.statement.midRef(statementPlace.offset, statementPlace.length))
+    if (m_document.SourceText(finding.source) == finding.statement.mid(statementPlace.offset, statementPlace.length))
         finding.fix = fix;
     Add(finding, declaration.object);
 }
@@ -604,7 +605,7 @@ void FormChecker::ReportName(Check check, const QString& message, int object, co
     finding.property = property.name;
     finding.statement = property.text;
     const QString start = property.name + "  " + property.text.section('\n', 0, 0);
-    finding.excerpt = Excerpt(start, {0, property.name.size()});
+    finding.excerpt = Excerpt(start, {0, int(property.name.size())});
     Add(finding, object);
 }
 

@@ -197,7 +197,7 @@ void FormInstance::IndexBelow(QObject* object)
     const int first = m_order.size();
     for (QObject* const child : object->children())
         IndexBelow(child);
-    m_spans.insert(object, {first, m_order.size()});
+    m_spans.insert(object, {first, int(m_order.size())});
 }
 
 const NearestName& FormInstance::NamesBelow(QObject* parent) const

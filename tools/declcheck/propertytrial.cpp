@@ -7,6 +7,7 @@
 #include "common/formdocument.h"
 #include "common/formloader.h"
 #include "common/nearestname.h"
+#include "qtversion.h"
 
 namespace {
 
@@ -101,7 +102,7 @@ QString PropertyTrial::Refusal(const QMetaProperty& property, QVariant value)
     if (!value.isValid() || type == QMetaType::QVariant || type == value.userType())
         return QString();
     if (property.isEnumType()) {
-        bool isKey = value.type() != QVariant::String;
+        bool isKey = value.userType() != QMetaType::QString;
         if (!isKey)
             property.enumerator().keysToValue(value.toByteArray(), &isKey);
         return isKey ? QString() : KeysOf(property.enumerator(), value.toString());
@@ -109,7 +110,7 @@ QString PropertyTrial::Refusal(const QMetaProperty& property, QVariant value)
     // Nothing is known here of what the host lets be converted into types of its own.
     if (type >= QMetaType::User)
         return QString();
-    return value.convert(type) ? QString() : WantedBy(property);
+    return QtVersion::Convert(&value, type) ? QString() : WantedBy(property);
 }
 
 PropertyTrial::PropertyTrial(const FormObject& object, const QString& className)
@@ -137,7 +138,7 @@ QString PropertyTrial::Replacement(const QString& property, const QVariant& valu
         return QString();
     if (property == "currentText" && value.toString().isEmpty())
         return QString();
-    if (!wanted.convert(before.userType()) || !m_widget->setProperty(name, wanted))
+    if (!QtVersion::Convert(&wanted, before.userType()) || !m_widget->setProperty(name, wanted))
         return QString();
     const QVariant taken = m_widget->property(name);
     if (IsSame(wanted, taken))

@@ -32,7 +32,7 @@ private:
 /// JSON has no infinite numbers and no "not a number".
 bool IsJsonNumber(const QVariant& value)
 {
-    return value.type() != QVariant::Double || qIsFinite(value.toDouble());
+    return value.userType() != QMetaType::Double || qIsFinite(value.toDouble());
 }
 
 QString Severity(bool isError)

@@ -2,11 +2,12 @@
 
 #include <QDebug>
 #include <QDir>
-#include <QLibraryInfo>
 #include <QProcess>
 #include <QResource>
 #include <QStandardPaths>
 #include <QXmlStreamReader>
+
+#include "qtversion.h"
 
 namespace {
 
@@ -25,8 +26,7 @@ QStringList IncludedFiles(const QByteArray& form)
 
 QString Compiler()
 {
-    const QString ofThisQt
-        = QStandardPaths::findExecutable("rcc", {QLibraryInfo::location(QLibraryInfo::BinariesPath)});
+    const QString ofThisQt = QStandardPaths::findExecutable("rcc", {QtVersion::ToolsFolder()});
     return ofThisQt.isEmpty() ? QStandardPaths::findExecutable("rcc") : ofThisQt;
 }
 

@@ -23,7 +23,7 @@ public:
     PropertyProbe(DeclarationHandler* handler, QObject* object, const QString& property);
     ~PropertyProbe() override;
 
-    bool Counts() const { return m_declaration; }
+    bool Counts() const { return !m_declaration.isNull(); }
 
 Q_SIGNALS:
     void Evaluated();

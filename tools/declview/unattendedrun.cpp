@@ -8,6 +8,7 @@
 #include "common/jsondata.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
+#include "qtversion.h"
 
 namespace {
 
@@ -43,7 +44,7 @@ void Print(const QVector<BoundProperty>& properties, bool asJson)
     for (const BoundProperty& property : properties)
         lines.append(asJson ? ToJsonLine(property) : ToTextLine(property));
     QTextStream out(stdout);
-    out.setCodec("UTF-8");
+    QtVersion::UseUtf8(out);
     if (asJson)
         out << "[\n" << lines.join(",\n") << "\n]\n";
     else if (!lines.isEmpty())

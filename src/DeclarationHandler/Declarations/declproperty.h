@@ -9,6 +9,7 @@
 #include "DeclarationHandler/declaration.h"
 
 class IDataPeer;
+class PropertyUpdate;
 class QVariant;
 
 /// Keeps one property of an object equal to the value of a statement.
@@ -79,29 +80,17 @@ public Q_SLOTS:
 private:
     Q_DISABLE_COPY(DeclProperty)
 
-    enum Kind
-    {
-        Plain,
-        Visible, ///< Written also when it has the value already.
-        Image    ///< Takes paths of image files.
-    };
-
-    void ConnectNotifications();
-    static Kind KindOf(const QString& property);
-    bool Evaluate(bool updateToInvalid);
-    bool TakesImagePath(const QVariant& value) const;
-    void RepostNotifications();
-    void ReportCycle();
+    friend class PropertyUpdate;
 
     QString m_property;
     IDataPeer* m_dataPeer;
     PropertyAccess m_access;
-    bool* m_destroyed; ///< Where a running Update() learns that this object is gone; else null.
-    int m_postponed;   ///< Notifications that arrived while an Update() was running.
-    // As bits: a form has thousands of these objects.
-    Kind m_kind : 2;
-    bool m_written : 1;
-    bool m_cycleReported : 1;
+    PropertyUpdate* m_update;   ///< The one that is running; null when there is none.
+    int m_postponed;            ///< Notifications that arrived while it was running.
+    const bool m_alwaysWritten; ///< Also when the property has the value already.
+    const bool m_takesImages;   ///< Paths of image files stand for the images.
+    bool m_written;
+    bool m_cycleReported;
 };
 
 #endif

@@ -2,6 +2,7 @@
 
 #include <QDebug>
 
+#include "Common/qtcompat.h"
 #include "DeclarationHandler/evaluationlistener.h"
 
 namespace {
@@ -28,9 +29,9 @@ QVariant ExprArray::Retrieve() const
         return QVariant();
     QVariant result;
     const QVariant collection = m_left->Retrieve();
-    if (collection.canConvert(QVariant::List))
+    if (QtCompat::CanConvert(collection, QMetaType::QVariantList))
         RetrieveFromList(result, collection);
-    else if (collection.canConvert(QVariant::Map))
+    else if (QtCompat::CanConvert(collection, QMetaType::QVariantMap))
         RetrieveFromMap(result, collection);
     else if (collection.isValid() && !IsTold(*this, EvaluationListener::NoCollection, collection))
         qDebug() << "Retrieve"
@@ -42,9 +43,9 @@ bool ExprArray::Store(const QVariant& value)
 {
     if (m_readOnly || !m_left || !m_right)
         return false;
-    QVariantList list = m_left->Retrieve().toList();
+    QVariantList list = QtCompat::ToList(m_left->Retrieve());
     bool isInteger = false;
-    const int index = m_right->Retrieve().toInt(&isInteger);
+    const int index = QtCompat::ToInt(m_right->Retrieve(), &isInteger);
     if (!isInteger || index < 0 || index >= list.size())
         return false;
     list[index] = value;
@@ -53,13 +54,13 @@ bool ExprArray::Store(const QVariant& value)
 
 bool ExprArray::RetrieveFromMap(QVariant& result, const QVariant& collection) const
 {
-    if (!m_right || collection.isNull())
+    if (!m_right || QtCompat::IsNull(collection))
         return false;
     const QVariantMap map = collection.toMap();
     const QVariant key = m_right->Retrieve();
-    if (key.isNull())
+    if (QtCompat::IsNull(key))
         return false;
-    const QString name = key.toString();
+    const QString name = QtCompat::ToString(key);
     if (name.trimmed().isEmpty()) {
         if (!IsTold(*this, EvaluationListener::InvalidKey, key)) {
             qDebug() << "RetrieveFromMap"
@@ -68,19 +69,19 @@ bool ExprArray::RetrieveFromMap(QVariant& result, const QVariant& collection) co
         return false;
     }
     result = map.value(name);
-    return !result.isNull();
+    return !QtCompat::IsNull(result);
 }
 
 bool ExprArray::RetrieveFromList(QVariant& result, const QVariant& collection) const
 {
-    if (!m_right || collection.isNull())
+    if (!m_right || QtCompat::IsNull(collection))
         return false;
-    const QVariantList list = collection.toList();
+    const QVariantList list = QtCompat::ToList(collection);
     const QVariant subscript = m_right->Retrieve();
-    if (subscript.isNull())
+    if (QtCompat::IsNull(subscript))
         return false;
     bool isInteger = false;
-    const int index = subscript.toInt(&isInteger);
+    const int index = QtCompat::ToInt(subscript, &isInteger);
     if (!isInteger) {
         if (!IsTold(*this, EvaluationListener::IndexNotInteger, subscript)) {
             qDebug() << "RetrieveFromList"

@@ -11,11 +11,11 @@ ExprProperty::ExprProperty(IExpression* object, IExpression* member, bool readOn
 QVariant ExprProperty::Retrieve() const
 {
     const QVariant value = m_left->Retrieve();
-    if (value.type() == QVariant::Map)
-        return value.toMap().value(m_right->Retrieve().toString());
+    if (value.userType() == QMetaType::QVariantMap)
+        return value.toMap().value(QtCompat::ToString(m_right->Retrieve()));
     if (value.canConvert<VariantObject>()) {
         const VariantObject object(value);
-        return object.property(QtCompat::ToAscii(m_right->Retrieve().toString()));
+        return object.property(QtCompat::ToAscii(QtCompat::ToString(m_right->Retrieve())));
     }
     return QVariant();
 }
@@ -25,9 +25,9 @@ bool ExprProperty::Store(const QVariant& value)
     if (m_readOnly)
         return false;
     const QVariant object = m_left->Retrieve();
-    if (object.type() != QVariant::Map)
+    if (object.userType() != QMetaType::QVariantMap)
         return false;
     QVariantMap map = object.toMap();
-    map.insert(m_right->Retrieve().toString(), value);
+    map.insert(QtCompat::ToString(m_right->Retrieve()), value);
     return m_left->Store(map);
 }

@@ -3,6 +3,9 @@
 
 #include <QString>
 
+#include <typeinfo>
+
+#include "Common/qtcompat.h"
 #include "DeclarationHandler/Expressions/exprconstant.h"
 
 /// An operand as the operators take it that compute with numbers and compare them. Number literals,
@@ -10,9 +13,12 @@
 class NumericOperand
 {
 public:
-    explicit NumericOperand(const IExpression& node)
-        : m_number(0.0), m_isNumber(ExprConstant::GetNumeral(node, &m_number))
+    explicit NumericOperand(const IExpression& node) : m_number(0.0), m_isNumber(false)
     {
+        // Only this very class: one derived from it may give another value. By address, since comparing names
+        // takes a tenth of an evaluation; where the class has a second address, the text is read once more.
+        if (&typeid(node) == &typeid(ExprConstant))
+            TakeNumeral(static_cast<const ExprConstant&>(node));
         if (!m_isNumber)
             Read(node.Retrieve());
     }
@@ -25,13 +31,19 @@ public:
     const QString& GetText() const { return m_text; }
 
 private:
+    void TakeNumeral(const ExprConstant& constant)
+    {
+        m_isNumber = constant.m_isNumeral;
+        m_number = constant.m_number;
+    }
+
     void Read(const QVariant& value)
     {
         // Not what toDouble() says: it reads some types that do not count as convertible, such as uchar.
-        m_isNumber = value.userType() == QMetaType::Double || value.canConvert(QVariant::Double);
-        m_number = value.toDouble();
+        m_isNumber = value.userType() == QMetaType::Double || QtCompat::CanConvert(value, QMetaType::Double);
+        m_number = QtCompat::ToDouble(value);
         if (!m_isNumber)
-            m_text = value.toString();
+            m_text = QtCompat::ToString(value);
     }
 
     double m_number;

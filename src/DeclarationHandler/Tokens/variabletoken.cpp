@@ -20,6 +20,12 @@ const QLatin1String WidgetElement("Widget");
 const QLatin1String TopWidgetElement("TopWidget");
 const QLatin1String ParentWidgetElement("ParentWidget");
 
+QStringList PathOf(const Token* package)
+{
+    const PackageToken* const prefix = dynamic_cast<const PackageToken*>(package);
+    return prefix ? prefix->GetPackages() : QStringList();
+}
+
 bool IsWidgetPath(const QStringList& path)
 {
     if (path.isEmpty())
@@ -31,17 +37,23 @@ bool IsWidgetPath(const QStringList& path)
 } // namespace
 
 VariableToken::VariableToken(const QString& lexeme, Token* package, Token* identifier)
-    : Token(lexeme, TT_VARIABLE), m_package(package), m_identifier(identifier)
+    : Token(lexeme, TT_VARIABLE),
+      m_package(package),
+      m_identifier(identifier),
+      m_name(identifier ? identifier->GetLexeme() : QString::fromLatin1("")),
+      m_path(PathOf(package))
 {
 }
 
-VariableToken::VariableToken(const QString& name) : Token(name, TT_VARIABLE), m_package(nullptr), m_identifier(this) {}
+VariableToken::VariableToken(const QString& name)
+    : Token(name, TT_VARIABLE), m_package(nullptr), m_identifier(nullptr), m_name(name)
+{
+}
 
 VariableToken::~VariableToken()
 {
     delete m_package;
-    if (m_identifier != this)
-        delete m_identifier;
+    delete m_identifier;
 }
 
 Token* VariableToken::Parse(const QString& text)
@@ -63,9 +75,14 @@ Token* VariableToken::Parse(const QString& text)
     return new VariableToken(TextView::StartOf(text, length), package, identifier);
 }
 
+QStringList VariableToken::GetPathStarts()
+{
+    return QStringList() << WidgetElement << TopWidgetElement << ParentWidgetElement;
+}
+
 QString VariableToken::GetVariableName() const
 {
-    return m_identifier ? m_identifier->GetLexeme() : QString::fromLatin1("");
+    return m_name;
 }
 
 QString VariableToken::GetPackage(const QString& defaultPackage) const
@@ -103,11 +120,10 @@ QObject* VariableToken::GetObjectFromPackage(QObject* widget, QObject* topWidget
 {
     if (!m_package)
         return nullptr;
-    const QStringList path = GetPath();
-    QObject* object = GetTopObject(widget, topWidget, path);
+    QObject* object = GetTopObject(widget, topWidget, m_path);
     int index = 1;
-    while (object && index < path.count())
-        object = GetChildObject(object, path, &index);
+    while (object && index < m_path.count())
+        object = GetChildObject(object, m_path, &index);
     return object;
 }
 
@@ -120,7 +136,7 @@ IExpression* VariableToken::CreateExpression(IDataPeer* dataPeer, IDataObserver*
     }
     const QString name = FormScope::Shared(GetVariableName());
     const QString package = GetPackage(defaultPackage);
-    if (!IsWidgetPath(GetPath())) {
+    if (!IsWidgetPath(m_path)) {
         const VariableIdentifier identifier(name, FormScope::Shared(package));
         return new ExprVariable(dataPeer, identifier, dataObserver, readOnly);
     }
@@ -131,10 +147,4 @@ IExpression* VariableToken::CreateExpression(IDataPeer* dataPeer, IDataObserver*
         return nullptr;
     }
     return new ExprObjectProperty(object, name, readOnly);
-}
-
-QStringList VariableToken::GetPath() const
-{
-    const PackageToken* const package = dynamic_cast<const PackageToken*>(m_package);
-    return package ? package->GetPackages() : QStringList();
 }

@@ -18,6 +18,9 @@ public:
     /// Null also for a prefix without a name behind it.
     static Token* Parse(const QString& text);
 
+    /// The words that a widget path starts with.
+    static QStringList GetPathStarts();
+
     /// The name, without the prefix.
     QString GetVariableName() const;
     /// The text between "@" and ":"; \a defaultPackage when there is no prefix.
@@ -43,10 +46,10 @@ private:
     /// A name without a prefix.
     explicit VariableToken(const QString& name);
 
-    QStringList GetPath() const;
-
     Token* m_package;
-    Token* m_identifier; ///< This token itself when it is a name without a prefix.
+    Token* m_identifier; ///< Null also for a name without a prefix, which is the lexeme.
+    QString m_name;
+    QStringList m_path; ///< The names in the prefix.
 };
 
 #endif

@@ -3,9 +3,7 @@
 
 #include "DeclarationHandler/binaryexpression.h"
 
-/// «left / right»: computed in doubles: one operand that converts to a number is
-/// enough, the other then counts as 0; where neither converts, both texts joined. Evaluates the left
-/// operand first. Dividing by zero gives infinity or NaN. Cannot be written through.
+/// «left / right»: the quotient, by the rule of ExprSubstract. Dividing by zero gives infinity or NaN.
 class DECLARATIONHANDLER_EXPORT ExprDivide : public BinaryExpression
 {
 public:

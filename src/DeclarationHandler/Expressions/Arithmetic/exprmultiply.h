@@ -3,9 +3,7 @@
 
 #include "DeclarationHandler/binaryexpression.h"
 
-/// «left * right»: computed in doubles: one operand that converts to a number is
-/// enough, the other then counts as 0; where neither converts, both texts joined. Evaluates the left
-/// operand first. Cannot be written through.
+/// «left * right»: the product, by the rule of ExprSubstract.
 class DECLARATIONHANDLER_EXPORT ExprMultiply : public BinaryExpression
 {
 public:

@@ -3,9 +3,7 @@
 
 #include "DeclarationHandler/binaryexpression.h"
 
-/// «left >= right»: a truth value, the numbers compared: one operand that converts to a number
-/// is enough, the other then counts as 0; invalid where neither converts. Evaluates the left operand
-/// first. Cannot be written through.
+/// «left >= right»: the numbers compared, by the rule of ExprSmaller.
 class DECLARATIONHANDLER_EXPORT ExprEqualOrGreater : public BinaryExpression
 {
 public:

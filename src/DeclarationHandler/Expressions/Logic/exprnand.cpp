@@ -1,10 +1,12 @@
 #include "DeclarationHandler/Expressions/Logic/exprnand.h"
 
+#include "Common/qtcompat.h"
+
 ExprNand::ExprNand(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprNand::Retrieve() const
 {
-    return !(m_left->Retrieve().toBool() && m_right->Retrieve().toBool());
+    return !(QtCompat::ToBool(m_left->Retrieve()) && QtCompat::ToBool(m_right->Retrieve()));
 }
 
 bool ExprNand::Store(const QVariant&)

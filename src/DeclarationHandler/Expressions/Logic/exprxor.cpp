@@ -1,11 +1,13 @@
 #include "DeclarationHandler/Expressions/Logic/exprxor.h"
 
+#include "Common/qtcompat.h"
+
 ExprXor::ExprXor(IExpression* left, IExpression* right) : BinaryExpression(left, right, true) {}
 
 QVariant ExprXor::Retrieve() const
 {
-    const bool left = m_left->Retrieve().toBool();
-    return left != m_right->Retrieve().toBool();
+    const bool left = QtCompat::ToBool(m_left->Retrieve());
+    return left != QtCompat::ToBool(m_right->Retrieve());
 }
 
 bool ExprXor::Store(const QVariant&)

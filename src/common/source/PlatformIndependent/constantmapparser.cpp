@@ -1,8 +1,8 @@
 #include "common/source/PlatformIndependent/constantmapparser.h"
 
-#include <QRegExp>
 #include <QStringList>
 
+#include "Common/qtcompat.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
 
 namespace {
@@ -14,10 +14,7 @@ const char* const EntryPattern = "^\\s*[~]\\s*(\\w+)\\s*\\[\\s*('?)(\\s*\\w(?:\\
 
 bool ConstantMapParser::Parse(const QString& text, QString* mapName, QString* key)
 {
-    QRegExp entry(QLatin1String(EntryPattern), Qt::CaseSensitive, QRegExp::RegExp);
-    if (entry.indexIn(text, 0) < 0)
-        return false;
-    const QStringList captured = entry.capturedTexts();
+    const QStringList captured = QtCompat::Capture(QLatin1String(EntryPattern), text);
     if (captured.count() != 5)
         return false;
     const bool quoted = !captured.at(2).isEmpty();
