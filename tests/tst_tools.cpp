@@ -260,7 +260,21 @@ private Q_SLOTS:
                                  << "";
         QTest::newRow("lines") << set << QByteArray("title\n\nnothing\n1 / 0") << 0
                                << "\"Pump 3\"  QString\n(invalid)\ninf  double\n"
-                               << "";
+                               << "3: help: The data have no \"nothing\" without a package [unknown-variable]\n"
+                                  "    nothing\n    ^~~~~~~\n";
+        QTest::newRow("a trap") << with({"big + 1"}) << none << 0 << "\"30000000001\"  QString\n"
+                                << "help: \"+\" joins texts here, since the literal \"1\" is one; to add, subtract the "
+                                   "negative: \"big - -1\" [literal-sum]\n    big + 1\n        ^\n";
+        QTest::newRow("commands") << QStringList{} << QByteArray(":set P:n = 4\n@P:n - 1\n:quit\n1") << 0
+                                  << "3  double\n"
+                                  << "";
+        QTest::newRow("unknown command") << QStringList{} << QByteArray(":sett n = 4\n") << 1 << ""
+                                         << "error: There is no command \":sett n = 4\"; see :help\n";
+        QTest::newRow("control characters") << QStringList{"a \x1b[1m"} << none << 1 << "(invalid)\n"
+                                            << "error: Unrecognised token at \"\\u001b[1m\".\n    a \uFFFD[1m\n"
+                                               "      ^~~~\n";
+        QTest::newRow("a name that cannot be read") << QStringList{"--set", "two words=1", "1"} << none << 2 << ""
+                                                    << "*";
         QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"
                                  << "warning: Did not expect token: \"title\".\n    big title\n        ^~~~~\n";
         QTest::newRow("error")
@@ -281,7 +295,8 @@ private Q_SLOTS:
         QTest::newRow("tokens")
             << with({"--tokens", "--", "-1 .'x'"}) << none << 0
             << "   0  number           -1\n   3  selector         .\n   4  text             'x'\n(invalid)\n"
-            << "";
+            << "help: There is no element: \"-1\" is a text, no list or map [missing-element]\n    -1 .'x'\n        "
+               "^~~\n";
         QTest::newRow("json")
             << with({"--json", "title title"}) << none << 0
             << "{\"messages\":[{\"length\":5,\"message\":\"Did not expect token: \\\"title\\\".\","

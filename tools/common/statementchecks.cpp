@@ -99,7 +99,7 @@ void StatementChecks::CheckText(const StatementToken& token)
     static const QRegularExpression path(R"(^[A-Za-z]:\\|\\\\|\\[^nt])");
     const QRegularExpressionMatch match = escape.match(token.lexeme);
     if (match.hasMatch() && !path.match(token.lexeme).hasMatch())
-        Report(Check::Escape, {token.place.offset + match.capturedStart(), 2},
+        Report(Check::Escape, {token.place.offset + int(match.capturedStart()), 2},
                QString("There are no escapes in quotes, so \"%1\" is shown as it is; a text may hold line breaks")
                    .arg(match.captured()));
 }
