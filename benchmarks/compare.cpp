@@ -16,8 +16,9 @@
 
 namespace {
 
-/// Figures are named by their benchmark; those of memory have this behind it.
+/// Figures are named by their benchmark; those that are no times have one of these behind it.
 const QString memory = " memory";
+const QString evaluations = " evaluations";
 
 /// Two figures that are compared.
 struct Row
@@ -28,6 +29,7 @@ struct Row
     double limit; ///< How many times the reference it may take; infinite for rows that are there to compare with.
     QStringList peers = {};
     double peerLimit = qInf(); ///< How many times the best peer it may take.
+    double most = qInf();      ///< How much it may take at most, in nanoseconds or bytes.
 };
 
 /// The library against the floor.
@@ -75,6 +77,52 @@ QVector<Row> ComparisonRows()
     };
 }
 
+/// The forms library against another one, by default at the same workload. Limits are as in Row.
+Row Forms(const QString& title, const QString& workload, const QString& reference, double limit,
+          double peerLimit = qInf())
+{
+    Row row = Against(title, workload, limit, peerLimit);
+    row.measured = "forms/" + workload;
+    row.reference = reference.contains('/') ? reference : reference + '/' + workload;
+    return row;
+}
+
+Row Bounded(Row row, double most)
+{
+    row.most = most;
+    return row;
+}
+
+/// A page of a settings dialog, against hand-written code.
+Row Settings(const QString& title, const QString& workload, double limit, double peerLimit)
+{
+    Row row = Forms(title, workload, "hand", limit, peerLimit);
+    row.peers = QStringList{"QDataWidgetMapper/" + workload, "library/" + workload};
+    return row;
+}
+
+QVector<Row> FormRows()
+{
+    return {
+        Forms("W3 load of 1,000 widgets, each", "W3_load/widgets/1000", "library", 1.3),
+        Forms("W3 load of 10,000 widgets, each", "W3_load/widgets/10000", "library", 1.3),
+        Bounded(Forms("W3 memory of 1,000 objects, each", "W3_load/objects/1000" + memory, "library", qInf()), 1600),
+        Forms("W4 one change, read by 10,000", "W4_fan/10000", "coalesced", 1.3, 1),
+        Forms("W4 one change, through a chain of 1,000", "W4_chain/1000", "floor", 1.5),
+        Forms("W5 save of 1,000 objects", "W5_save/objects/1000", "coalesced", 1.5, 1),
+        Forms("W5 save of 1,000 widgets", "W5_save/widgets/1000", "coalesced", 1.5, 1),
+        Forms("W5 save of 1,000 widgets, none edited", "W6_unedited/1000", "floor/W5_save/widgets/1000", 0.2),
+        Forms("W6 one change, through a diamond of 12 levels", "W6_diamond/24", "coalesced", qInf()),
+        Forms("W6 the same, evaluations", "W6_diamond/24" + evaluations, "coalesced", 1),
+        Forms("W6 100 changes at once, read by 1,000", "W6_burst/1000", "coalesced", qInf()),
+        Forms("W6 the same, evaluations", "W6_burst/1000" + evaluations, "coalesced", 1),
+        Forms("W7 5,000 changes a second on 50 labels, each", "W7_stream/50", "timer", 1.5),
+        Settings("W8 settings page of 1,000 line edits, load", "W8_load/1000", qInf(), qInf()),
+        Settings("W8 the same, save all edited", "W8_save/1000", 3, 1),
+        Bounded(Settings("W8 the same, save none edited", "W8_unedited/1000", qInf(), 1), 20e3),
+    };
+}
+
 /// The largest size of each benchmark "growth/name/size" against its smallest.
 QVector<Row> GrowthRows(const QStringList& benchmarks)
 {
@@ -94,12 +142,17 @@ QVector<Row> GrowthRows(const QStringList& benchmarks)
     return rows;
 }
 
+QString WithoutKind(QString figure)
+{
+    return figure.remove(memory).remove(evaluations);
+}
+
 /// The rows whose names match, without the peers that are not there.
 QVector<Row> Selected(const QVector<Row>& rows, const QString& filter, const QStringList& benchmarks)
 {
     QVector<Row> selected;
     for (Row row : rows) {
-        const auto isMissing = [&](QString peer) { return !benchmarks.contains(peer.remove(memory)); };
+        const auto isMissing = [&](QString peer) { return !benchmarks.contains(WithoutKind(peer)); };
         row.peers.erase(std::remove_if(row.peers.begin(), row.peers.end(), isMissing), row.peers.end());
         if (row.measured.contains(QRegularExpression(filter)))
             selected.append(row);
@@ -146,7 +199,7 @@ public:
         QStringList names;
         for (const Row& row : rows)
             names << row.reference << row.measured << row.peers;
-        names.replaceInStrings(memory, QString());
+        std::transform(names.begin(), names.end(), names.begin(), WithoutKind);
         names.removeDuplicates();
         for (int round = 1; round <= rounds && !names.isEmpty(); ++round) {
             m_err << "Round " << round << " of " << rounds << Qt::endl;
@@ -154,6 +207,7 @@ public:
                 const QJsonValue result = Run('^' + name + '/').at(0);
                 m_figures[name].append(1e9 / result["items_per_second"].toDouble(qQNaN()));
                 m_figures[name + memory].append(result["bytes_per_item"].toDouble(qQNaN()));
+                m_figures[name + evaluations].append(result["evaluations"].toDouble(qQNaN()));
             }
         }
     }
@@ -195,10 +249,14 @@ private:
         return Median(ratios);
     }
 
-    QString Shown(const QString& figure) const
+    QString Shown(const QString& figure) const { return Shown(Median(m_figures[figure]), figure); }
+
+    /// A value of the kind of that figure.
+    static QString Shown(double value, const QString& figure)
     {
+        if (figure.endsWith(evaluations))
+            return QString::number(value);
         const QStringList units = figure.endsWith(memory) ? QStringList{"B", "KB"} : QStringList{"ns", "us", "ms", "s"};
-        double value = Median(m_figures[figure]);
         int unit = 0;
         for (; value >= 1000 && unit + 1 < units.size(); ++unit)
             value /= 1000;
@@ -208,22 +266,29 @@ private:
     QStringList Cells(const Row& row) const
     {
         const double ratio = Ratio(row.measured, row.reference);
-        bool isMet = ratio <= row.limit;
+        bool isMet = ratio <= row.limit && (qIsInf(row.most) || Median(m_figures[row.measured]) <= row.most);
         QMap<double, QString> peers;
         for (const QString& peer : row.peers) {
             peers.insert(Median(m_figures[peer]), peer);
             isMet = isMet && Ratio(row.measured, peer) <= row.peerLimit;
         }
-        QString target = qIsFinite(row.limit) ? QString::number(row.limit, 'f', 2) : "-";
+        QStringList targets;
+        if (qIsFinite(row.limit))
+            targets << QString::number(row.limit, 'f', 2);
+        if (qIsFinite(row.most))
+            targets << Shown(row.most, row.measured);
         if (qIsFinite(row.peerLimit))
-            target += QString(", %1 of peer").arg(row.peerLimit, 0, 'f', 2);
+            targets << QString("%1 of peer").arg(row.peerLimit, 0, 'f', 2);
         const QString best = peers.isEmpty() ? "-" : Shown(peers.first()) + ", " + peers.first().section('/', 0, 0);
         return {row.title,
-                Shown(row.reference),
+                Shown(row.reference)
+                    + (row.measured.startsWith("forms/") ? ", " + row.reference.section('/', 0, 0) : QString()),
                 Shown(row.measured),
                 QString::number(ratio, 'f', 2),
-                target,
-                qIsFinite(row.limit) ? isMet ? "yes" : "no" : "-",
+                targets.isEmpty() ? "-" : targets.join(", "),
+                targets.isEmpty() ? "-"
+                    : isMet       ? "yes"
+                                  : "no",
                 best};
     }
 
@@ -240,7 +305,7 @@ int main(int argc, char** argv)
 {
     const QCoreApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription("Measures the library beside hand-written code and other ways to bind.");
+    parser.setApplicationDescription("Measures the libraries beside hand-written code and other ways to bind.");
     parser.addHelpOption();
     parser.addOption({"quick", "Fewer and shorter rounds."});
     parser.addOption({"smoke", "Run everything that is short once: checks results, tells no times."});
@@ -258,9 +323,11 @@ int main(int argc, char** argv)
     Comparison comparison(isQuick ? "0.02" : "0.1");
     const QStringList benchmarks = comparison.ListBenchmarks();
     const QVector<Row> comparisons = Selected(ComparisonRows(), filter, benchmarks);
+    const QVector<Row> forms = Selected(FormRows(), filter, benchmarks);
     const QVector<Row> growths = Selected(GrowthRows(benchmarks), filter, benchmarks);
-    comparison.Measure(comparisons, isQuick ? 3 : 9);
+    comparison.Measure(comparisons + forms, isQuick ? 3 : 9);
     comparison.Print({"Workload", "Floor", "Library", "Ratio", "Target", "Met", "Best peer"}, comparisons);
+    comparison.Print({"Forms", "Reference", "Forms", "Ratio", "Target", "Met", "Best peer"}, forms);
     comparison.Measure(growths, isQuick ? 1 : 3);
     comparison.Print({"Growth", "Smallest", "Largest", "Ratio", "Target", "Met"}, growths);
     return comparison.HasFailed() ? EXIT_FAILURE : EXIT_SUCCESS;

@@ -211,16 +211,16 @@ protected:
         }
     }
 
-private:
-    double Number(const DataName& name) const { return m_store.value(name).toDouble(); }
-
     Compiled MakeExpression(const Form& form, int index) const
     {
         const Binding& binding = form.bindings[index];
+        const auto held = [](const Item* item) { return item->property("value").toDouble(); };
+        if (form.kind == Form::Kind::Diamond && binding.source)
+            return [=] { return held(binding.source) / 2 + held(binding.secondSource) / 2 - 1; };
         if (binding.source)
-            return [source = binding.source] { return source->property("value").toDouble() - 1; };
+            return [=] { return held(binding.source) - 1; };
         const DataName a = m_names[binding.reads[0]];
-        if (form.kind == Form::Kind::Chain)
+        if (form.kind == Form::Kind::Chain || form.kind == Form::Kind::Diamond)
             return [this, a] { return Number(a) - 1; };
         if (form.kind == Form::Kind::Save)
             return [this, a] { return m_store.value(a); };
@@ -233,6 +233,10 @@ private:
 
     Store m_store;
     std::vector<DataName> m_names;
+
+private:
+    double Number(const DataName& name) const { return m_store.value(name).toDouble(); }
+
     std::vector<std::vector<Relay*>> m_observers; ///< By variable.
     std::vector<std::unique_ptr<Relay>> m_relays;
 };
@@ -251,8 +255,108 @@ public:
     }
 };
 
-const bool registered
-    = RegisterSubject("floor", MakeSubject<Floor>) && RegisterSubject("relay", MakeSubject<Relays>, "W5");
+/// The least that a form costs which is bound as a whole: changes are gathered, delivered by one event, and evaluated
+/// once for each target, after what it reads. What a property holds is compared before it is written and read back
+/// afterwards. A save writes what is not as it was shown, keeps the type of the data, and is delivered once.
+class Coalesced : public Floor
+{
+public:
+    void Load(const Form& form) override
+    {
+        QHash<const QObject*, int> places;
+        for (int i = 0; i < int(form.bindings.size()); ++i) {
+            const Binding& binding = form.bindings[i];
+            places.insert(binding.target, i);
+            m_targets.push_back({binding.target, form.property, MakeExpression(form, i)});
+            for (const int variable : binding.reads)
+                m_variableReaders[m_names[variable]].push_back(i);
+            for (const Item* const source : {binding.source, binding.secondSource}) {
+                if (source)
+                    m_targets[places.value(source)].readers.push_back(i);
+            }
+            Show(&m_targets.back());
+        }
+    }
+
+    void Change(int variable, const QVariant& value) override
+    {
+        QVariant& stored = m_store[m_names[variable]];
+        if (stored == value)
+            return;
+        stored = value;
+        for (const int reader : m_variableReaders.value(m_names[variable]))
+            m_targets[reader].isWaiting = true;
+        if (!m_isPosted)
+            QMetaObject::invokeMethod(
+                &m_receiver, [this] { ShowAll(); }, Qt::QueuedConnection);
+        m_isPosted = true;
+    }
+
+    qint64 Evaluations() const override { return m_evaluations; }
+
+    void Save(const Form&) override
+    {
+        for (int i = 0; i < int(m_targets.size()); ++i) {
+            Target& target = m_targets[i];
+            const QVariant held = target.object->property(target.property);
+            if (held == target.shown)
+                continue;
+            bool isNumber = false;
+            const double number = held.toDouble(&isNumber);
+            if (m_store.value(m_names[i]).userType() != QMetaType::Double || !isNumber)
+                continue;
+            target.shown = held;
+            Change(i, number);
+        }
+    }
+
+private:
+    struct Target
+    {
+        QObject* object;
+        const char* property;
+        Compiled expression;
+        std::vector<int> readers = {};
+        QVariant shown = {};
+        bool isTaken = false;
+        bool isWaiting = true;
+    };
+
+    /// Those that are read stand before their readers.
+    void ShowAll()
+    {
+        m_isPosted = false;
+        for (Target& target : m_targets) {
+            if (target.isWaiting)
+                Show(&target);
+        }
+    }
+
+    void Show(Target* target)
+    {
+        ++m_evaluations;
+        target->isWaiting = false;
+        const QVariant value = target->expression();
+        const QVariant held = target->object->property(target->property);
+        if (held == value)
+            return;
+        target->object->setProperty(target->property, value);
+        target->shown = target->object->property(target->property);
+        target->isTaken = target->shown == value;
+        for (const int reader : target->readers)
+            m_targets[reader].isWaiting = true;
+    }
+
+    QObject m_receiver;
+    bool m_isPosted = false;
+    qint64 m_evaluations = 0;
+    std::vector<Target> m_targets;
+    QHash<DataName, std::vector<int>> m_variableReaders;
+};
+
+const bool registered = RegisterSubject("floor", MakeSubject<Floor>)
+    && RegisterSubject("relay", MakeSubject<Relays>, "W5")
+    && RegisterSubject("coalesced", MakeSubject<Coalesced>, "W4 W5 W6");
 
 } // namespace
 

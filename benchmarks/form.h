@@ -29,10 +29,11 @@ private:
 struct Binding
 {
     QObject* target;
-    QString own;            ///< The statement in the library's language.
-    QString script;         ///< The same in JavaScript.
-    std::vector<int> reads; ///< The variables it reads, by their places in Form::variables.
-    Item* source = nullptr; ///< The target whose value it reads, if it does.
+    QString own;                  ///< The statement in the library's language.
+    QString script;               ///< The same in JavaScript.
+    std::vector<int> reads;       ///< The variables it reads, by their places in Form::variables.
+    Item* source = nullptr;       ///< The target whose value it reads, if it does.
+    Item* secondSource = nullptr; ///< Another one.
 };
 
 /// A form of many targets, each with one bound property.
@@ -40,21 +41,26 @@ struct Form
 {
     enum class Kind
     {
-        Load,  ///< Each reads three of many variables: v[a] * 2 + v[b] - v[c].
-        Fan,   ///< All read one variable: v[0] * 2 - i.
-        Chain, ///< Each reads the target before it and takes 1 off; the first reads v[0].
-        Save   ///< Each belongs to a variable of its own: v[i].
+        Load,    ///< Each reads three of many variables: v[a] * 2 + v[b] - v[c].
+        Fan,     ///< All read one variable: v[0] * 2 - i.
+        Chain,   ///< Each reads the target before it and takes 1 off; the first reads v[0].
+        Diamond, ///< Two on each level, which read both of the level before; those of the first read v[0].
+        Save,    ///< Each belongs to a variable of its own: v[i].
+        Watch    ///< The same on labels alone.
     };
     enum class Targets
     {
         Objects, ///< Items, property "value".
-        Widgets  ///< Labels and line edits in turn, line edits alone for Save; property "text".
+        Widgets  ///< Labels and line edits in turn, for Save line edits alone; property "text".
     };
 
     Form(Kind kind, Targets targets, int count);
 
     /// What the first target holds that does not hold what it must; else empty. Not for Save.
     QString Error() const;
+
+    /// The name of the bound property behind its marker.
+    QString MarkedProperty() const { return QString("_") + property; }
 
     const Kind kind;
     const char* const property;
@@ -65,6 +71,9 @@ struct Form
 private:
     QObject* MakeTarget(Targets targets, int index) const;
     Binding MakeBinding(QObject* target, int index) const;
+    Binding MakeReader(QObject* target, int index) const;
+    Item* ItemAt(int index) const { return static_cast<Item*>(bindings[index].target); }
+    bool HasOwnVariables() const { return kind == Kind::Save || kind == Kind::Watch; }
     double Expected(int index) const;
 };
 

@@ -1,27 +1,14 @@
-#include <QCoreApplication>
-
-#include "DataLayer/idatapeer.h"
-#include "DataLayer/idatapeerfactory.h"
-#include "DataLayer/variableidentifier.h"
 #include "DeclarationHandler/declarationhandler.h"
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/interpreter.h"
-#include "subject.h"
+#include "peerdata.h"
 
 namespace {
 
-class Library : public Subject
+class Library : public PeerData
 {
 public:
     explicit Library(bool initialize = false) : m_initialize(initialize) {}
-
-    void Define(const Variables& variables) override
-    {
-        for (const Variable& variable : variables) {
-            m_identifiers.push_back(VariableIdentifier(variable.name, variable.package));
-            Change(int(m_identifiers.size()) - 1, variable.value);
-        }
-    }
 
     Compiled Compile(const Statement& statement) override
     {
@@ -32,7 +19,7 @@ public:
 
     void Load(const Form& form) override
     {
-        const QString property = QString("_") + form.property;
+        const QString property = form.MarkedProperty();
         for (const Binding& binding : form.bindings)
             m_handler.AddDeclaration(form.top.get(), binding.target, property, binding.own, QString(), false,
                                      m_initialize);
@@ -40,19 +27,11 @@ public:
         m_handler.Update();
     }
 
-    void Change(int variable, const QVariant& value) override
-    {
-        m_peer->ChangeValue(m_identifiers[variable], value, IDataPeer::NoFlag);
-    }
-    void Deliver() override { QCoreApplication::processEvents(); }
     void Save(const Form&) override { m_handler.Save(nullptr, QString()); }
-    QVariant Value(int variable) const override { return m_peer->GetValue(m_identifiers[variable], QVariant()); }
 
 private:
     const bool m_initialize;
-    IDataPeer* const m_peer = Ovex_DataPeerFactory(false)->GetDataPeer(0);
     const Interpreter m_interpreter{nullptr, nullptr, nullptr};
-    std::vector<VariableIdentifier> m_identifiers;
     DeclarationHandler m_handler;
 };
 

@@ -2,7 +2,11 @@
 #include <malloc.h>
 #include <unistd.h>
 
+#include <QElapsedTimer>
+#include <QEventLoop>
 #include <QFile>
+#include <chrono>
+#include <thread>
 
 #include "subject.h"
 
@@ -50,6 +54,7 @@ std::unique_ptr<Subject> Open(Maker make, const Form& form)
 {
     std::unique_ptr<Subject> subject = make();
     subject->Define(form.variables);
+    subject->Prepare(form);
     return subject;
 }
 
@@ -59,6 +64,7 @@ void ChangeAndCheck(benchmark::State& state, Subject& subject, Form& form, int v
     subject.Change(variable, value);
     subject.Deliver();
     Check(state, form.Error());
+    Check(state, subject.Error());
 }
 
 // One load, after a small one that starts what is started only once. It should be the only benchmark of its
@@ -81,21 +87,85 @@ void LoadForm(benchmark::State& state, Maker make, Form::Targets targets, int co
     ChangeAndCheck(state, *subject, form, 3, 7.25);
 }
 
-void ChangeVariable(benchmark::State& state, Maker make, Form::Kind kind, int count)
+/// That none has been evaluated more than once for each delivery, where it is counted.
+void CountEvaluations(benchmark::State& state, qint64 before, qint64 after, int count)
+{
+    if (before < 0)
+        return;
+    const qint64 evaluations = after - before;
+    state.counters["evaluations"] = double(evaluations) / double(state.iterations());
+    if (evaluations != state.iterations() * count)
+        Check(state, QString("%1 evaluations in %2 deliveries").arg(evaluations).arg(state.iterations()));
+}
+
+void ChangeVariable(benchmark::State& state, Maker make, Form::Kind kind, int count, int changes)
 {
     Form form(kind, Form::Targets::Objects, count);
     const std::unique_ptr<Subject> subject = Open(make, form);
     subject->Load(form);
     double value = 1000;
     ChangeAndCheck(state, *subject, form, 0, value);
+    const qint64 evaluations = subject->Evaluations();
     for (auto _ : state) {
-        subject->Change(0, ++value);
+        for (int change = 0; change < changes; ++change)
+            subject->Change(0, ++value);
         subject->Deliver();
     }
+    CountEvaluations(state, evaluations, subject->Evaluations(), count);
     form.variables[0].value = value;
     Check(state, form.Error());
     ChangeAndCheck(state, *subject, form, 0, value + 1);
     state.SetItemsProcessed(state.iterations());
+}
+
+/// With nothing edited.
+void SaveUnedited(benchmark::State& state, Maker make, int count)
+{
+    const Form form(Form::Kind::Save, Form::Targets::Widgets, count);
+    const std::unique_ptr<Subject> subject = Open(make, form);
+    subject->Load(form);
+    subject->Deliver();
+    for (auto _ : state)
+        subject->Save(form);
+    subject->Deliver();
+    for (int i = 0; i < count; ++i) {
+        if (subject->Value(i) != form.variables[i].value)
+            Check(state, QString("variable %1 is '%2'").arg(i).arg(subject->Value(i).toString()));
+    }
+    state.SetItemsProcessed(state.iterations());
+}
+
+/// Two seconds in which a thread changes each variable 100 times a second, and targets follow at most 20 times.
+void Stream(benchmark::State& state, Maker make, int count)
+{
+    const int rounds = 200;
+    Form form(Form::Kind::Watch, Form::Targets::Widgets, count);
+    const std::unique_ptr<Subject> subject = Open(make, form);
+    subject->Load(form);
+    subject->SetDeliveryInterval(50);
+    for (auto _ : state) {
+        QEventLoop loop;
+        std::thread writer([&] {
+            auto next = std::chrono::steady_clock::now();
+            for (int round = 1; round <= rounds; ++round) {
+                for (int i = 0; i < count; ++i)
+                    subject->Change(i, 1000.0 * round + i);
+                std::this_thread::sleep_until(next += std::chrono::milliseconds(10));
+            }
+            QMetaObject::invokeMethod(&loop, "quit", Qt::QueuedConnection);
+        });
+        loop.exec();
+        writer.join();
+    }
+    for (int i = 0; i < count; ++i)
+        form.variables[i].value = 1000.0 * rounds + i;
+    QElapsedTimer waiting;
+    waiting.start();
+    while (!form.Error().isEmpty() && !waiting.hasExpired(5000))
+        subject->Deliver();
+    Check(state, form.Error());
+    Check(state, subject->Error());
+    state.SetItemsProcessed(state.iterations() * rounds * count);
 }
 
 void SaveForm(benchmark::State& state, Maker make, Form::Targets targets, int count)
@@ -148,9 +218,13 @@ bool RegisterSubject(const std::string& name, Maker make, const std::string& wor
     add("W3_load/objects/1000", 1, LoadForm, Form::Targets::Objects, 1000);
     add("W3_load/widgets/1000", 1, LoadForm, Form::Targets::Widgets, 1000);
     add("W3_load/widgets/10000", 1, LoadForm, Form::Targets::Widgets, 10000);
-    add("W4_fan/10000", 0, ChangeVariable, Form::Kind::Fan, 10000);
-    add("W4_chain/1000", 0, ChangeVariable, Form::Kind::Chain, 1000);
+    add("W4_fan/10000", 0, ChangeVariable, Form::Kind::Fan, 10000, 1);
+    add("W4_chain/1000", 0, ChangeVariable, Form::Kind::Chain, 1000, 1);
     add("W5_save/objects/1000", 0, SaveForm, Form::Targets::Objects, 1000);
     add("W5_save/widgets/1000", 0, SaveForm, Form::Targets::Widgets, 1000);
+    add("W6_diamond/24", 0, ChangeVariable, Form::Kind::Diamond, 24, 1);
+    add("W6_burst/1000", 0, ChangeVariable, Form::Kind::Fan, 1000, 100);
+    add("W6_unedited/1000", 0, SaveUnedited, 1000);
+    add("W7_stream/50", 1, Stream, 50);
     return true;
 }

@@ -42,6 +42,8 @@ function(declarationhandler_configure template name folder)
     # What shared libraries bring along by themselves.
     string(APPEND qmake_qt " gui widgets")
     string(APPEND pkgconfig_qt " Qt${DECLARATIONHANDLER_QT}Gui Qt${DECLARATIONHANDLER_QT}Widgets")
+    set(forms_defines "DECLARATIONFORMS_STATIC")
+    set(forms_flags "-DDECLARATIONFORMS_STATIC")
     set(static_libraries "-pthread")
     set(static_defines "DATALAYER_STATIC DECLARATIONHANDLER_STATIC")
     set(static_flags "-DDATALAYER_STATIC -DDECLARATIONHANDLER_STATIC")
@@ -50,11 +52,19 @@ function(declarationhandler_configure template name folder)
   install(FILES ${PROJECT_BINARY_DIR}/install/${name} DESTINATION ${folder} COMPONENT Development)
 endfunction()
 
-# declarationhandler_install_libraries(): both libraries, and what finds them. Called once they are there.
+# declarationhandler_install_libraries(): the libraries, and what finds them. Called once they are there.
 function(declarationhandler_install_libraries)
   declarationhandler_install_headers(DataLayer)
   declarationhandler_install_headers(DeclarationHandler)
-  install(TARGETS DataLayer DeclarationHandler EXPORT DeclarationHandlerTargets
+  set(libraries DataLayer DeclarationHandler)
+  if(TARGET DeclarationForms)
+    declarationhandler_install_headers(DeclarationForms)
+    list(APPEND libraries DeclarationForms)
+    declarationhandler_configure(DeclarationForms.pc.in DeclarationForms${DECLARATIONHANDLER_SUFFIX}.pc
+      ${pkgconfig_folder})
+    declarationhandler_configure(declarationforms.pri.in declarationforms.pri ${qmake_folder})
+  endif()
+  install(TARGETS ${libraries} EXPORT DeclarationHandlerTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime
     LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Runtime NAMELINK_COMPONENT Development
     ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT Development)

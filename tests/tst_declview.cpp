@@ -116,8 +116,8 @@ private Q_SLOTS:
         const Viewer viewer(Settings);
         viewer.Edit("limits", "[50, 20]");
         QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
-        QCOMPARE(viewer.Cell("declarations", DeclarationsModel::Widget, "title", DeclarationsModel::Evaluations),
-                 QString("2"));
+        QTRY_COMPARE(viewer.Cell("declarations", DeclarationsModel::Widget, "title", DeclarationsModel::Evaluations),
+                     QString("2"));
         viewer.Edit("limits", "[50,");
         QCOMPARE(viewer.Value("limits"), QString("[50,20]"));
 
@@ -131,8 +131,8 @@ private Q_SLOTS:
         QTRY_COMPARE(changes.size(), 1);
         QCOMPARE(viewer.Value("limits"), QString("[50,10]"));
 
-        // The page that was not saved has its old value by now, as in any host.
-        viewer.Find<QSpinBox>("upper")->setValue(60);
+        // The page that was not saved is edited still.
+        QCOMPARE(viewer.Find<QSpinBox>("upper")->value(), 60);
         scopes->setCurrentIndex(0);
         viewer.Trigger("Save");
         QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 60"));
@@ -208,16 +208,28 @@ private Q_SLOTS:
     {
         MessageCatcher before;
         const Viewer viewer(Form(Widget("QLabel", "one", Property("~text", "limits[9]"))
-                                 + Widget("QLabel", "two", Property("~text", "limits[0] limits"))));
+                                 + Widget("QLabel", "two", Property("~text", "limits[0] limits"))
+                                 + Widget("QLabel", "three", Property("~styleSheet", "'{'"))));
         std::thread([] { qWarning("from elsewhere"); }).join();
-        const auto declaration = [&](const QString& text) { return viewer.Cell("messages", 2, text, 1); };
+        const auto declaration = [&](const QString& part) {
+            const QAbstractItemModel* const model = viewer.Table("messages");
+            const QModelIndex found
+                = model->match(model->index(0, 2), Qt::DisplayRole, part, 1, Qt::MatchContains).value(0);
+            return found.isValid() ? found.siblingAtColumn(1).data().toString() : "no such message";
+        };
         QTRY_COMPARE(declaration("from elsewhere"), QString());
-        QCOMPARE(declaration("RetrieveFromList : Index out of bounds! Index: 9"), QString("one:text"));
-        QCOMPARE(declaration("Did not expect token: \"limits\"."), QString("two:text"));
+        QCOMPARE(declaration("\"one\""), QString("one:text"));
+        QCOMPARE(declaration("\"two\""), QString("two:text"));
+        QCOMPARE(declaration("Could not parse stylesheet"), QString("three:styleSheet"));
         QVERIFY(before.Take().contains("from elsewhere"));
+        QVERIFY(viewer.Cell("declarations", DeclarationsModel::Widget, "two", DeclarationsModel::Diagnostic)
+                    .contains("two"));
 
+        // Told again once it has been right in between.
+        viewer.Edit("limits", "[0, 1, 2, 3, 4, 5, 6, 7, 8, 9]");
+        QTRY_COMPARE(viewer.Find<QLabel>("one")->text(), QString("9"));
         viewer.Edit("limits", "[1]");
-        QTRY_COMPARE(viewer.Find<QLabel>("two")->text(), QString("1"));
+        QTRY_COMPARE(viewer.Find<QLabel>("one")->text(), QString());
         viewer.session->Log().Flush();
         QCOMPARE(viewer.Table("messages")
                      ->match(viewer.Table("messages")->index(0, 1), Qt::DisplayRole, "one:text", -1)

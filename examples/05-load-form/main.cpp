@@ -9,8 +9,7 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
-#include "DeclarationHandler/declarationhandler.h"
-#include "bindform/bindform.h"
+#include "DeclarationForms/formbinding.h"
 #include "expect.h"
 
 int main(int argc, char* argv[])
@@ -29,22 +28,22 @@ int main(int argc, char* argv[])
 
     //! [bind]
     // The form brings its statements along; the program names none.
-    DeclarationHandler handler;
-    const FormBinding binding = BindForm(handler, form.data(), "Guest");
-    handler.ConnectPropertyCrossReferences();
-    handler.Update();
+    FormBinding binding(form.data());
+    binding.SetDefaultPackage("Guest");
+    const bool isSound = binding.Bind();
     //! [bind]
-    for (const MarkedProperty& property : binding.declarations)
-        QTextStream(stdout) << property.object->objectName() << ' ' << property.name << ": " << property.text << '\n';
+    const QVector<BoundProperty> properties = binding.BoundProperties();
+    for (const BoundProperty& bound : properties)
+        QTextStream(stdout) << bound.object->objectName() << ' ' << bound.property << ": " << bound.statement << '\n';
 
     const QLabel* const greeting = form->findChild<QLabel*>("greeting");
-    Expect("statements", binding.declarations.count(), 4);
-    Expect("entries of constant maps", binding.constants.count(), 2);
-    Expect("refused", binding.refused.count(), 0);
+    Expect("bound without an error", isSound, true);
+    Expect("statements", properties.count(), 4);
     Expect("greeting", greeting->text(), "Good morning, Ada!");
 
     form->findChild<QCheckBox*>("awake")->setChecked(false);
-    handler.Save(nullptr, QString());
+    Expect("edited", binding.IsEdited(), true);
+    binding.Save();
     QCoreApplication::processEvents();
     Expect("greeting after a save", greeting->text(), "Good night, Ada!");
     return failures;

@@ -2,41 +2,35 @@
 
 #include "ui_enginepanel.h"
 
-const QString EnginePanel::DefaultPackage("Engine");
+namespace {
 
-EnginePanel::EnginePanel() : m_ui(new Ui::EnginePanel)
+/// As often as a person can read along.
+const int DeliveryInterval = 50;
+
+} // namespace
+
+EnginePanel::EnginePanel() : m_ui(new Ui::EnginePanel), m_binding(this)
 {
     m_ui->setupUi(this);
-    m_binding = BindForm(m_handler, this, DefaultPackage);
-    AddDefaultDeclarations();
-    m_handler.ConnectPropertyCrossReferences();
-    m_handler.Update();
-    ConnectButtons();
+    m_binding.SetDefaultPackage("Engine");
+    m_binding.SetDeliveryInterval(DeliveryInterval);
+    m_binding.Bind();
+    BindDefaults();
+
+    // The settings wait for a button: one saves its group, the other the whole form. The two switches work at
+    // once, by the save policy that the form gives them.
+    connect(m_ui->applyButton, &QPushButton::clicked, this, [this] { m_binding.Save(m_ui->limitsGroup); });
+    connect(m_ui->saveButton, &QPushButton::clicked, this, [this] { m_binding.Save(); });
 }
 
 EnginePanel::~EnginePanel() = default;
 
 /// What the user can set is enabled while the settings are not locked, unless the form says otherwise.
-void EnginePanel::AddDefaultDeclarations()
+void EnginePanel::BindDefaults()
 {
-    const QString statement = "NOT locked";
     const QWidgetList settings{m_ui->maximumSpeed, m_ui->maximumTemperature, m_ui->fuelReserve, m_ui->applyButton,
-                               m_ui->vesselEdit,   m_ui->messagesBox,        m_ui->lockBox,     m_ui->saveButton};
-    for (QWidget* widget : settings) {
-        if (m_handler.AddDefaultDeclaration(this, widget, "~enabled", statement, DefaultPackage))
-            m_binding.declarations.append({widget, "~enabled", statement});
-    }
-}
-
-void EnginePanel::ConnectButtons()
-{
-    // The two switches work at once, each on its own.
-    connect(m_ui->runButton, &QPushButton::clicked, this,
-            [this] { m_handler.SaveProperty(m_ui->runButton, "checked"); });
-    connect(m_ui->lockBox, &QCheckBox::clicked, this, [this] { m_handler.SaveProperty(m_ui->lockBox, "checked"); });
-
-    // The settings wait for a button: one saves its group, the other the whole form.
-    connect(m_ui->applyButton, &QPushButton::clicked, this,
-            [this] { m_handler.Save(this, m_ui->limitsGroup->objectName()); });
-    connect(m_ui->saveButton, &QPushButton::clicked, this, [this] { m_handler.Save(nullptr, QString()); });
+                               m_ui->vesselEdit,   m_ui->modeChoice,         m_ui->messagesBox, m_ui->lockBox,
+                               m_ui->saveButton};
+    for (QWidget* widget : settings)
+        m_binding.BindDefault(widget, "~enabled", "NOT locked");
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "Common/variantobject.h"
 #include "DataLayer/idatapeer.h"
@@ -17,6 +18,7 @@ const char* const Bridge = "Ship\\Bridge";
 
 const double Interval = 0.1;
 const double IdleSpeed = 500;
+const QStringList CylinderNames{"port 1", "port 2", "port 3", "starboard 1", "starboard 2", "starboard 3"};
 const QVector<double> CylinderOffsets{-12, 4, -3, 9, 31, -7};
 
 IDataPeer* Data()
@@ -32,11 +34,6 @@ void Write(const char* package, const char* name, const QVariant& value)
 QVariant Read(const char* package, const char* name)
 {
     return Data()->GetValue(VariableIdentifier(name, package), QVariant());
-}
-
-double OneDecimal(double value)
-{
-    return std::round(value * 10) / 10;
 }
 
 /// Moves the value towards its target, as far as it gets in one interval.
@@ -62,8 +59,7 @@ EngineSimulation::EngineSimulation()
     Write(Engine, "mode", "automatic");
     Write(Engine, "running", true);
     Write(Engine, "tank", QVariantMap{{"litres", 2400}});
-    Write(Engine, "cylinderNames",
-          QStringList{"port 1", "port 2", "port 3", "starboard 1", "starboard 2", "starboard 3"});
+    Write(Engine, "cylinderNames", CylinderNames);
     Write(Engine, "limits", QVariantList{2000, 95});
     Write(Engine, "quiet", false);
     Write(Engine, "locked", false);
@@ -108,37 +104,44 @@ void EngineSimulation::Step()
 
 void EngineSimulation::WriteReadings(bool running)
 {
-    const int fuel = int(m_fuel);
-    Write(Engine, "rpm", qRound(m_speed));
+    // As the sensors give them; the form rounds what it shows.
+    Write(Engine, "rpm", m_speed);
     Write(Engine, "gear", m_speed > 2 * IdleSpeed ? "ahead" : "neutral");
-    Write(Engine, "oilPressure", OneDecimal(m_speed / 400 + 0.1 * std::sin(3 * m_time)));
-    Write(Engine, "temperature", OneDecimal(m_temperature));
-    Write(Engine, "seaTemperature", OneDecimal(7 + std::sin(m_time / 9)));
-    Write(Engine, "fuel", fuel);
+    Write(Engine, "oilPressure", m_speed / 400 + 0.1 * std::sin(3 * m_time));
+    Write(Engine, "temperature", m_temperature);
+    Write(Engine, "seaTemperature", 7 + std::sin(m_time / 9));
+    Write(Engine, "fuel", m_fuel);
     // The valve follows its order a little later.
     Write(Engine, "valve", QVariantMap{{"ordered", running}, {"open", m_speed > IdleSpeed}});
     WriteExhaust();
-    WriteMessage(fuel);
+    WriteMessage();
 }
 
 void EngineSimulation::WriteExhaust()
 {
-    QVariantList temperatures;
+    QVariantList rows;
     QVariantList ranking;
+    QVector<double> temperatures;
     for (int i = 0; i < CylinderOffsets.count(); ++i) {
-        temperatures.append(qRound(m_exhaust + CylinderOffsets.at(i) + 2 * std::sin(m_time + i)));
+        temperatures.append(m_exhaust + CylinderOffsets.at(i) + 2 * std::sin(m_time + i));
         ranking.append(i);
     }
+    const double mean = std::accumulate(temperatures.begin(), temperatures.end(), 0.0) / temperatures.count();
+    for (int i = 0; i < temperatures.count(); ++i) {
+        rows.append(QVariantMap{{"Cylinder", CylinderNames.at(i)},
+                                {"Exhaust °C", qRound(temperatures.at(i))},
+                                {"to mean", qRound(temperatures.at(i) - mean)}});
+    }
     std::sort(ranking.begin(), ranking.end(), [&](const QVariant& left, const QVariant& right) {
-        return temperatures.at(left.toInt()).toInt() > temperatures.at(right.toInt()).toInt();
+        return temperatures.at(left.toInt()) > temperatures.at(right.toInt());
     });
-    Write(Engine, "exhaust", QVariantList{QVariant(temperatures.mid(0, 3)), QVariant(temperatures.mid(3))});
+    Write(Engine, "cylinders", rows);
     Write(Engine, "ranking", ranking);
 }
 
 /// The variable is empty as long as there is nothing to say.
-void EngineSimulation::WriteMessage(int fuel)
+void EngineSimulation::WriteMessage()
 {
-    const bool reserve = fuel <= Read(Limits, "fuel").toInt();
-    Write(Engine, "message", reserve ? QString("The fuel is down to %1 %.").arg(fuel) : QVariant());
+    const bool reserve = m_fuel <= Read(Limits, "fuel").toInt();
+    Write(Engine, "message", reserve ? QString("The fuel is down to %1 %.").arg(qRound(m_fuel)) : QVariant());
 }

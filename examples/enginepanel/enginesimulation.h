@@ -24,7 +24,7 @@ private:
     void Step();
     void WriteReadings(bool running);
     void WriteExhaust();
-    void WriteMessage(int fuel);
+    void WriteMessage();
 
     double m_time = 0;
     double m_speed = 640;

@@ -53,7 +53,7 @@ int main(int argc, char* argv[])
     simulation.start();
     panel.show();
     const int exitCode = run ? run->Run(&panel, length) : application.exec();
-    // The thread that writes the data ends before the panel's handler does.
+    // The thread that writes the data ends before the panel does.
     simulation.Stop();
     return exitCode;
 }

@@ -11,52 +11,31 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
-#include "DeclarationHandler/iexpression.h"
-#include "DeclarationHandler/interpreter.h"
-#include "DeclarationHandler/iparsingresult.h"
-#include "common/source/PlatformIndependent/propertyinfo.h"
 #include "enginepanel.h"
 #include "qtversion.h"
 
 namespace {
 
 /// Properties that follow the engine, and so must change in any run.
-const QStringList Moving{"speedDisplay value",   "speedBar value",           "oilDisplay value", "oilBar value",
-                         "temperatureBar value", "temperatureDisplay value", "stateLabel text",  "startLamp pixmap",
-                         "portBar1 value",       "starboardBar3 value"};
-
-QtMessageHandler previousHandler = nullptr;
-QStringList libraryLines;
-
-void CatchLibraryLines(QtMsgType type, const QMessageLogContext& context, const QString& message)
-{
-    if (type == QtDebugMsg && qstrcmp(context.category, "default") == 0)
-        libraryLines.append(message);
-    previousHandler(type, context, message);
-}
-
-IDataPeer* Data()
-{
-    return Ovex_DataPeerFactory(false)->GetDataPeer(0);
-}
+const QStringList Moving{"speedDisplay ~text",    "speedBar ~value",          "oilDisplay ~text",
+                         "temperatureBar ~value", "temperatureDisplay ~text", "stateLabel ~text",
+                         "startLamp ~pixmap",     "temperatureNote ~text",    "cylinderTable ~rows"};
 
 QVariant Read(const QString& package, const QString& name)
 {
-    return Data()->GetValue(VariableIdentifier(name, package), QVariant());
+    IDataPeer* const data = Ovex_DataPeerFactory(false)->GetDataPeer(0);
+    return data->GetValue(VariableIdentifier(name, package), QVariant());
 }
 
-QString NameOf(const MarkedProperty& property)
+QString NameOf(const BoundProperty& property)
 {
-    return property.object->objectName() + ' ' + PropertyInfo::ToNormal(property.name);
-}
-
-QVariant ValueOf(const MarkedProperty& property)
-{
-    return property.object->property(PropertyInfo::ToNormal(property.name).toLatin1());
+    return property.object->objectName() + ' ' + property.property;
 }
 
 QString ToText(const QVariant& value)
 {
+    if (value.userType() == QMetaType::QVariantList)
+        return QString("%1 rows").arg(value.toList().count());
     if (value.userType() != QMetaType::QPixmap)
         return value.toString();
     const QSize size = value.value<QPixmap>().size();
@@ -73,16 +52,10 @@ void RunEventLoop(int milliseconds)
 
 } // namespace
 
-UnattendedRun::UnattendedRun(const QString& picture) : m_picture(picture)
-{
-    previousHandler = qInstallMessageHandler(CatchLibraryLines);
-}
-
 int UnattendedRun::Run(EnginePanel* panel, double seconds)
 {
     m_panel = panel;
     const int quarter = int(1000 * seconds / 4);
-    CheckStatements();
     RememberValues();
     RunEventLoop(quarter);
     ChangeSettings();
@@ -101,35 +74,24 @@ int UnattendedRun::Run(EnginePanel* panel, double seconds)
 
     if (!m_panel->isVisible())
         Complain("The window was closed before the time was up.");
-    libraryLines.removeDuplicates();
-    for (const QString& line : qAsConst(libraryLines))
-        Complain("The library says: " + line);
+    CheckProblems();
     for (const QString& problem : qAsConst(m_problems))
         QTextStream(stderr) << problem << '\n';
     return m_problems.isEmpty() ? 0 : 1;
 }
 
-void UnattendedRun::CheckStatements()
+void UnattendedRun::CheckProblems()
 {
-    const FormBinding& binding = m_panel->GetBinding();
-    for (const MarkedProperty& property : binding.refused)
-        Complain(NameOf(property) + " was refused.");
-    const Interpreter interpreter(Data(), nullptr, nullptr);
-    for (const MarkedProperty& property : binding.declarations) {
-        IParsingResult* result = nullptr;
-        delete interpreter.CreateStatement(property.text, Data(), nullptr, true, EnginePanel::DefaultPackage,
-                                           property.object, m_panel, &result);
-        const QScopedPointer<IParsingResult> owned(result);
-        // A blank statement leaves no result. An error is among the warnings, too.
-        if (!result || !result->HasSucceeded() || !result->GetWarningMessages().isEmpty())
-            Complain(NameOf(property) + ": " + (result ? result->GetWarningMessages().join(' ') : "blank"));
-    }
+    const QVector<FormProblem> problems = m_panel->GetBinding().Problems();
+    for (const FormProblem& problem : problems)
+        Complain(problem.message);
 }
 
 void UnattendedRun::RememberValues()
 {
-    for (const MarkedProperty& property : m_panel->GetBinding().declarations)
-        m_firstValues.append(ValueOf(property));
+    const QVector<BoundProperty> properties = m_panel->GetBinding().BoundProperties();
+    for (const BoundProperty& property : properties)
+        m_firstValues.append(property.shown);
 }
 
 void UnattendedRun::ChangeSettings()
@@ -142,6 +104,8 @@ void UnattendedRun::ChangeSettings()
     maximumSpeed->setValue(newSpeed);
     vessel->setText("Aurora");
     messages->setChecked(false);
+    m_panel->findChild<QAbstractButton*>("manualButton")->click();
+    Expect("edited", m_panel->GetBinding().IsEdited(), true);
 
     m_panel->findChild<QAbstractButton*>("applyButton")->click();
     Expect("limits[0] after applying the limits", Read("Engine", "limits").toList().value(0), newSpeed);
@@ -152,6 +116,8 @@ void UnattendedRun::ChangeSettings()
     Expect("vessel name after the save", Read("Ship", "vessel").toMap().value("name"), "Aurora");
     Expect("port of the vessel after the save", Read("Ship", "vessel").toMap().value("port"), "Bergen");
     Expect("quiet after the save", Read("Engine", "quiet"), true);
+    Expect("mode after the save", Read("Engine", "mode"), "manual");
+    Expect("edited after the save", m_panel->GetBinding().IsEdited(), false);
 
     messages->setChecked(true);
     save->click();
@@ -182,10 +148,10 @@ void UnattendedRun::CheckReaders()
 void UnattendedRun::CheckValuesHaveChanged()
 {
     QStringList missing = Moving;
-    const QVector<MarkedProperty>& declarations = m_panel->GetBinding().declarations;
-    for (int i = 0; i < declarations.count(); ++i) {
-        if (ValueOf(declarations.at(i)) != m_firstValues.at(i))
-            missing.removeOne(NameOf(declarations.at(i)));
+    const QVector<BoundProperty> properties = m_panel->GetBinding().BoundProperties();
+    for (int i = 0; i < properties.count(); ++i) {
+        if (properties.at(i).shown != m_firstValues.at(i))
+            missing.removeOne(NameOf(properties.at(i)));
     }
     for (const QString& name : qAsConst(missing))
         Complain(name + " has not changed.");
@@ -201,8 +167,9 @@ void UnattendedRun::PrintValues() const
 {
     QTextStream out(stdout);
     QtVersion::UseUtf8(out);
-    for (const MarkedProperty& property : m_panel->GetBinding().declarations)
-        out << NameOf(property) << ": " << ToText(ValueOf(property)) << '\n';
+    const QVector<BoundProperty> properties = m_panel->GetBinding().BoundProperties();
+    for (const BoundProperty& property : properties)
+        out << NameOf(property) << ": " << ToText(property.shown) << '\n';
 }
 
 void UnattendedRun::Expect(const QString& what, const QVariant& value, const QVariant& expected)

@@ -9,19 +9,18 @@ class EnginePanel;
 class QWidget;
 
 /// Stands in for the person at the panel: changes and saves settings, takes a picture, prints what
-/// the bound properties hold, and tells on stderr what is wrong. From its construction on, a line of
-/// the library on the debug stream counts as wrong.
+/// the bound properties hold, and tells on stderr what is wrong, problems of the binding included.
 class UnattendedRun
 {
 public:
     /// With an empty file name there is no picture.
-    explicit UnattendedRun(const QString& picture);
+    explicit UnattendedRun(const QString& picture) : m_picture(picture) {}
 
     /// Runs the event loop that many seconds. Returns the exit code: 1 when anything was wrong.
     int Run(EnginePanel* panel, double seconds);
 
 private:
-    void CheckStatements();
+    void CheckProblems();
     void RememberValues();
     void ChangeSettings();
     void ClickLock();
@@ -36,7 +35,7 @@ private:
 
     const QString m_picture;
     EnginePanel* m_panel = nullptr;
-    QVector<QVariant> m_firstValues; ///< Of the panel's declarations, in their order.
+    QVector<QVariant> m_firstValues; ///< Of the panel's bound properties, in their order.
     QStringList m_problems;
 };
 

@@ -6,7 +6,7 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
-#include "DeclarationHandler/declarationhandler.h"
+#include "DeclarationForms/formbinding.h"
 
 int main(int argc, char* argv[])
 {
@@ -15,20 +15,17 @@ int main(int argc, char* argv[])
     data->ChangeValue(VariableIdentifier("name", "Guest"), "world", IDataPeer::NoFlag);
 
     QWidget form;
+    auto* const layout = new QVBoxLayout(&form);
     auto* const greeting = new QLabel;
     auto* const name = new QLineEdit;
-    auto* const layout = new QVBoxLayout(&form);
     layout->addWidget(greeting);
     layout->addWidget(name);
 
-    DeclarationHandler handler;
-    handler.AddDeclaration(&form, greeting, "~text", "'Hello, ' + name + '!'", "Guest", true, true);
-    handler.AddDeclaration(&form, name, "_text", "name", "Guest", false, true);
-    handler.ConnectPropertyCrossReferences();
-    handler.Update();
-
-    // Return writes the text back into the variable, and the greeting follows.
-    QObject::connect(name, &QLineEdit::returnPressed, [&] { handler.SaveProperty(name, "text"); });
+    FormBinding binding(&form);
+    binding.SetDefaultPackage("Guest");
+    binding.SetSavePolicy(FormBinding::SaveOnEditingFinished);
+    binding.Bind(greeting, "~text", "'Hello, ' + name + '!'");
+    binding.Bind(name, "_text", "name");
     form.show();
     return application.exec();
 }

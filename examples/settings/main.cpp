@@ -1,6 +1,7 @@
-// A settings dialog: each widget is bound to one setting, and a save takes a page, or all, into the data.
+// A settings dialog: each widget is bound to one setting, and what the user has edited is saved or restored.
 
 #include <QApplication>
+#include <QComboBox>
 #include <QCommandLineParser>
 #include <QFile>
 #include <QJsonDocument>
@@ -9,6 +10,7 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QTabWidget>
+#include <QTimer>
 
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
@@ -41,26 +43,89 @@ QVariant Read(const QString& package, const QString& name)
     return Data()->GetValue(VariableIdentifier(name, package), QVariant());
 }
 
-/// Stands in for the person: changes settings on three pages, and saves first one page, then all.
-void ChangeSettings(const SettingsDialog& dialog)
+template<typename Type>
+Type* Find(const SettingsDialog& dialog, const QString& name)
 {
-    dialog.findChild<QTabWidget*>("pages")->setCurrentIndex(1);
-    dialog.findChild<QLineEdit*>("firstEdit")->setText("Anemometer");
-    dialog.findChild<QSlider*>("volumeSlider")->setValue(0);
-    dialog.findChild<QLineEdit*>("hostEdit")->setText("backup.example.org");
-    dialog.findChild<QPushButton*>("savePageButton")->click();
-    Expect("sensors[0] after saving its page", Read("Station", "sensors").toList().value(0), "Anemometer");
-    Expect("sensors[3]", Read("Station", "sensors").toList().value(3), "Tide");
-    Expect("volume, on another page", Read("Station\\Alarms", "volume").toInt(), 60);
+    return dialog.findChild<Type*>(name);
+}
 
-    dialog.findChild<QPushButton*>("saveButton")->click();
+void Click(const SettingsDialog& dialog, const QString& button)
+{
+    Find<QPushButton>(dialog, button)->click();
     QCoreApplication::processEvents();
-    Expect("volume after saving all", Read("Station\\Alarms", "volume").toInt(), 0);
+}
+
+/// Stands in for the person: edits settings on three pages, while another program renames the station.
+void EditSettings(const SettingsDialog& dialog)
+{
+    Find<QTabWidget>(dialog, "pages")->setCurrentIndex(3);
+    Expect("Apply at first", Find<QPushButton>(dialog, "applyButton")->isEnabled(), false);
+    Find<QLineEdit>(dialog, "nameEdit")->setText("Pier");
+    Find<QSlider>(dialog, "volumeSlider")->setValue(0);
+    Find<QLineEdit>(dialog, "hostEdit")->setText("backup.example.org");
+    Find<QLineEdit>(dialog, "portEdit")->setText("https");
+    Data()->ChangeValue(VariableIdentifier("name", "Station"), "Harbour head", IDataPeer::NoFlag);
+    QCoreApplication::processEvents();
+    Expect("name that is being edited", Find<QLineEdit>(dialog, "nameEdit")->text(), "Pier");
+    Expect("title, which follows", dialog.windowTitle(), "Settings of Harbour head");
+    Expect("Apply", Find<QPushButton>(dialog, "applyButton")->isEnabled(), true);
+    const auto* const pages = Find<QTabWidget>(dialog, "pages");
+    Expect("page that is edited", pages->tabText(0), QString::fromUtf8("Station \u2022"));
+    Expect("page that is not", pages->tabText(1), "Sensors");
+
+    // The port is a number, so it takes no word; the rest is saved.
+    Click(dialog, "applyButton");
+    Expect("name", Read("Station", "name"), "Pier");
+    Expect("volume", Read("Station\\Alarms", "volume").toInt(), 0);
     Expect("host", Read("Station\\Upload", "server").toMap().value("host"), "backup.example.org");
-    Expect("port, in the same variable", Read("Station\\Upload", "server").toMap().value("port").toInt(), 8443);
-    Expect("note on the page of the sensors", dialog.findChild<QLabel*>("sensorsNote")->text(),
-           "Anemometer is shown first, 6 readings an hour.");
-    Expect("silence is told", dialog.findChild<QLabel*>("silentNote")->isHidden(), false);
+    Expect("port", Read("Station\\Upload", "server").toMap().value("port").toInt(), 8443);
+    Expect("mark at the port", Find<QLineEdit>(dialog, "portEdit")->property("refused"), true);
+    Expect("reason", Find<QLabel>(dialog, "problemNote")->isHidden(), false);
+    Expect("silence is told", Find<QLabel>(dialog, "silentNote")->isHidden(), false);
+}
+
+/// Corrects the port, and takes another language with a field half edited.
+void GoOn(const SettingsDialog& dialog)
+{
+    auto* const port = Find<QLineEdit>(dialog, "portEdit");
+    port->setText("443");
+    Expect("mark at the port while it is corrected", port->property("refused"), false);
+    Click(dialog, "applyButton");
+    Expect("port, a number as before", Read("Station\\Upload", "server").toMap().value("port").toInt(), 443);
+    Expect("Apply once all is saved", Find<QPushButton>(dialog, "applyButton")->isEnabled(), false);
+
+    Find<QTabWidget>(dialog, "pages")->setCurrentIndex(0);
+    auto* const name = Find<QLineEdit>(dialog, "nameEdit");
+    auto* const language = Find<QComboBox>(dialog, "languageBox");
+    name->setText("Mole");
+    language->setCurrentText("Deutsch");
+    Q_EMIT language->activated(language->currentIndex());
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    Expect("language, saved at once", Read("Station", "language"), "Deutsch");
+    Expect("caption", Find<QLabel>(dialog, "languageLabel")->text(), "&Sprache");
+    Expect("title in German", dialog.windowTitle(), "Einstellungen von Pier");
+    Expect("number in German", Find<QLabel>(dialog, "readingsCount")->text(), "52.704 seit dem Start");
+    Expect("name that is still being edited", name->text(), "Mole");
+    Expect("Apply, for the name", Find<QPushButton>(dialog, "applyButton")->isEnabled(), true);
+
+    Click(dialog, "restoreButton");
+    Expect("name, restored", name->text(), "Pier");
+    Expect("Apply after that", Find<QPushButton>(dialog, "applyButton")->isEnabled(), false);
+    Find<QSlider>(dialog, "volumeSlider")->setValue(30);
+    Click(dialog, "cancelButton");
+    Expect("volume, given up", Find<QSlider>(dialog, "volumeSlider")->value(), 0);
+    Expect("volume in the data", Read("Station\\Alarms", "volume").toInt(), 0);
+}
+
+/// Stands in for the station.
+void CountReadings(QTimer* timer)
+{
+    QObject::connect(timer, &QTimer::timeout, [] {
+        const VariableIdentifier readings("readings", "Station");
+        Data()->ChangeValue(readings, Data()->GetValue(readings, 0).toInt() + 1, IDataPeer::NoFlag);
+    });
+    timer->start(1000);
 }
 
 } // namespace
@@ -79,9 +144,13 @@ int main(int argc, char* argv[])
     ReadSettings(":/settings.json");
     SettingsDialog dialog;
     dialog.show();
-    if (!parser.isSet(screenshot))
+    if (!parser.isSet(screenshot)) {
+        QTimer station;
+        CountReadings(&station);
         return application.exec();
-    ChangeSettings(dialog);
+    }
+    EditSettings(dialog);
     Expect("picture written", dialog.grab().save(parser.value(screenshot)), true);
+    GoOn(dialog);
     return failures;
 }

@@ -3,15 +3,16 @@
 
 #include <QDialog>
 #include <QScopedPointer>
+#include <QTranslator>
 
-#include "DeclarationHandler/declarationhandler.h"
+#include "DeclarationForms/formbinding.h"
 
 namespace Ui {
 class SettingsDialog;
 }
 
-/// The dialog. Its form brings the statements along; this class binds them, and saves the page shown
-/// or all pages.
+/// The dialog. Its form brings the statements along; this class binds them, shows which pages are edited and
+/// what could not be saved, and follows the language that is set.
 class SettingsDialog : public QDialog
 {
     Q_OBJECT
@@ -20,10 +21,31 @@ public:
     SettingsDialog();
     ~SettingsDialog() override;
 
+    const FormBinding& GetBinding() const { return m_binding; }
+
+public Q_SLOTS:
+    /// Saves everything, and closes the dialog if all was taken.
+    void accept() override;
+    /// Gives all edits up, and closes the dialog.
+    void reject() override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private Q_SLOTS:
+    void ShowState();
+
 private:
-    // The handler goes before the widgets do, which are this dialog's children.
+    void ConnectButtons();
+    void WatchEdits();
+    void ShowEditedPages();
+    void ShowRefusals();
+    void FollowLanguage();
+
     const QScopedPointer<Ui::SettingsDialog> m_ui;
-    DeclarationHandler m_handler;
+    FormBinding m_binding;
+    QTranslator m_translator;
+    QString m_language;
 };
 
 #endif

@@ -13,7 +13,7 @@
 
 #include <cstdio>
 
-#include "DeclarationHandler/declarationhandler.h"
+#include "DeclarationForms/formbinding.h"
 #include "sqlitedata.h"
 
 namespace {
@@ -34,7 +34,7 @@ void RunScript(QLineEdit* name, const QLineEdit* greeting)
         if (line.isEmpty())
             return qApp->quit();
         name->setText(QString::fromUtf8(line).trimmed());
-        Q_EMIT name->returnPressed();
+        Q_EMIT name->editingFinished();
     });
     QObject::connect(greeting, &QLineEdit::textChanged, Print);
     Print(greeting->text());
@@ -63,14 +63,12 @@ int main(int argc, char* argv[])
     layout->addRow(greeting);
 
     //! [form]
-    DeclarationHandler handler;
-    handler.AddDeclaration(&form, name, "_text", "name", "Guest", false, false);
-    handler.AddDeclaration(&form, visits, "_value", "visits", "Guest", false, false);
-    handler.AddDeclaration(&form, greeting, "~text", "'Hello, ' + name + '!'", "Guest", true, false);
-    handler.ConnectPropertyCrossReferences();
-    handler.Update();
-    QObject::connect(name, &QLineEdit::returnPressed, [&] { handler.SaveProperty(name, "text"); });
-    QObject::connect(visits, &QSpinBox::editingFinished, [&] { handler.SaveProperty(visits, "value"); });
+    FormBinding binding(&form);
+    binding.SetDefaultPackage("Guest");
+    binding.SetSavePolicy(FormBinding::SaveOnEditingFinished);
+    binding.Bind(name, "_text", "name");
+    binding.Bind(visits, "_value", "visits");
+    binding.Bind(greeting, "~text", "'Hello, ' + name + '!'");
     //! [form]
 
     if (arguments.contains("--script"))

@@ -4,11 +4,13 @@
 #include <QMetaProperty>
 #include <QVariant>
 
+#include "DeclarationHandler/declarationhandler_export.h"
+
 class QObject;
 
 /// A property of one object. Where the object's class declares it, it is looked up once; else, and when
 /// the object is not of that class any more, at each use.
-class PropertyAccess
+class DECLARATIONHANDLER_EXPORT PropertyAccess
 {
 public:
     /// \a object, which may be null, is not kept.

@@ -148,6 +148,18 @@ inline bool IsRegistered(const char* typeName)
 
 #endif
 
+/// Makes \a value one of the type with that number. False, with a default value in it, where it is none.
+inline bool Convert(QVariant* value, int type)
+{
+#if QT_VERSION >= 0x060000
+    return value->convert(QMetaType(type));
+#elif QT_VERSION >= 0x050000
+    return value->convert(type);
+#else
+    return value->convert(static_cast<QVariant::Type>(type));
+#endif
+}
+
 } // namespace QtCompat
 
 /// A signal and a slot as QObject::connect() takes them: by address, which is found at once, or in Qt 4

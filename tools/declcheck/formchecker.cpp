@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "DataLayer/variableidentifier.h"
+#include "DeclarationForms/formadapters.h"
 #include "common/knownvariables.h"
 #include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
@@ -348,12 +349,13 @@ void FormChecker::CheckBoundProperty(const Declaration& declaration)
     if (!object)
         return;
     const QMetaProperty property = MetaProperty(object, declaration.name);
-    if (property.isValid() && !property.isWritable())
+    if (property.isValid() && !property.isWritable() && !FormAdapters::IsAdapted(object, declaration.name))
         ReportName(Check::ReadOnlyProperty,
                    QString("\"%1\" of %2 cannot be written").arg(declaration.name, Describe(object)),
                    declaration.object, *declaration.property);
     const Target target(object, declaration.name);
-    if (!property.isValid() && !m_set.contains(target) && !m_maps.contains(target))
+    if (!property.isValid() && !FormAdapters::IsAdapted(object, declaration.name) && !m_set.contains(target)
+        && !m_maps.contains(target))
         ReportMissingProperty(declaration, object, declaration.name, nullptr);
 }
 
@@ -520,8 +522,8 @@ void FormChecker::ReportCycle(const QVector<Step>& way, int first)
 bool FormChecker::HasProperty(QObject* object, const QString& name) const
 {
     const Target target(object, name);
-    return MetaProperty(object, name).isValid() || object->dynamicPropertyNames().contains(name.toUtf8())
-        || m_set.contains(target) || m_maps.contains(target);
+    return MetaProperty(object, name).isValid() || FormAdapters::IsAdapted(object, name)
+        || object->dynamicPropertyNames().contains(name.toUtf8()) || m_set.contains(target) || m_maps.contains(target);
 }
 
 NearestName FormChecker::PropertiesOf(QObject* object) const

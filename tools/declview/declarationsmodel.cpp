@@ -66,7 +66,7 @@ QVariant DeclarationsModel::headerData(int section, Qt::Orientation orientation,
 
 QVariant DeclarationsModel::data(const QModelIndex& index, int role) const
 {
-    const BoundProperty& property = m_session->Properties().at(index.row());
+    const ViewedProperty& property = m_session->Properties().at(index.row());
     switch (role) {
     case Qt::DisplayRole:
         return Cell(property, index.column());
@@ -95,7 +95,7 @@ void DeclarationsModel::Announce()
                  [this](int first, int last) { Q_EMIT dataChanged(index(first, Value), index(last, Diagnostic)); });
 }
 
-QVariant DeclarationsModel::Cell(const BoundProperty& property, int column) const
+QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) const
 {
     switch (column) {
     case Widget:
@@ -107,19 +107,17 @@ QVariant DeclarationsModel::Cell(const BoundProperty& property, int column) cons
     case Value:
         return ValueToText(property.Value());
     case Evaluations:
-        return property.evaluations < 0 ? QVariant() : property.evaluations;
+        return property.evaluations;
     default:
         return property.diagnostic;
     }
 }
 
-QString DeclarationsModel::ToolTip(const BoundProperty& property, int column) const
+QString DeclarationsModel::ToolTip(const ViewedProperty& property, int column) const
 {
     if (column == Widget)
         return property.path;
     if (column == Statement)
         return property.statement;
-    if (column == Evaluations && property.evaluations < 0)
-        return "Not counted: the property is declared twice, or a statement cannot name it.";
     return Cell(property, column).toString();
 }

@@ -6,7 +6,7 @@
 #include <QVector>
 
 class FormSession;
-struct BoundProperty;
+struct ViewedProperty;
 
 /// The declarations of the form as a table, a row for each in the order bound. Values are read when they
 /// are drawn; changes are announced a few times a second, all of that time at once.
@@ -40,8 +40,8 @@ public:
 private:
     void MarkChanged(int row);
     void Announce();
-    QVariant Cell(const BoundProperty& property, int column) const;
-    QString ToolTip(const BoundProperty& property, int column) const;
+    QVariant Cell(const ViewedProperty& property, int column) const;
+    QString ToolTip(const ViewedProperty& property, int column) const;
 
     FormSession* const m_session;
     QVector<int> m_changed; ///< May hold a row twice.

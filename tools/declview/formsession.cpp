@@ -1,25 +1,21 @@
 #include "declview/formsession.h"
 
-#include <QCoreApplication>
 #include <QDir>
-#include <QEvent>
 #include <QFile>
 #include <QFileInfo>
+#include <QMetaMethod>
+#include <QMetaProperty>
+#include <QSet>
 
-#include "DataLayer/idatapeerfactory.h"
-#include "DeclarationHandler/Declarations/declproperty.h"
-#include "DeclarationHandler/iexpression.h"
-#include "DeclarationHandler/interpreter.h"
-#include "DeclarationHandler/iparsingresult.h"
+#include <algorithm>
+
 #include "common/formdocument.h"
 #include "common/formloader.h"
 #include "common/jsondata.h"
-#include "common/source/PlatformIndependent/propertyinfo.h"
-#include "common/statementtokens.h"
 
 namespace {
 
-const QLatin1String CycleMessage("Cycle of references:");
+const int CountingDelay = 50;
 
 bool ReadFile(const QString& fileName, QByteArray* contents, QString* error)
 {
@@ -32,24 +28,25 @@ bool ReadFile(const QString& fileName, QByteArray* contents, QString* error)
     return false;
 }
 
-/// What the parser has to say; the handler, which parses the statement itself, does not tell.
-QString Diagnose(const MarkedProperty& marked, QObject* form, const QString& defaultPackage)
+/// The objects of a form in the order in which they are bound.
+QHash<const QObject*, int> OrderOf(const QObject* form)
 {
-    const MessageLog::Silence silence;
-    IDataPeer* const data = Ovex_DataPeerFactory(false)->GetDataPeer(0);
-    const Interpreter interpreter(nullptr, nullptr, nullptr);
-    IParsingResult* result = nullptr;
-    delete interpreter.CreateStatement(marked.text, data, nullptr, true, defaultPackage, marked.object, form, &result);
-    const QScopedPointer<IParsingResult> owned(result);
-    return result ? result->GetWarningMessages().join(' ') : QString("The statement is blank.");
+    QHash<const QObject*, int> order{{form, 0}};
+    const QList<QObject*> children = form->findChildren<QObject*>();
+    for (const QObject* const child : children)
+        order.insert(child, order.size());
+    return order;
 }
 
 } // namespace
 
 FormSession::FormSession(const SessionFiles& files) : m_files(files)
 {
+    m_counting.setSingleShot(true);
+    m_counting.setInterval(CountingDelay);
+    connect(&m_counting, &QTimer::timeout, this, &FormSession::CountEvaluations);
+    connect(&m_variables, &VariableStore::Changed, &m_counting, QOverload<>::of(&QTimer::start));
     connect(&m_log, &MessageLog::Arrived, this, &FormSession::OnMessages);
-    QCoreApplication::instance()->installEventFilter(this);
 }
 
 FormSession::~FormSession()
@@ -84,9 +81,10 @@ bool FormSession::Load(QString* error)
     return true;
 }
 
-void FormSession::Save(const QString& objectName)
+int FormSession::Save(const QString& objectName)
 {
-    m_handler.Save(m_form, objectName);
+    QObject* const scope = objectName.isEmpty() ? nullptr : m_form->findChild<QObject*>(objectName);
+    return m_binding->Save(scope).saved;
 }
 
 bool FormSession::SaveData(const QString& fileName, QString* error)
@@ -100,7 +98,7 @@ bool FormSession::SaveData(const QString& fileName, QString* error)
 QStringList FormSession::Scopes() const
 {
     QStringList names;
-    for (const BoundProperty& property : m_properties) {
+    for (const ViewedProperty& property : m_properties) {
         if (!property.writable)
             continue;
         // Without the widget itself, and without the form, which is all.
@@ -113,14 +111,6 @@ QStringList FormSession::Scopes() const
     return names;
 }
 
-/// A change of a variable reaches its declarations by queued calls; with each begins a turn.
-bool FormSession::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::MetaCall && qobject_cast<DeclProperty*>(watched))
-        m_log.BeginTurn();
-    return false;
-}
-
 void FormSession::Replace(QWidget* form)
 {
     // What has been written until now is about the properties that go.
@@ -130,93 +120,125 @@ void FormSession::Replace(QWidget* form)
     QWidget* const previous = m_form;
     m_form = form;
     Bind();
-    WatchProperties();
     Q_EMIT FormReplaced();
     // Whoever calls may have been called by one of its widgets.
     if (previous)
         previous->deleteLater();
-    m_handler.ConnectPropertyCrossReferences();
-    m_log.BeginTurn();
-    m_handler.Update();
 }
 
 void FormSession::Unbind()
 {
-    m_handler.Clear();
-    m_probes.clear();
+    m_binding.reset();
     m_properties.clear();
+    m_positions.clear();
 }
 
 void FormSession::Bind()
 {
+    m_binding = std::make_unique<FormBinding>(m_form);
+    m_binding->SetDefaultPackage(m_files.defaultPackage);
+    m_binding->Bind();
+    ListProperties();
+    NoteReads();
+    WatchProperties();
+    const QVector<FormProblem> problems = m_binding->Problems();
+    for (const FormProblem& problem : problems)
+        OnProblem(problem);
+    connect(m_binding.get(), &FormBinding::ProblemFound, this, &FormSession::OnProblem);
+}
+
+/// What is bound, and what is not, for an error, in the order of the form.
+void FormSession::ListProperties()
+{
+    const auto append
+        = [this](QObject* object, const QString& marked, const QString& statement, bool writable, quint64 evaluations) {
+              m_properties.append(
+                  {object, marked.mid(1), statement, WidgetPath(object, m_form), writable, evaluations, QString()});
+          };
+    const QVector<BoundProperty> bound = m_binding->BoundProperties();
+    for (const BoundProperty& property : bound)
+        append(property.object, property.property, property.statement, property.writable, property.evaluations);
+    const QVector<FormProblem> problems = m_binding->Problems();
+    QSet<QPair<QObject*, QString>> unbound;
+    for (const FormProblem& problem : problems) {
+        const QPair<QObject*, QString> key(problem.object, problem.property);
+        if (problem.severity != FormProblem::Error || unbound.contains(key))
+            continue;
+        unbound.insert(key);
+        append(problem.object, problem.property, problem.statement, problem.property.startsWith('_'), 0);
+    }
+    const QHash<const QObject*, int> order = OrderOf(m_form);
+    std::stable_sort(m_properties.begin(), m_properties.end(),
+                     [&order](const ViewedProperty& left, const ViewedProperty& right) {
+                         return order.value(left.object) < order.value(right.object);
+                     });
+    for (int i = 0; i < m_properties.size(); ++i)
+        m_positions[m_properties.at(i).object].append(i);
+}
+
+void FormSession::NoteReads()
+{
     QSet<VariableIdentifier> identifiers;
-    const QVector<MarkedProperty> marked = CollectMarkedProperties(m_form);
-    for (const MarkedProperty& property : marked) {
-        m_log.BeginTurn();
-        switch (BindProperty(m_handler, m_form, property, m_files.defaultPackage)) {
-        case BindingKind::Declaration:
-            m_log.Attribute(m_properties.size());
-            AddProperty(property);
-            NoteReads(property.text, &identifiers);
-            break;
-        case BindingKind::Constant:
-            break;
-        case BindingKind::Refused:
-            m_log.Note(QtWarningMsg,
-                       QString("%1: %2 holds no text, so it is no statement.")
-                           .arg(WidgetPath(property.object, m_form), property.name));
-        }
+    const QVector<BoundProperty> bound = m_binding->BoundProperties();
+    for (const BoundProperty& property : bound) {
+        for (const VariableIdentifier& identifier : property.variables)
+            identifiers.insert(identifier);
     }
     m_variables.SetRead(identifiers);
 }
 
-void FormSession::AddProperty(const MarkedProperty& marked)
-{
-    const int position = m_properties.size();
-    const QString diagnostic = Diagnose(marked, m_form, m_files.defaultPackage);
-    m_properties.append({marked.object, PropertyInfo::ToNormal(marked.name), marked.text,
-                         WidgetPath(marked.object, m_form), PropertyInfo::IsMutable(marked.name), -1, diagnostic});
-    if (!diagnostic.isEmpty())
-        m_log.Note(QtWarningMsg, diagnostic, position);
-}
-
-void FormSession::NoteReads(const QString& statement, QSet<VariableIdentifier>* identifiers) const
-{
-    const QVector<Reference> variables = StatementTokens(statement).Variables();
-    for (const Reference& reference : variables)
-        identifiers->insert(VariableIdentifier(reference.name, reference.Package(m_files.defaultPackage)));
-}
-
 void FormSession::WatchProperties()
 {
-    QSet<QPair<QObject*, QString>> watched;
-    for (int i = 0; i < m_properties.size(); ++i) {
-        BoundProperty& property = m_properties[i];
-        // Of several declarations of one property, the handler connects the first.
-        if (watched.contains({property.object, property.name}))
-            continue;
-        watched.insert({property.object, property.name});
-        m_probes.push_back(std::make_unique<PropertyProbe>(&m_handler, property.object, property.name));
-        const PropertyProbe* const probe = m_probes.back().get();
-        if (probe->Counts())
-            property.evaluations = 0;
-        connect(probe, &PropertyProbe::Evaluated, this, [this, i] { OnEvaluated(i); });
-        connect(probe, &PropertyProbe::Changed, this, [this, i] { Q_EMIT PropertyChanged(i); });
+    const QVector<BoundProperty> bound = m_binding->BoundProperties();
+    for (const BoundProperty& property : bound) {
+        Watch(property.object, property.property.mid(1));
+        for (const QPair<QPointer<QObject>, QString>& read : property.properties)
+            Watch(read.first, read.second);
     }
 }
 
-void FormSession::OnEvaluated(int position)
+void FormSession::Watch(const QObject* object, const QString& property)
 {
-    m_log.Attribute(position);
-    ++m_properties[position].evaluations;
-    Q_EMIT PropertyChanged(position);
+    if (!object)
+        return;
+    const QMetaObject* const type = object->metaObject();
+    const QMetaProperty metaProperty = type->property(type->indexOfProperty(property.toLatin1()));
+    const QMetaMethod slot = metaObject()->method(metaObject()->indexOfSlot("OnPropertyChanged()"));
+    if (metaProperty.hasNotifySignal())
+        connect(object, metaProperty.notifySignal(), this, slot, Qt::UniqueConnection);
+}
+
+void FormSession::OnPropertyChanged()
+{
+    const QVector<int> positions = m_positions.value(sender());
+    for (const int position : positions)
+        Q_EMIT PropertyChanged(position);
+    m_counting.start();
+}
+
+void FormSession::CountEvaluations()
+{
+    const QVector<BoundProperty> bound = m_binding ? m_binding->BoundProperties() : QVector<BoundProperty>();
+    for (const BoundProperty& property : bound) {
+        const int position = Find(property.object, property.property);
+        if (position < 0 || m_properties.at(position).evaluations == property.evaluations)
+            continue;
+        m_properties[position].evaluations = property.evaluations;
+        Q_EMIT PropertyChanged(position);
+    }
+}
+
+void FormSession::OnProblem(const FormProblem& problem)
+{
+    m_log.Note(QtWarningMsg, problem.message, Find(problem.object, problem.property));
+    m_counting.start();
 }
 
 void FormSession::OnMessages(QVector<LogMessage> messages)
 {
     for (LogMessage& message : messages) {
-        if (message.text.startsWith(CycleMessage))
-            message.declaration = FindNamedBy(message.text);
+        if (message.declaration < 0 && message.object)
+            message.declaration = Find(message.object, message.property);
         if (message.declaration < 0)
             continue;
         m_properties[message.declaration].diagnostic = message.text;
@@ -225,20 +247,13 @@ void FormSession::OnMessages(QVector<LogMessage> messages)
     Q_EMIT MessagesArrived(messages);
 }
 
-/// The only declaration of which the message speaks; -1 if there is no such one.
-int FormSession::FindNamedBy(const QString& message) const
+int FormSession::Find(const QObject* object, const QString& markedProperty) const
 {
-    int found = -1;
-    for (int i = 0; i < m_properties.size(); ++i) {
-        const BoundProperty& property = m_properties.at(i);
-        if (!property.object
-            || !message.endsWith(
-                QString("\"%1#%2:%3\"")
-                    .arg(property.object->metaObject()->className(), property.object->objectName(), property.name)))
-            continue;
-        if (found >= 0)
-            return -1;
-        found = i;
+    const QVector<int> positions = m_positions.value(object);
+    for (const int position : positions) {
+        const ViewedProperty& property = m_properties.at(position);
+        if (property.name == markedProperty.mid(1) && property.writable == markedProperty.startsWith('_'))
+            return position;
     }
-    return found;
+    return -1;
 }

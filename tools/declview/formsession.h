@@ -1,22 +1,20 @@
 #ifndef FORMSESSION_H
 #define FORMSESSION_H
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
-#include <QSet>
+#include <QTimer>
 #include <QVector>
 #include <QWidget>
 
 #include <memory>
-#include <vector>
 
-#include "DeclarationHandler/declarationhandler.h"
-#include "bindform/bindform.h"
-#include "declview/boundproperty.h"
+#include "DeclarationForms/formbinding.h"
 #include "declview/formresources.h"
 #include "declview/messagelog.h"
-#include "declview/propertyprobe.h"
 #include "declview/variablestore.h"
+#include "declview/viewedproperty.h"
 
 class JsonData;
 
@@ -41,14 +39,15 @@ public:
     /// Reads both files and binds the form anew. False, with all as it was and the reason in \a error,
     /// when either cannot be read.
     bool Load(QString* error);
-    /// Save() of the handler, with the form as the scope: an empty name saves everything.
-    void Save(const QString& objectName);
+    /// Writes back what was edited in the object of that name and below; an empty name stands for the form.
+    /// Answers how many properties were saved.
+    int Save(const QString& objectName);
     /// Writes the variables, from then on to that file.
     bool SaveData(const QString& fileName, QString* error);
 
     const SessionFiles& Files() const { return m_files; }
     QWidget* Form() const { return m_form; }
-    const QVector<BoundProperty>& Properties() const { return m_properties; }
+    const QVector<ViewedProperty>& Properties() const { return m_properties; }
     VariableStore& Variables() { return m_variables; }
     MessageLog& Log() { return m_log; }
     /// Names of the widgets that something to save lies in, from the outside in.
@@ -56,25 +55,30 @@ public:
 
 Q_SIGNALS:
     void FormAboutToBeReplaced();
-    /// There is a new form, or at the end none, and other properties; the old form goes soon. It comes
-    /// bound, but without values, which wait until it has been put in its place.
+    /// There is a new form, or at the end none, and other properties; the old form goes soon.
     void FormReplaced();
     /// The value of a bound property may be another, or it was evaluated, or has a new diagnostic.
     void PropertyChanged(int position);
     /// Messages, with their declarations put in where they were found.
     void MessagesArrived(const QVector<LogMessage>& messages);
 
+private Q_SLOTS:
+    /// Of the sender, which has such a property.
+    void OnPropertyChanged();
+
 private:
-    bool eventFilter(QObject* watched, QEvent* event) override;
     void Replace(QWidget* form);
     void Unbind();
     void Bind();
-    void AddProperty(const MarkedProperty& marked);
-    void NoteReads(const QString& statement, QSet<VariableIdentifier>* identifiers) const;
+    void ListProperties();
+    void NoteReads();
     void WatchProperties();
-    void OnEvaluated(int position);
+    void Watch(const QObject* object, const QString& property);
+    void CountEvaluations();
+    void OnProblem(const FormProblem& problem);
     void OnMessages(QVector<LogMessage> messages);
-    int FindNamedBy(const QString& message) const;
+    /// -1 for none.
+    int Find(const QObject* object, const QString& markedProperty) const;
 
     SessionFiles m_files;
     MessageLog m_log;
@@ -82,9 +86,10 @@ private:
     FormResources m_resources;
     QPointer<QWidget> m_form;
     QByteArray m_text; ///< What the form was made of.
-    DeclarationHandler m_handler;
-    QVector<BoundProperty> m_properties;
-    std::vector<std::unique_ptr<PropertyProbe>> m_probes;
+    std::unique_ptr<FormBinding> m_binding;
+    QVector<ViewedProperty> m_properties;
+    QHash<const QObject*, QVector<int>> m_positions; ///< In m_properties, of the objects with some.
+    QTimer m_counting;                               ///< Runs when something may have been evaluated.
 };
 
 #endif

@@ -85,7 +85,7 @@ void MainWindow::AddToolBar()
     m_scopes->setToolTip("What \"Save\" writes back into the variables");
     QAction* const save
         = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogApplyButton), "Save", this, &MainWindow::SaveForm);
-    save->setToolTip("Writes the widgets' values back into the variables");
+    save->setToolTip("Writes what was edited in the form back into the variables");
     toolBar->addWidget(m_scopes);
     toolBar->addSeparator();
     QAction* const saveData = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogSaveButton), "Save data", this,
@@ -199,8 +199,8 @@ void MainWindow::ShowMissing()
 
 void MainWindow::SaveForm()
 {
-    m_session->Save(m_scopes->currentData().toString());
-    Tell("Saved: " + m_scopes->currentText());
+    const int saved = m_session->Save(m_scopes->currentData().toString());
+    Tell(QString("Saved: %1, %2 edited").arg(m_scopes->currentText()).arg(saved));
 }
 
 void MainWindow::SaveData()

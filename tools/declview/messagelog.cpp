@@ -3,13 +3,15 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QMutex>
-#include <QThread>
 
 #include <utility>
+
+#include "DeclarationForms/formbinding.h"
 
 namespace {
 
 const int FlushInterval = 50;
+const char* const FormsCategory = "declarationforms";
 
 /// Guards all below and the log's pending messages, which come from any thread.
 QBasicMutex mutex;
@@ -38,23 +40,7 @@ MessageLog::~MessageLog()
 void MessageLog::Note(QtMsgType type, const QString& text, int declaration)
 {
     const QMutexLocker lock(&mutex);
-    Append({QDateTime::currentDateTime(), type, text, declaration, true});
-}
-
-void MessageLog::BeginTurn()
-{
-    const QMutexLocker lock(&mutex);
-    m_turn = m_pending.size();
-}
-
-void MessageLog::Attribute(int declaration)
-{
-    const QMutexLocker lock(&mutex);
-    for (; m_turn < m_pending.size(); ++m_turn) {
-        LogMessage& message = m_pending[m_turn];
-        if (message.ownThread && message.declaration < 0)
-            message.declaration = declaration;
-    }
+    Append({QDateTime::currentDateTime(), type, text, declaration, nullptr, QString()});
 }
 
 void MessageLog::Flush()
@@ -63,7 +49,6 @@ void MessageLog::Flush()
     {
         const QMutexLocker lock(&mutex);
         messages.swap(m_pending);
-        m_turn = 0;
         m_announced = false;
     }
     if (!messages.isEmpty())
@@ -72,15 +57,14 @@ void MessageLog::Flush()
 
 void MessageLog::Handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
-    if (s_silent)
-        return;
     QtMessageHandler next = nullptr;
     {
         const QMutexLocker lock(&mutex);
         next = previousHandler;
-        if (activeLog)
-            activeLog->Append(
-                {QDateTime::currentDateTime(), type, text, -1, activeLog->thread() == QThread::currentThread()});
+        if (activeLog && qstrcmp(context.category, FormsCategory) != 0) {
+            activeLog->Append({QDateTime::currentDateTime(), type, text, -1, FormBinding::EvaluatedObject(),
+                               FormBinding::EvaluatedProperty()});
+        }
     }
     next(type, context, text);
 }

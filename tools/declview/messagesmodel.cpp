@@ -55,7 +55,7 @@ void MessagesModel::Append(const QVector<LogMessage>& messages)
     for (const LogMessage& message : messages) {
         QString name;
         if (message.declaration >= 0) {
-            const BoundProperty& property = m_session->Properties().at(message.declaration);
+            const ViewedProperty& property = m_session->Properties().at(message.declaration);
             name = property.path.section('\\', -1) + ':' + property.name;
         }
         m_rows.append({message, name});

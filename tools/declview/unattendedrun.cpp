@@ -22,12 +22,12 @@ void LetSettle()
     loop.exec();
 }
 
-QString ToTextLine(const BoundProperty& property)
+QString ToTextLine(const ViewedProperty& property)
 {
     return QStringList{property.path, property.name, ValueToText(property.Value())}.join('\t');
 }
 
-QString ToJsonLine(const BoundProperty& property)
+QString ToJsonLine(const ViewedProperty& property)
 {
     const QVariant value = property.Value();
     // What JSON does not know stands there as a text.
@@ -38,10 +38,10 @@ QString ToJsonLine(const BoundProperty& property)
     return QString::fromUtf8(JsonData::ValueToJson(object));
 }
 
-void Print(const QVector<BoundProperty>& properties, bool asJson)
+void Print(const QVector<ViewedProperty>& properties, bool asJson)
 {
     QStringList lines;
-    for (const BoundProperty& property : properties)
+    for (const ViewedProperty& property : properties)
         lines.append(asJson ? ToJsonLine(property) : ToTextLine(property));
     QTextStream out(stdout);
     QtVersion::UseUtf8(out);
@@ -51,10 +51,10 @@ void Print(const QVector<BoundProperty>& properties, bool asJson)
         out << lines.join('\n') << '\n';
 }
 
-void PrintDiagnostics(const QVector<BoundProperty>& properties)
+void PrintDiagnostics(const QVector<ViewedProperty>& properties)
 {
     QTextStream err(stderr);
-    for (const BoundProperty& property : properties) {
+    for (const ViewedProperty& property : properties) {
         if (!property.diagnostic.isEmpty())
             err << property.path << ':' << property.name << ": " << property.diagnostic << '\n';
     }

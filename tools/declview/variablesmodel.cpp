@@ -5,10 +5,10 @@
 #include <QRegularExpression>
 
 #include "common/jsondata.h"
-#include "declview/boundproperty.h"
 #include "declview/rowranges.h"
 #include "declview/tablecolors.h"
 #include "declview/variablestore.h"
+#include "declview/viewedproperty.h"
 
 namespace {
 

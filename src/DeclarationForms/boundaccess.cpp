@@ -1,0 +1,164 @@
+#include "DeclarationForms/boundaccess.h"
+
+#include <QFile>
+#include <QMetaEnum>
+#include <QMetaMethod>
+#include <QPixmap>
+#include <QPointer>
+#include <QWidget>
+
+#include "Common/qtcompat.h"
+#include "DeclarationForms/adapterregistry.h"
+#include "DeclarationForms/formvalues.h"
+
+namespace {
+
+const QLatin1String NoImage("::empty");
+
+int IndexOf(const QObject* object, const QString& name)
+{
+    return object->metaObject()->indexOfProperty(QtCompat::ToAscii(name));
+}
+
+int DecimalsOf(const QObject* object)
+{
+    bool isNumber = false;
+    const int decimals = object->property("decimals").toInt(&isNumber);
+    return isNumber ? decimals : -1;
+}
+
+/// The number of an enumerator; invalid where the property is no enumeration or has none of that name.
+QVariant EnumeratorOf(const QObject* object, const QString& name, const QString& text)
+{
+    const QMetaProperty property = object->metaObject()->property(IndexOf(object, name));
+    if (!property.isEnumType())
+        return QVariant();
+    bool isKnown = false;
+    const QByteArray keys = text.toLatin1();
+    const QMetaEnum enumeration = property.enumerator();
+    const int number
+        = property.isFlagType() ? enumeration.keysToValue(keys, &isKnown) : enumeration.keyToValue(keys, &isKnown);
+    return isKnown ? QVariant(number) : QVariant();
+}
+
+} // namespace
+
+PropertyShape::PropertyShape(const QObject* object, const QString& name)
+    : m_object(object),
+      m_name(name),
+      m_index(object ? IndexOf(object, name) : -1),
+      m_adapter(object ? AdapterRegistry::Find(object, name) : nullptr)
+{
+}
+
+bool PropertyShape::Exists() const
+{
+    return m_index >= 0 || m_adapter || m_object->property(QtCompat::ToAscii(m_name)).isValid();
+}
+
+bool PropertyShape::IsWritable() const
+{
+    return m_index < 0 || m_adapter || m_object->metaObject()->property(m_index).isWritable();
+}
+
+int PropertyShape::NotifySignal() const
+{
+    const QMetaObject* const metaObject = m_object->metaObject();
+    // Behind the code that SIGNAL() puts in front.
+    if (m_adapter && !m_adapter->notifySignal.isEmpty())
+        return metaObject->indexOfSignal(QMetaObject::normalizedSignature(m_adapter->notifySignal.constData() + 1));
+    return m_index < 0 ? -1 : metaObject->property(m_index).notifySignalIndex();
+}
+
+BoundAccess::BoundAccess(const QObject* object, const QString& name)
+    : m_access(object, name), m_adapter(AdapterRegistry::Find(object, name)), m_kind(KindOf(object, name))
+{
+}
+
+QVariant BoundAccess::Read(const QObject* object, const QString& name) const
+{
+    if (m_kind == Visible) {
+        const QWidget* const widget = static_cast<const QWidget*>(object);
+        return !widget->isHidden() || IsUnsettled(object);
+    }
+    if (m_kind == Enabled)
+        return !static_cast<const QWidget*>(object)->testAttribute(Qt::WA_ForceDisabled);
+    return ReadPlain(object, name);
+}
+
+QVariant BoundAccess::ReadPlain(const QObject* object, const QString& name) const
+{
+    return m_adapter ? m_adapter->read(object) : m_access.Read(object, name);
+}
+
+bool BoundAccess::Write(QObject* object, const QString& name, const QVariant& value) const
+{
+    if (!m_adapter)
+        return m_access.Write(object, name, value);
+    const QPointer<QObject> guarded = object;
+    const PropertyAdapter* const adapter = m_adapter;
+    const bool isTaken = adapter->write(object, value);
+    if (guarded && IndexOf(object, name) < 0)
+        object->setProperty(QtCompat::ToAscii(name), isTaken ? value : adapter->read(object));
+    return isTaken;
+}
+
+void BoundAccess::Mirror(QObject* object, const QString& name) const
+{
+    if (m_adapter && IndexOf(object, name) < 0)
+        object->setProperty(QtCompat::ToAscii(name), m_adapter->read(object));
+}
+
+bool BoundAccess::Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const
+{
+    if (FormValues::Holds(held, written))
+        return true;
+    if (held.userType() == QMetaType::Double)
+        return FormValues::Holds(held, written, DecimalsOf(object));
+    if (written.userType() != QMetaType::QString)
+        return false;
+    const QVariant enumerator = EnumeratorOf(object, name, written.toString());
+    return enumerator.isValid() && held.toInt() == enumerator.toInt();
+}
+
+bool BoundAccess::IsUnsettled(const QObject* object) const
+{
+    if (m_kind != Visible)
+        return false;
+    const QWidget* const widget = static_cast<const QWidget*>(object);
+    return !widget->isWindow() && widget->isHidden() && !widget->testAttribute(Qt::WA_WState_ExplicitShowHide);
+}
+
+bool BoundAccess::TakesImagePath(const QVariant& value) const
+{
+    return m_kind == Image && !value.isNull() && !value.canConvert<QPixmap>();
+}
+
+QVariant BoundAccess::LoadImage(const QString& path, QString* problem)
+{
+    if (path.isEmpty()) {
+        *problem = QStringLiteral("an image is wanted, or the path of one");
+        return QVariant();
+    }
+    if (path == NoImage && !QFile::exists(path))
+        return QPixmap();
+    const QPixmap image(path);
+    if (image.isNull()) {
+        *problem = QFile::exists(path) ? QStringLiteral("the file \"%1\" is no image").arg(path)
+                                       : QStringLiteral("there is no file \"%1\"").arg(path);
+    }
+    return image;
+}
+
+BoundAccess::Kind BoundAccess::KindOf(const QObject* object, const QString& name)
+{
+    if (name == QLatin1String("pixmap") || name == QLatin1String("statusIcon"))
+        return Image;
+    if (name == QLatin1String("html") || name == QLatin1String("markdown"))
+        return Markup;
+    if (!object->isWidgetType())
+        return Plain;
+    if (name == QLatin1String("visible"))
+        return Visible;
+    return name == QLatin1String("enabled") ? Enabled : Plain;
+}

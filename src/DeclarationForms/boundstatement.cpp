@@ -1,0 +1,51 @@
+#include "DeclarationForms/boundstatement.h"
+
+#include <QWidget>
+
+#include <algorithm>
+
+#include "Common/qtcompat.h"
+#include "DeclarationForms/formreferences.h"
+#include "DeclarationForms/watchedproperty.h"
+
+BoundStatement::BoundStatement(WatchedProperty* boundProperty)
+    : object(boundProperty->owner->object), property(boundProperty), name(boundProperty->name), access(object, name)
+{
+}
+
+QVariant BoundStatement::Target(Faults* faults) const
+{
+    Faults unused;
+    if (!faults)
+        faults = &unused;
+    if (!value.isValid())
+        return property ? property->original : QVariant();
+    if (access.TakesImagePath(value))
+        return BoundAccess::LoadImage(value.toString(), &faults->image);
+    QString text;
+    if (format && NumberFormat::IsNumber(value) && format->Apply(value, Locale(), &text, &faults->format))
+        return text;
+    return value;
+}
+
+void BoundStatement::ReadFormat()
+{
+    const QByteArray formatName = QtCompat::ToAscii(name) + "_format";
+    QString text;
+    // Most objects have few dynamic properties, and their classes many others.
+    if (object->dynamicPropertyNames().contains(formatName))
+        text = object->property(formatName).toString();
+    const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);
+    format.reset(takesText ? new NumberFormat(text) : nullptr);
+}
+
+QLocale BoundStatement::Locale() const
+{
+    return object->isWidgetType() ? static_cast<const QWidget*>(object)->locale() : QLocale();
+}
+
+bool BoundStatement::Reads(const WatchedProperty* other) const
+{
+    return std::any_of(compiled.properties.begin(), compiled.properties.end(),
+                       [other](const FormProperty* reference) { return reference->Property() == other; });
+}

@@ -1,0 +1,77 @@
+#ifndef BOUNDSTATEMENT_H
+#define BOUNDSTATEMENT_H
+
+#include <QLocale>
+#include <QObject>
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+#include "DeclarationForms/boundaccess.h"
+#include "DeclarationForms/compiledstatement.h"
+#include "DeclarationForms/numberformat.h"
+#include "DeclarationForms/problembook.h"
+
+struct WatchedProperty;
+
+/// One property that is bound: its statement, and what became of it. What is done with it is the others' part.
+class BoundStatement
+{
+public:
+    explicit BoundStatement(WatchedProperty* boundProperty);
+
+    /// What the property would hold; the value itself, what Designer gave where there is none, an image for
+    /// its path, or the text of a number by the format.
+    struct Faults
+    {
+        QString format; ///< The number is there without it.
+        QString image;  ///< The target is a null image, or invalid where nothing is to be written.
+    };
+    QVariant Target(Faults* faults = nullptr) const;
+    QVariant Read() const { return access.Read(object, name); }
+    bool Holds(const QVariant& held, const QVariant& target) const { return access.Holds(object, name, held, target); }
+
+    /// Looks for a number format beside the property, if that is a text.
+    void ReadFormat();
+    /// In which numbers are written.
+    QLocale Locale() const;
+
+    /// Whether it reads that property.
+    bool Reads(const WatchedProperty* other) const;
+
+    QObject* object;           ///< Null once it is destroyed.
+    WatchedProperty* property; ///< Null once it is not bound any more.
+    QString name;              ///< Without marker.
+    QString marked;
+    QString text;
+    CompiledStatement compiled;
+    BoundAccess access;
+    std::unique_ptr<NumberFormat> format; ///< Null for none.
+
+    QVariant value;   ///< What the statement gave last.
+    QVariant shown;   ///< What the property held after that.
+    QVariant refused; ///< What the property held when it could not be saved.
+    StandingProblems problems;
+    quint64 evaluations = 0;
+    quint64 delivery = 0; ///< Number of the last one with an evaluation.
+    int place = 0;        ///< In the order bound.
+    int rank = 0;         ///< In the order of reading.
+    int circle = 0;       ///< Members of a circle have the same number; 0 for none.
+    uint writes = 0;      ///< Counts them, so that one notices another inside it.
+    bool isWritable = false;
+    bool isShown = false; ///< Evaluated once.
+    bool isEdited = false;
+    bool isTouched = false;    ///< May be edited: in the list of those.
+    bool isUnwatched = false;  ///< In the list of those that do not tell of edits.
+    bool isDirty = false;      ///< Waits for an evaluation.
+    bool isReverting = false;  ///< The next evaluation overwrites an edit.
+    bool isUnresolved = false; ///< In the list of those with a path that leads nowhere.
+    bool isCut = false;        ///< Not taken, with a bound that has not caught up.
+
+private:
+    Q_DISABLE_COPY(BoundStatement)
+};
+
+#endif

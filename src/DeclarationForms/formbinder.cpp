@@ -1,0 +1,335 @@
+#include "DeclarationForms/formbinder.h"
+
+#include <algorithm>
+
+#include "Common/qtcompat.h"
+#include "DataLayer/idatapeerfactory.h"
+#include "DeclarationForms/adapterregistry.h"
+#include "DeclarationForms/boundstatement.h"
+#include "DeclarationForms/formdelivery.h"
+#include "DeclarationForms/formedits.h"
+#include "DeclarationForms/formreferences.h"
+#include "DeclarationForms/formstate.h"
+#include "DeclarationForms/formwalk.h"
+#include "DeclarationForms/watchedproperty.h"
+#include "common/source/PlatformIndependent/constantmapparser.h"
+#include "common/source/PlatformIndependent/propertyinfo.h"
+
+namespace {
+
+IDataPeer* DefaultPeer()
+{
+    IDataPeerFactory* const factory = Ovex_DataPeerFactory(false);
+    return factory ? factory->GetDataPeer(0) : nullptr;
+}
+
+bool IsText(const QVariant& value)
+{
+    return value.userType() == QMetaType::QString;
+}
+
+} // namespace
+
+FormBinder::FormBinder(FormState* state, FormEdits* edits, FormDelivery* delivery)
+    : m_state(*state), m_edits(*edits), m_delivery(*delivery), m_compiler(&state->variables)
+{
+}
+
+bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
+{
+    bool hasNoError = true;
+    const QObject* object = nullptr;
+    QSet<QString> names; // Of this object, whose properties follow each other.
+    for (const MarkedProperty& property : properties) {
+        if (!property.object)
+            continue;
+        if (property.object != object)
+            names.clear();
+        object = property.object;
+        const QString name = PropertyInfo::ToNormal(property.name);
+        const bool isDuplicate = names.contains(name);
+        names.insert(name);
+        if (isDuplicate)
+            TellDuplicate(property);
+        hasNoError = !isDuplicate && Bind(property) && hasNoError;
+    }
+    ResolveAgain();
+    m_paths.Clear();
+    return hasNoError;
+}
+
+bool FormBinder::Bind(const MarkedProperty& property)
+{
+    QString map;
+    QString key;
+    const bool hasIndex = property.name.contains(QLatin1Char('['));
+    if (hasIndex && property.object && IsText(property.text) && ConstantMapParser::Parse(property.name, &map, &key)) {
+        PutConstant(property.object, map, key, property.text.toString());
+        m_state.problems.RemoveFailed(property.object, property.name);
+        return true;
+    }
+    const QString name = PropertyInfo::ToNormal(property.name);
+    const PropertyShape shape(property.object, name);
+    if (!Check(property, name, shape))
+        return false;
+    CompiledStatement compiled;
+    StatementCompiler::Fault fault;
+    IDataPeer* const peer = m_state.peer ? m_state.peer : DefaultPeer();
+    const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
+    if (!m_compiler.Compile(property.text.toString(), peer, m_state.package, isReadOnly, &compiled, &fault))
+        return Fail(property, fault.kind, fault.reason, fault.place);
+    Install(property, Prepare(property, name, shape), &compiled);
+    return true;
+}
+
+void FormBinder::TellDuplicate(const MarkedProperty& property)
+{
+    Fail(property, FormProblem::Duplicate, QStringLiteral("the property has another statement already"));
+}
+
+bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
+                      const TextPlace& place)
+{
+    m_state.problems.AddFailed(
+        ProblemBook::Make(property.object, property.name, property.text.toString(), kind, reason, place));
+    return false;
+}
+
+/// Whether the declaration could be bound, whatever its statement.
+bool FormBinder::Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape)
+{
+    if (!property.object)
+        return Fail(property, FormProblem::NotAStatement, QStringLiteral("there is no object to bind"));
+    if (!PropertyInfo::IsOvexProperty(property.name) || name.isEmpty())
+        return Fail(property, FormProblem::NotAStatement, QStringLiteral("the name is not one behind a marker"));
+    if (!IsText(property.text))
+        return Fail(property, FormProblem::NotAStatement, QStringLiteral("what it holds is no text"));
+    if (!shape.IsWritable())
+        return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
+    return true;
+}
+
+void FormBinder::Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled)
+{
+    m_state.problems.RemoveFailed(property.object, property.name);
+    m_state.replaced.push_back(std::move(statement->compiled));
+    statement->compiled = std::move(*compiled);
+    const QString text = property.text.toString();
+    if (statement->text != text || statement->marked != property.name)
+        statement->problems.clear();
+    statement->text = text;
+    statement->marked = m_state.objects.Share(property.name);
+    statement->isWritable = !PropertyInfo::IsReadOnly(property.name);
+    statement->ReadFormat();
+    Attach(statement);
+    // After that, so that variables that both read stay subscribed to.
+    Detach(m_state.replaced.back());
+    if (statement->property->isUnknown)
+        m_state.problems.Add(statement, FormProblem::UnknownProperty, 0,
+                             QStringLiteral("the object has no such property; it becomes a dynamic one"));
+    if (!statement->isWritable)
+        m_edits.End(statement);
+    else if (!statement->property->hasNotifier)
+        m_edits.AddUnwatched(statement);
+    m_delivery.Mark(statement);
+}
+
+/// The statement of the property, which is bound from now on.
+FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name,
+                                          const PropertyShape& shape)
+{
+    WatchedProperty* const watched = m_state.objects.Get(property.object, name);
+    if (watched->statement)
+        return watched->statement;
+    const Statement statement = std::make_shared<BoundStatement>(watched);
+    if (!watched->wasBound) {
+        watched->isUnknown = !shape.Exists();
+        watched->original = statement->Read();
+        watched->wasBound = true;
+    }
+    statement->place = ++m_state.lastPlace;
+    watched->statement = statement;
+    m_state.statements.push_back(statement);
+    m_state.objects.CountBound(watched->owner, 1);
+    Watch(watched, shape);
+    m_delivery.MarkReaders(*watched, nullptr);
+    return statement;
+}
+
+void FormBinder::Watch(WatchedProperty* property, const PropertyShape& shape)
+{
+    if (property->slot >= 0 || property->isWatched)
+        return;
+    QObject* const object = property->owner->object;
+    property->slot = m_state.receiver.WatchChanges(property, shape.NotifySignal());
+    const PropertyAdapter* const adapter = shape.Adapter();
+    if (property->slot < 0 && adapter && adapter->watch) {
+        property->isWatched = true;
+        const QPointer<QObject> guarded = object;
+        adapter->watch(object, [changed = m_state.adapterChange, guarded, name = property->name] {
+            if (guarded)
+                changed(guarded, name);
+        });
+    }
+    property->hasNotifier = property->slot >= 0 || property->isWatched;
+}
+
+/// An adapter tells of changes for as long as the object lives.
+void FormBinder::Unwatch(WatchedProperty* property)
+{
+    m_state.receiver.Forget(property->slot);
+    property->slot = -1;
+    property->hasNotifier = property->isWatched;
+}
+
+void FormBinder::PutConstant(QObject* object, const QString& map, const QString& key, const QString& value)
+{
+    const QByteArray name = QtCompat::ToAscii(map);
+    QVariantMap entries = object->property(name).toMap();
+    entries.insert(key, value);
+    object->setProperty(name, entries);
+    WatchedObject* const watched = m_state.objects.Find(object);
+    if (const WatchedProperty* const property = watched ? FormObjects::Find(watched, map) : nullptr)
+        m_delivery.MarkReaders(*property, nullptr);
+}
+
+void FormBinder::Attach(const Statement& statement)
+{
+    for (FormVariable* const variable : statement->compiled.variables) {
+        variable->SetStatement(statement.get());
+        m_state.variables.Add(variable->Variable(), variable);
+    }
+    for (FormProperty* const reference : statement->compiled.properties)
+        reference->SetStatement(statement.get());
+    Resolve(statement);
+    if (m_state.order.HasCircles())
+        m_state.order.Invalidate();
+    m_state.order.Append(statement.get());
+}
+
+void FormBinder::Detach(const CompiledStatement& compiled)
+{
+    for (FormVariable* const variable : compiled.variables)
+        m_state.variables.Remove(variable->Variable(), variable);
+    for (FormProperty* const reference : compiled.properties)
+        FormObjects::RemoveReader(reference);
+}
+
+/// Connects the references whose paths lead somewhere. Answers whether there was one to connect.
+bool FormBinder::Resolve(const Statement& statement)
+{
+    bool hasUnresolved = false;
+    bool hasResolved = false;
+    QStringList path;
+    QString name;
+    for (FormProperty* const reference : statement->compiled.properties) {
+        if (reference->Property())
+            continue;
+        const TextPlace& place = reference->Place();
+        StatementCompiler::SplitReference(statement->text.mid(place.offset, place.length), &path, &name);
+        QObject* const object = m_paths.Find(path, statement->object, m_state.form);
+        hasResolved = hasResolved || object;
+        hasUnresolved = hasUnresolved || !object;
+        if (!object)
+            continue;
+        WatchedProperty* const property = m_state.objects.Get(object, name);
+        FormObjects::AddReader(property, reference);
+        Watch(property, PropertyShape(object, name));
+    }
+    TellPaths(statement);
+    if (hasUnresolved)
+        NoteUnresolved(statement);
+    return hasResolved;
+}
+
+/// Told by their places, each once.
+void FormBinder::TellPaths(const Statement& statement)
+{
+    for (const FormProperty* const reference : statement->compiled.properties) {
+        const TextPlace& place = reference->Place();
+        if (reference->Property()) {
+            ProblemBook::Remove(statement.get(), FormProblem::UnknownObject, place.offset);
+            continue;
+        }
+        const QString path = statement->text.mid(place.offset, place.length);
+        m_state.problems.Add(statement, FormProblem::UnknownObject, place.offset,
+                             QStringLiteral("the path in \"%1\" leads to no object").arg(path), place);
+    }
+}
+
+void FormBinder::NoteUnresolved(const Statement& statement)
+{
+    if (statement->isUnresolved)
+        return;
+    statement->isUnresolved = true;
+    m_unresolved.push_back(statement);
+}
+
+void FormBinder::ResolveAgain(const QString& name)
+{
+    std::vector<std::weak_ptr<BoundStatement>> unresolved;
+    unresolved.swap(m_unresolved);
+    for (const std::weak_ptr<BoundStatement>& known : unresolved) {
+        const Statement statement = known.lock();
+        if (!statement || !statement->property)
+            continue;
+        statement->isUnresolved = false;
+        if (!name.isEmpty() && !statement->text.contains(name)) {
+            NoteUnresolved(statement);
+        } else if (Resolve(statement)) {
+            m_state.order.Invalidate();
+            m_delivery.Mark(statement);
+        }
+    }
+}
+
+void FormBinder::Unbind(const QObject* scope)
+{
+    for (const Statement& statement : m_state.In(scope)) {
+        if (statement->property)
+            Unbind(statement);
+    }
+    m_state.problems.RemoveFailed([scope](const QObject* object) { return FormState::IsIn(object, scope); });
+}
+
+void FormBinder::Unbind(const Statement& statement)
+{
+    WatchedProperty* const property = statement->property;
+    m_edits.Set(statement, false);
+    Detach(statement->compiled);
+    statement->problems.clear();
+    property->statement = nullptr;
+    statement->property = nullptr;
+    ++m_state.unboundCount;
+    m_state.replaced.push_back(std::move(statement->compiled));
+    m_state.objects.CountBound(property->owner, -1);
+    if (property->readers.empty())
+        Unwatch(property);
+    m_delivery.MarkReaders(*property, nullptr);
+    if (m_state.order.HasCircles())
+        m_state.order.Invalidate();
+    m_state.Compact();
+}
+
+void FormBinder::Forget(const WatchedObject* object)
+{
+    const std::unique_ptr<WatchedObject> gone = m_state.objects.Take(object);
+    for (WatchedProperty& property : gone->properties) {
+        property.slot = -1;
+        const Statement statement = property.statement;
+        if (!statement)
+            continue;
+        Unbind(statement);
+        statement->object = nullptr;
+    }
+    for (const WatchedProperty& property : gone->properties) {
+        while (!property.readers.empty()) {
+            FormProperty* const reader = property.readers.back();
+            const Statement statement = reader->Statement()->property->statement;
+            FormObjects::RemoveReader(reader);
+            TellPaths(statement);
+            NoteUnresolved(statement);
+            m_delivery.Mark(statement);
+        }
+    }
+}

@@ -1,0 +1,74 @@
+#ifndef FORMBINDER_H
+#define FORMBINDER_H
+
+#include <QPointer>
+#include <QSet>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+#include <memory>
+#include <vector>
+
+#include "Common/textplace.h"
+#include "DeclarationForms/formproblem.h"
+#include "DeclarationForms/statementcompiler.h"
+#include "DeclarationForms/widgetpaths.h"
+
+class BoundStatement;
+class FormDelivery;
+class FormEdits;
+class FormState;
+class PropertyShape;
+struct MarkedProperty;
+struct WatchedObject;
+struct WatchedProperty;
+
+/// Binds statements to the properties of a form, and ends that again.
+class FormBinder
+{
+public:
+    typedef std::shared_ptr<BoundStatement> Statement;
+
+    FormBinder(FormState* state, FormEdits* edits, FormDelivery* delivery);
+
+    /// Binds them; false when one has an error. What is to be evaluated is marked.
+    bool Bind(const QVector<MarkedProperty>& properties);
+    /// One of them. False for an error, which stands among the problems.
+    bool Bind(const MarkedProperty& property);
+    /// Tells that the property has another statement.
+    void TellDuplicate(const MarkedProperty& property);
+    void Unbind(const QObject* scope);
+    void Unbind(const Statement& statement);
+
+    /// Takes out what belongs to an object that is being destroyed.
+    void Forget(const WatchedObject* object);
+
+    /// Looks paths up again that led nowhere; with \a name those alone that end in that object's.
+    void ResolveAgain(const QString& name = QString());
+
+private:
+    bool Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
+              const TextPlace& place = TextPlace(-1, 0));
+    bool Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
+    Statement Prepare(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
+    void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled);
+    void Watch(WatchedProperty* property, const PropertyShape& shape);
+    void Unwatch(WatchedProperty* property);
+    void PutConstant(QObject* object, const QString& map, const QString& key, const QString& value);
+
+    void Attach(const Statement& statement);
+    void Detach(const CompiledStatement& compiled);
+    void NoteUnresolved(const Statement& statement);
+    bool Resolve(const Statement& statement);
+    void TellPaths(const Statement& statement);
+
+    FormState& m_state;
+    FormEdits& m_edits;
+    FormDelivery& m_delivery;
+    StatementCompiler m_compiler;
+    WidgetPaths m_paths;
+    std::vector<std::weak_ptr<BoundStatement>> m_unresolved; ///< Those with a path that leads nowhere.
+};
+
+#endif

@@ -1,0 +1,103 @@
+#include "DeclarationForms/formbinding.h"
+
+#include "DeclarationForms/boundstatement.h"
+#include "DeclarationForms/evaluation.h"
+#include "DeclarationForms/formengine.h"
+
+FormBinding::FormBinding(QObject* form, QObject* parent) : QObject(parent), d(std::make_shared<FormEngine>(form, this))
+{
+    qRegisterMetaType<FormProblem>("FormProblem");
+    d->Start();
+}
+
+FormBinding::~FormBinding()
+{
+    d->Close();
+}
+
+void FormBinding::SetDataPeer(IDataPeer* peer)
+{
+    d->State().peer = peer;
+}
+
+void FormBinding::SetDefaultPackage(const QString& package)
+{
+    d->State().package = package;
+}
+
+void FormBinding::SetSavePolicy(SavePolicy policy)
+{
+    d->State().savePolicy = policy;
+}
+
+void FormBinding::SetEditPolicy(EditPolicy policy)
+{
+    d->State().editPolicy = policy;
+}
+
+void FormBinding::SetDeliveryInterval(int milliseconds)
+{
+    d->State().gatherer.SetInterval(milliseconds);
+}
+
+bool FormBinding::Bind(QObject* scope)
+{
+    return d->Bind(scope);
+}
+
+bool FormBinding::Bind(QObject* object, const QString& markedProperty, const QString& statement)
+{
+    return d->Bind(object, markedProperty, statement, false);
+}
+
+bool FormBinding::BindDefault(QObject* object, const QString& markedProperty, const QString& statement)
+{
+    return d->Bind(object, markedProperty, statement, true);
+}
+
+void FormBinding::Unbind(QObject* scope)
+{
+    d->Unbind(scope);
+}
+
+QVector<FormProblem> FormBinding::Problems(QObject* scope) const
+{
+    return d->Problems(scope);
+}
+
+QVector<BoundProperty> FormBinding::BoundProperties(QObject* scope) const
+{
+    return d->BoundProperties(scope);
+}
+
+bool FormBinding::IsEdited(QObject* scope) const
+{
+    return d->IsEdited(scope);
+}
+
+FormSaveResult FormBinding::Save(QObject* scope)
+{
+    return d->Save(scope);
+}
+
+void FormBinding::Revert(QObject* scope)
+{
+    d->Revert(scope);
+}
+
+void FormBinding::Update()
+{
+    d->Update();
+}
+
+QObject* FormBinding::EvaluatedObject()
+{
+    const BoundStatement* const running = Evaluation::Running();
+    return running ? running->object : nullptr;
+}
+
+QString FormBinding::EvaluatedProperty()
+{
+    const BoundStatement* const running = Evaluation::Running();
+    return running ? running->marked : QString();
+}

@@ -1,0 +1,113 @@
+#include "DeclarationForms/formedits.h"
+
+#include <algorithm>
+
+#include "DeclarationForms/boundstatement.h"
+#include "DeclarationForms/formstate.h"
+#include "DeclarationForms/formvalues.h"
+
+namespace {
+
+void Prune(std::vector<std::weak_ptr<BoundStatement>>* statements, bool (*isMeant)(const BoundStatement&))
+{
+    const auto isGone = [isMeant](const std::weak_ptr<BoundStatement>& known) {
+        const std::shared_ptr<BoundStatement> statement = known.lock();
+        if (statement && statement->property && isMeant(*statement))
+            return false;
+        return true;
+    };
+    statements->erase(std::remove_if(statements->begin(), statements->end(), isGone), statements->end());
+}
+
+void Collect(const std::vector<std::weak_ptr<BoundStatement>>& statements, const QObject* scope,
+             FormEdits::Statements* found)
+{
+    for (const std::weak_ptr<BoundStatement>& known : statements) {
+        const std::shared_ptr<BoundStatement> statement = known.lock();
+        if (FormState::IsIn(statement->object, scope))
+            found->push_back(statement);
+    }
+}
+
+void ForgetRefusal(BoundStatement* statement)
+{
+    statement->refused = QVariant();
+    ProblemBook::Remove(statement, FormProblem::NotStored);
+}
+
+} // namespace
+
+bool FormEdits::IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target)
+{
+    return statement.isWritable && statement.isShown && !FormValues::AreEqual(held, statement.shown)
+        && !statement.Holds(held, target);
+}
+
+bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement)
+{
+    if (!statement->property || !statement->isWritable || !statement->isShown)
+        return false;
+    const QVariant held = statement->Read();
+    if (!statement->property)
+        return false;
+    if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))
+        ForgetRefusal(statement.get());
+    bool isEdited = !FormValues::AreEqual(held, statement->shown);
+    // What the data hold is not known before the evaluation that a save has asked for.
+    if (isEdited && !statement->isDirty && statement->Holds(held, statement->Target())) {
+        isEdited = false;
+        statement->shown = held;
+    }
+    if (isEdited)
+        Set(statement, true);
+    else
+        End(statement);
+    return isEdited;
+}
+
+void FormEdits::End(const std::shared_ptr<BoundStatement>& statement)
+{
+    Set(statement, false);
+    if (statement->refused.isValid())
+        ForgetRefusal(statement.get());
+}
+
+void FormEdits::Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited)
+{
+    // It may have been unbound while its property was looked at.
+    if (statement->isEdited == isEdited || (isEdited && !statement->property))
+        return;
+    statement->isEdited = isEdited;
+    m_count += isEdited ? 1 : -1;
+    if (isEdited)
+        Touch(statement);
+}
+
+void FormEdits::AddUnwatched(const std::shared_ptr<BoundStatement>& statement)
+{
+    if (statement->isUnwatched)
+        return;
+    statement->isUnwatched = true;
+    m_unwatched.push_back(statement);
+}
+
+void FormEdits::Touch(const std::shared_ptr<BoundStatement>& statement)
+{
+    if (statement->isTouched)
+        return;
+    statement->isTouched = true;
+    m_touched.push_back(statement);
+}
+
+FormEdits::Statements FormEdits::Candidates(const QObject* scope)
+{
+    Prune(&m_touched, [](const BoundStatement& statement) { return statement.isTouched; });
+    Prune(&m_unwatched, [](const BoundStatement&) { return true; });
+    Statements found;
+    Collect(m_touched, scope, &found);
+    Collect(m_unwatched, scope, &found);
+    std::sort(found.begin(), found.end(),
+              [](const auto& left, const auto& right) { return left->place < right->place; });
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    return found;
+}

@@ -1,0 +1,46 @@
+#ifndef FORMEDITS_H
+#define FORMEDITS_H
+
+#include <QVariant>
+
+#include <memory>
+#include <vector>
+
+class BoundStatement;
+class FormState;
+class QObject;
+
+/// Which properties of a form the user has edited.
+class FormEdits
+{
+public:
+    typedef std::vector<std::shared_ptr<BoundStatement>> Statements;
+
+    explicit FormEdits(FormState* state) : m_state(*state) {}
+
+    /// Whether a property that holds \a held has been edited, where its statement would show \a target.
+    static bool IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target);
+
+    /// Looks at the property. Answers whether it is edited.
+    bool Refresh(const std::shared_ptr<BoundStatement>& statement);
+    void Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited);
+    /// It is saved or given up: what was refused does not matter any more.
+    void End(const std::shared_ptr<BoundStatement>& statement);
+    /// It may be edited from now on.
+    void Touch(const std::shared_ptr<BoundStatement>& statement);
+
+    /// Whether any property is.
+    bool HasEdits() const { return m_count > 0; }
+    /// Those that may be edited, without looking at properties that tell of their changes by themselves.
+    Statements Candidates(const QObject* scope);
+    /// One that does not tell of its changes.
+    void AddUnwatched(const std::shared_ptr<BoundStatement>& statement);
+
+private:
+    FormState& m_state;
+    int m_count = 0;
+    std::vector<std::weak_ptr<BoundStatement>> m_touched;
+    std::vector<std::weak_ptr<BoundStatement>> m_unwatched;
+};
+
+#endif

@@ -1,0 +1,87 @@
+#include "DeclarationForms/formfilter.h"
+
+#include <QCoreApplication>
+#include <QDynamicPropertyChangeEvent>
+#include <QFocusEvent>
+
+FormFilter::FormFilter(Listener* listener) : m_listener(listener), m_ancestors(this) {}
+
+void FormFilter::SetForm(QObject* form)
+{
+    m_ancestors.Install(form);
+}
+
+void FormFilter::PostTurn()
+{
+    if (m_isPosted)
+        return;
+    m_isPosted = true;
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User), Qt::HighEventPriority);
+}
+
+void FormFilter::Close()
+{
+    m_ancestors.Remove();
+    m_listener = nullptr;
+}
+
+bool FormFilter::event(QEvent* event)
+{
+    if (event->type() != QEvent::User)
+        return QObject::event(event);
+    m_isPosted = false;
+    if (m_listener)
+        m_listener->OnTurn();
+    return true;
+}
+
+bool FormFilter::eventFilter(QObject* object, QEvent* event)
+{
+    if (!m_listener)
+        return false;
+    switch (event->type()) {
+    case QEvent::DynamicPropertyChange:
+        m_listener->OnPropertySet(object, static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName());
+        break;
+    case QEvent::FocusOut:
+        if (static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
+            m_listener->OnLeft(object);
+        break;
+    case QEvent::LocaleChange:
+        m_listener->OnLocaleChange(object);
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+void FormFilter::Ancestors::Install(QObject* form)
+{
+    Remove();
+    m_form = form;
+    for (QObject* object = form; object; object = object->parent()) {
+        object->installEventFilter(this);
+        m_objects.append(object);
+    }
+}
+
+void FormFilter::Ancestors::Remove()
+{
+    for (const QPointer<QObject>& object : m_objects) {
+        if (object)
+            object->removeEventFilter(this);
+    }
+    m_objects.clear();
+}
+
+bool FormFilter::Ancestors::eventFilter(QObject*, QEvent* event)
+{
+    if (event->type() == QEvent::ParentChange) {
+        Install(m_form);
+    } else if (event->type() == QEvent::LanguageChange && m_owner->m_listener) {
+        m_owner->m_listener->OnLanguageChange();
+        m_owner->PostTurn();
+    }
+    return false;
+}

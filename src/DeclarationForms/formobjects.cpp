@@ -1,0 +1,81 @@
+#include "DeclarationForms/formobjects.h"
+
+#include <QEvent>
+
+#include "DeclarationForms/formreferences.h"
+#include "DeclarationForms/signalreceiver.h"
+
+WatchedObject* FormObjects::Find(const QObject* object) const
+{
+    const auto found = m_objects.find(object);
+    return found == m_objects.end() ? nullptr : found->second.get();
+}
+
+WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
+{
+    for (WatchedProperty& property : object->properties) {
+        if (property.name == name)
+            return &property;
+    }
+    return nullptr;
+}
+
+WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
+{
+    std::unique_ptr<WatchedObject>& watched = m_objects[object];
+    if (!watched) {
+        watched.reset(new WatchedObject);
+        watched->object = object;
+        watched->destroyedSlot = m_receiver->WatchDestruction(watched.get());
+    }
+    auto last = watched->properties.before_begin();
+    for (auto it = watched->properties.begin(); it != watched->properties.end(); last = it++) {
+        if (it->name == name)
+            return &*it;
+    }
+    WatchedProperty& property = *watched->properties.emplace_after(last);
+    property.owner = watched.get();
+    property.name = Share(name);
+    return &property;
+}
+
+std::unique_ptr<WatchedObject> FormObjects::Take(const WatchedObject* object)
+{
+    const auto found = m_objects.find(object->object);
+    std::unique_ptr<WatchedObject> taken = std::move(found->second);
+    m_objects.erase(found);
+    for (const WatchedProperty& property : taken->properties)
+        m_receiver->Forget(property.slot);
+    for (const int slot : taken->finishedSlots)
+        m_receiver->Forget(slot);
+    m_receiver->Forget(taken->destroyedSlot);
+    return taken;
+}
+
+void FormObjects::CountBound(WatchedObject* object, int change)
+{
+    const bool wasBound = object->boundCount > 0;
+    object->boundCount += change;
+    if (!wasBound && object->boundCount > 0)
+        object->object->installEventFilter(m_filter);
+    if (wasBound && object->boundCount == 0)
+        object->object->removeEventFilter(m_filter);
+}
+
+void FormObjects::AddReader(WatchedProperty* property, FormProperty* reader)
+{
+    reader->SetProperty(property);
+    reader->SetIndex(property->readers.size());
+    property->readers.push_back(reader);
+}
+
+void FormObjects::RemoveReader(FormProperty* reader)
+{
+    WatchedProperty* const property = reader->Property();
+    if (!property)
+        return;
+    property->readers.back()->SetIndex(reader->Index());
+    property->readers[reader->Index()] = property->readers.back();
+    property->readers.pop_back();
+    reader->SetProperty(nullptr);
+}

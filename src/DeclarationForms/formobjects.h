@@ -1,0 +1,48 @@
+#ifndef FORMOBJECTS_H
+#define FORMOBJECTS_H
+
+#include <QObject>
+#include <QSet>
+#include <QString>
+
+#include <memory>
+#include <unordered_map>
+
+#include "DeclarationForms/watchedproperty.h"
+
+class FormProperty;
+class SignalReceiver;
+
+/// The objects of which a form binds or reads properties.
+class FormObjects
+{
+public:
+    FormObjects(SignalReceiver* receiver, QObject* filter) : m_receiver(receiver), m_filter(filter) {}
+
+    /// Null for one that is not among them.
+    WatchedObject* Find(const QObject* object) const;
+    /// The property, which is among them from now on.
+    WatchedProperty* Get(QObject* object, const QString& name);
+    /// Null for one that is not among them.
+    static WatchedProperty* Find(WatchedObject* object, const QString& name);
+    /// Takes the object out; what refers to its properties must not any more.
+    std::unique_ptr<WatchedObject> Take(const WatchedObject* object);
+
+    /// Counts what is bound of an object, which is filtered meanwhile.
+    void CountBound(WatchedObject* object, int change);
+
+    static void AddReader(WatchedProperty* property, FormProperty* reader);
+    /// Leads the reader nowhere.
+    static void RemoveReader(FormProperty* reader);
+
+    /// One text for equal names.
+    QString Share(const QString& name) { return *m_names.insert(name); }
+
+private:
+    SignalReceiver* const m_receiver;
+    QObject* const m_filter;
+    std::unordered_map<const QObject*, std::unique_ptr<WatchedObject>> m_objects;
+    QSet<QString> m_names;
+};
+
+#endif

@@ -1,0 +1,100 @@
+#ifndef FORMREFERENCES_H
+#define FORMREFERENCES_H
+
+#include <QString>
+#include <QVariant>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Common/textplace.h"
+#include "DeclarationForms/boundaccess.h"
+#include "DeclarationHandler/expression.h"
+
+class BoundStatement;
+class WatchedVariable;
+struct WatchedProperty;
+
+/// What the references of a statement say when a value is stored through it; current while this lives, in the
+/// thread of the widgets.
+class StoreReport
+{
+public:
+    StoreReport();
+    ~StoreReport();
+
+    QString refusal; ///< Why a destination did not take the value; empty otherwise.
+    std::vector<std::shared_ptr<BoundStatement>> written; ///< Whose properties were written.
+
+private:
+    Q_DISABLE_COPY(StoreReport)
+
+    StoreReport* const m_outer;
+};
+
+/// A reference to a variable. Unlike the language's own it answers what the data layer answers to a write.
+class FormVariable : public Expression
+{
+public:
+    FormVariable(const std::shared_ptr<WatchedVariable>& variable, bool readOnly);
+    ~FormVariable() override;
+
+    QVariant Retrieve() const override;
+    bool Store(const QVariant& value) override;
+
+    const std::shared_ptr<WatchedVariable>& Variable() const { return m_variable; }
+
+    /// Where it takes itself out when it is deleted; null for nowhere.
+    void SetList(std::vector<FormVariable*>* list) { m_list = list; }
+    BoundStatement* Statement() const { return m_statement; }
+    void SetStatement(BoundStatement* statement) { m_statement = statement; }
+    /// Among the readers of the variable.
+    std::size_t Index() const { return m_index; }
+    void SetIndex(std::size_t index) { m_index = index; }
+
+private:
+    const std::shared_ptr<WatchedVariable> m_variable;
+    std::vector<FormVariable*>* m_list = nullptr;
+    BoundStatement* m_statement = nullptr;
+    std::size_t m_index = 0;
+};
+
+/// A reference to a property of an object, which need not exist yet. It has no value while the path leads
+/// nowhere, and while a property that was bound is not.
+class FormProperty : public Expression
+{
+public:
+    FormProperty(const TextPlace& place, bool readOnly);
+    ~FormProperty() override;
+
+    QVariant Retrieve() const override;
+    /// Writes the property. Refused where the property is bound and its statement reads only.
+    bool Store(const QVariant& value) override;
+
+    /// Null while the path leads nowhere.
+    WatchedProperty* Property() const { return m_property; }
+    void SetProperty(WatchedProperty* property);
+    /// In the statement.
+    const TextPlace& Place() const { return m_place; }
+
+    /// As for FormVariable.
+    void SetList(std::vector<FormProperty*>* list) { m_list = list; }
+    BoundStatement* Statement() const { return m_statement; }
+    void SetStatement(BoundStatement* statement) { m_statement = statement; }
+    /// Among the readers of the property.
+    std::size_t Index() const { return m_index; }
+    void SetIndex(std::size_t index) { m_index = index; }
+
+private:
+    bool Write(const QVariant& value);
+
+    const TextPlace m_place;
+    WatchedProperty* m_property = nullptr;
+    std::optional<BoundAccess> m_access;
+    std::vector<FormProperty*>* m_list = nullptr;
+    BoundStatement* m_statement = nullptr;
+    std::size_t m_index = 0;
+};
+
+#endif

@@ -1,0 +1,117 @@
+#include "DeclarationForms/formsaver.h"
+
+#include <map>
+
+#include "DeclarationForms/boundstatement.h"
+#include "DeclarationForms/evaluation.h"
+#include "DeclarationForms/formdelivery.h"
+#include "DeclarationForms/formedits.h"
+#include "DeclarationForms/formreferences.h"
+#include "DeclarationForms/formstate.h"
+#include "DeclarationForms/formvalues.h"
+#include "DeclarationForms/watchedproperty.h"
+
+FormSaveResult FormSaver::Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant)
+{
+    const FormState::Guard guard(&m_state);
+    FormSaveResult result;
+    std::map<int, std::shared_ptr<BoundStatement>> waiting;
+    for (const std::shared_ptr<BoundStatement>& statement : statements)
+        waiting.emplace(statement->place, statement);
+    while (!waiting.empty() && !m_state.isClosed) {
+        const std::shared_ptr<BoundStatement> statement = waiting.begin()->second;
+        waiting.erase(waiting.begin());
+        Statements written;
+        if (SaveOne(statement, &result, &written))
+            ++result.saved;
+        for (const std::shared_ptr<BoundStatement>& edited : written) {
+            if (edited->property && edited->place > statement->place && isMeant(edited->object))
+                waiting.emplace(edited->place, edited);
+        }
+    }
+    return result;
+}
+
+bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSaveResult* result, Statements* written)
+{
+    if (!m_edits.Refresh(statement)) {
+        statement->isTouched = false;
+        return false;
+    }
+    const QVariant held = statement->Read();
+    Refusal refusal;
+    if (!statement->property)
+        return false;
+    if (!Store(statement, held, &refusal, written)) {
+        Refuse(statement, held, refusal, result);
+        return false;
+    }
+    if (!statement->property)
+        return true;
+    // What happened meanwhile to the property may be an edit again.
+    statement->shown = held;
+    m_edits.End(statement);
+    m_edits.Refresh(statement);
+    m_delivery.Mark(statement);
+    return true;
+}
+
+bool FormSaver::Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,
+                      Statements* written)
+{
+    const Evaluation evaluation(*statement);
+    IExpression* const tree = statement->compiled.tree.get();
+    QVariant value;
+    if (!Convert(*statement, held, &value, refusal))
+        return false;
+    if (!statement->property || statement->compiled.tree.get() != tree)
+        return false;
+    StoreReport report;
+    const bool isStored = tree->Store(value);
+    written->insert(written->end(), report.written.begin(), report.written.end());
+    if (isStored)
+        return true;
+    const bool isPassedOn = !report.refusal.isEmpty();
+    refusal->cause = isPassedOn ? Refusal::NotAccepted : Refusal::NotPassedOn;
+    refusal->reason = isPassedOn ? report.refusal : QStringLiteral("the statement passes no value on");
+    return false;
+}
+
+/// Keeps the type that the statement has now.
+bool FormSaver::Convert(const BoundStatement& statement, const QVariant& held, QVariant* value, Refusal* refusal)
+{
+    QVariant entered = held;
+    const QVariant present = Evaluation(statement).Retrieve(*statement.compiled.tree);
+    if (!statement.property)
+        return false;
+    const bool isFormatted = statement.format && (!present.isValid() || NumberFormat::IsNumber(present));
+    QString problem;
+    if (isFormatted && !statement.format->Read(held.toString(), statement.Locale(), &entered, &problem)) {
+        *refusal = {Refusal::NoNumber, problem};
+        return false;
+    }
+    if (!present.isValid()) {
+        *value = entered;
+        return true;
+    }
+    if (FormValues::ConvertWithoutLoss(entered, present.userType(), value))
+        return true;
+    *refusal = {
+        Refusal::NoConversion,
+        QStringLiteral("%1 cannot be saved as %2").arg(FormValues::Describe(entered), FormValues::TypeName(present))};
+    return false;
+}
+
+void FormSaver::Refuse(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, const Refusal& refusal,
+                       FormSaveResult* result)
+{
+    if (!statement->property || refusal.reason.isEmpty())
+        return;
+    statement->refused = held;
+    for (const Refusal::Cause other :
+         {Refusal::NoNumber, Refusal::NoConversion, Refusal::NotPassedOn, Refusal::NotAccepted}) {
+        if (other != refusal.cause)
+            ProblemBook::Remove(statement.get(), FormProblem::NotStored, other);
+    }
+    result->refused.append(m_state.problems.Add(statement, FormProblem::NotStored, refusal.cause, refusal.reason));
+}

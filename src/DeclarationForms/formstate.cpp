@@ -1,0 +1,59 @@
+#include "DeclarationForms/formstate.h"
+
+#include <algorithm>
+
+#include "DeclarationForms/boundstatement.h"
+
+FormState::FormState(QObject* formObject, SignalReceiver::Listener* listener, QObject* filter,
+                     std::function<void()> deliver)
+    : form(formObject),
+      gatherer(std::move(deliver)),
+      variables(&gatherer),
+      receiver(listener),
+      objects(&receiver, filter)
+{
+}
+
+bool FormState::IsIn(const QObject* object, const QObject* scope)
+{
+    if (!scope)
+        return true;
+    while (object && object != scope)
+        object = object->parent();
+    return object;
+}
+
+FormState::Statements FormState::In(const QObject* scope) const
+{
+    Statements found;
+    found.reserve(scope ? 0 : statements.size());
+    for (const std::shared_ptr<BoundStatement>& statement : statements) {
+        if (statement->property && IsIn(statement->object, scope))
+            found.push_back(statement);
+    }
+    return found;
+}
+
+std::shared_ptr<BoundStatement> FormState::Find(const QObject* object, const QString& name) const
+{
+    WatchedObject* const watched = objects.Find(object);
+    const WatchedProperty* const property = watched ? FormObjects::Find(watched, name) : nullptr;
+    return property ? property->statement : nullptr;
+}
+
+void FormState::Compact()
+{
+    if (unboundCount * 2 <= static_cast<int>(statements.size()))
+        return;
+    const auto isUnbound = [](const std::shared_ptr<BoundStatement>& statement) { return !statement->property; };
+    statements.erase(std::remove_if(statements.begin(), statements.end(), isUnbound), statements.end());
+    unboundCount = 0;
+}
+
+FormState::Guard::~Guard()
+{
+    if (--m_state.depth > 0)
+        return;
+    // Deleting nodes runs nothing of the host.
+    m_state.replaced.clear();
+}

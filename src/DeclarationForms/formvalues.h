@@ -1,0 +1,29 @@
+#ifndef FORMVALUES_H
+#define FORMVALUES_H
+
+#include <QString>
+#include <QVariant>
+
+/// How values of data and of properties compare, convert and are told.
+namespace FormValues {
+
+/// Whether both are of one type and equal. Unlike QVariant's own comparison it takes no text for a number, and
+/// it knows images.
+bool AreEqual(const QVariant& left, const QVariant& right);
+
+/// Whether a property that holds \a held has taken \a written: equal after conversion to the type that it
+/// holds, or, with \a decimals of 0 and above, once rounded to as many.
+bool Holds(const QVariant& held, const QVariant& written, int decimals = -1);
+
+/// Puts \a value, as a value of the type \a type, into \a result. False where it cannot be one without loss.
+bool ConvertWithoutLoss(const QVariant& value, int type, QVariant* result);
+
+/// The value for a message: short, with a text in quotes.
+QString Describe(const QVariant& value);
+
+/// The name of a type for a message.
+QString TypeName(const QVariant& value);
+
+} // namespace FormValues
+
+#endif

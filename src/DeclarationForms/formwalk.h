@@ -1,0 +1,31 @@
+#ifndef FORMWALK_H
+#define FORMWALK_H
+
+#include <QPointer>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+class QObject;
+
+/// A marked dynamic property.
+struct MarkedProperty
+{
+    QPointer<QObject> object;
+    QString name; ///< With its marker.
+    QVariant text;
+};
+
+/// The walk through the objects of a form.
+namespace FormWalk {
+
+/// The marked properties of \a scope and all below it, in the order of QObject::children(), each object with all
+/// below it before the next; of one object in the order in which they were set.
+QVector<MarkedProperty> Collect(QObject* scope);
+
+/// Whether the dynamic property of that name is a marked one, and not Qt's own.
+bool IsMarked(const QByteArray& name);
+
+} // namespace FormWalk
+
+#endif

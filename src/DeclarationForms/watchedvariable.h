@@ -1,0 +1,72 @@
+#ifndef WATCHEDVARIABLE_H
+#define WATCHEDVARIABLE_H
+
+#include <QVariant>
+
+#include <atomic>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "DataLayer/idataobserver.h"
+#include "DataLayer/variableidentifier.h"
+
+class ChangeGatherer;
+class FormVariable;
+class IDataPeer;
+
+/// A variable that statements of a form read, with the one subscription for all of them.
+class WatchedVariable : public IDataObserver, public std::enable_shared_from_this<WatchedVariable>
+{
+public:
+    /// The peer may be null: then the variable has no value and takes none.
+    WatchedVariable(IDataPeer* peer, const VariableIdentifier& identifier, ChangeGatherer* gatherer);
+
+    /// Once before the first change is to be heard of.
+    void Subscribe();
+    /// After this OnNotify() is not called any more.
+    void Unsubscribe();
+
+    const VariableIdentifier& Identifier() const { return m_identifier; }
+    IDataPeer* Peer() const { return m_peer; }
+    QVariant Read() const;
+    bool Write(const QVariant& value);
+
+    void OnNotify(const VariableIdentifier& identifier) override;
+    /// From now on a change is a new one.
+    void Forget() { m_isGathered = false; }
+
+    std::vector<FormVariable*> readers; ///< In the thread of the widgets.
+
+private:
+    const VariableIdentifier m_identifier;
+    IDataPeer* const m_peer;
+    ChangeGatherer* const m_gatherer;
+    std::atomic<bool> m_isGathered{false};
+};
+
+/// The variables of a form. In the thread of the widgets.
+class WatchedVariables
+{
+public:
+    explicit WatchedVariables(ChangeGatherer* gatherer) : m_gatherer(gatherer) {}
+
+    /// The variable, subscribed to as long as it has readers.
+    std::shared_ptr<WatchedVariable> Find(IDataPeer* peer, const VariableIdentifier& identifier);
+    void Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader);
+    void Remove(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader);
+    /// Forgets a variable that was found and has no reader.
+    void Discard(const WatchedVariable& variable);
+
+private:
+    typedef std::pair<IDataPeer*, VariableIdentifier> Key;
+    struct KeyHash
+    {
+        std::size_t operator()(const Key& key) const { return qHash(key.second) ^ std::hash<IDataPeer*>()(key.first); }
+    };
+
+    ChangeGatherer* const m_gatherer;
+    std::unordered_map<Key, std::weak_ptr<WatchedVariable>, KeyHash> m_variables;
+};
+
+#endif

@@ -1,0 +1,330 @@
+#include <QElapsedTimer>
+#include <QMainWindow>
+#include <QTest>
+
+#include <atomic>
+#include <functional>
+#include <thread>
+
+#include "support/formfixture.h"
+
+/// When changes arrive, what a change of language does, and who may be destroyed when.
+class FormDeliveryTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void Burst();
+    void Interval();
+    void Threads();
+    void Translation_data();
+    void Translation();
+    void TranslatedStatements();
+    void TranslationIsNoEdit();
+    void Destruction_data();
+    void Destruction();
+};
+
+void FormDeliveryTest::Burst()
+{
+    Form form;
+    QVector<QLabel*> labels;
+    for (int i = 0; i < 50; ++i)
+        labels << form.Add<QLabel>("w", {{"~text", "a + b"}});
+    form.m_binding->Bind();
+    QCOMPARE(form.m_peer.m_observers.count(), 2);
+    for (int i = 0; i < 100; ++i) {
+        form.m_peer.Set("a", double(i));
+        form.m_peer.Set("b", double(i));
+    }
+    QCOMPARE(labels.last()->text(), QString());
+    form.Turn();
+    QCOMPARE(labels.last()->text(), QString("198"));
+    form.m_peer.Set("a", 0);
+    form.m_binding->Update();
+    form.Turn();
+    for (const BoundProperty& bound : form.m_binding->BoundProperties())
+        QCOMPARE(bound.evaluations, quint64(3));
+    QCOMPARE(labels.last()->text(), QString("99"));
+}
+
+void FormDeliveryTest::Interval()
+{
+    Form form;
+    const int interval = 60;
+    form.m_binding->SetDeliveryInterval(interval);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"~text", "a"}});
+    form.m_binding->Bind();
+    QElapsedTimer timer;
+    timer.start();
+    QVector<qint64> times;
+    connect(edit, &QLineEdit::textChanged, [&] { times << timer.elapsed(); });
+    form.m_peer.Set("a", 1);
+    form.Turn();
+    QCOMPARE(edit->text(), QString("1"));
+    for (int i = 2; i < 5; ++i) {
+        form.m_peer.Set("a", i);
+        form.Turn();
+        QCOMPARE(edit->text(), QString::number(i - 1));
+        QTRY_COMPARE(edit->text(), QString::number(i));
+        QVERIFY(times.at(i - 1) - times.at(i - 2) >= interval - 2);
+    }
+    form.m_peer.Set("a", 9);
+    form.m_binding->SetDeliveryInterval(0);
+    form.Turn();
+    QCOMPARE(edit->text(), QString("9"));
+}
+
+void FormDeliveryTest::Threads()
+{
+    Form form;
+    QLabel* const label = form.Add<QLabel>("w", {{"~text", "a + b + c"}});
+    form.m_binding->Bind();
+    const int last = 3000;
+    std::atomic<int> running(3);
+    std::vector<std::thread> threads;
+    for (const QString name : {"a", "b", "c"}) {
+        threads.emplace_back([&form, &running, name] {
+            for (int i = 0; i <= last; ++i)
+                form.m_peer.Set(name, double(i));
+            --running;
+        });
+    }
+    QWidget* const page = form.Add<QWidget>("page");
+    form.Add<QLabel>("inner", {{"~text", "a"}}, page);
+    while (running > 0) {
+        form.m_binding->Bind(page);
+        form.Turn();
+        form.m_binding->Unbind(page);
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    form.Turn();
+    QCOMPARE(label->text(), QString::number(3 * last));
+    form.m_binding->Unbind();
+    QCOMPARE(form.m_peer.m_observers.count(), 0);
+}
+
+/// A window with a form whose retranslateUi() is given.
+class TranslatedWindow : public QMainWindow
+{
+public:
+    void changeEvent(QEvent* event) override
+    {
+        if (event->type() == QEvent::LanguageChange)
+            m_retranslate();
+        QMainWindow::changeEvent(event);
+    }
+
+    std::function<void()> m_retranslate;
+};
+
+/// Rows «statement; typed; written by the translation, its statement => shown; edited; problems; without a value».
+void FormDeliveryTest::Translation_data()
+{
+    Rows({{
+        "v; -; plain, v => data; false; ; plain",
+        "v; typed; plain, v => typed; true; ; plain",
+        "v; typed; -, v => typed; true; ; designed",
+        "v; -; plain, 'new' + v => newdata; false; ; plain",
+        "v; typed; plain, 'new' + v => typed; true; ; plain",
+        "v; -; plain, v + => data; false; e: LeftOver _text 2+1; plain",
+        "v; -; -,  => data; false; ; data",
+    }});
+}
+
+void FormDeliveryTest::Translation()
+{
+    QFETCH(QString, given);
+    QFETCH(QString, expected);
+    const QStringList steps = given.split("; ");
+    const QString plain = steps.at(2).section(", ", 0, 0);
+    Form form;
+    TranslatedWindow window;
+    window.setCentralWidget(&form.m_form);
+    form.m_peer.Set("v", "data");
+    form.m_binding->SetSavePolicy(FormBinding::SaveOnRequest);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"text", "designed"}, {"_text", steps.at(0)}});
+    QVERIFY(form.m_binding->Bind());
+    if (steps.at(1) != "-")
+        edit->setText(steps.at(1));
+    form.m_binding->SetSavePolicy(FormBinding::SaveAtOnce);
+    window.m_retranslate = [&] {
+        edit->setProperty("_text", steps.at(2).section(", ", 1));
+        if (plain != "-")
+            edit->setText(plain);
+    };
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&window, &change);
+    QCOMPARE(form.m_binding->IsEdited(), steps.at(1) != "-");
+    form.Turn();
+    const QString shown = edit->text();
+    const bool isEdited = form.m_binding->IsEdited();
+    const QString problems = form.Problems();
+    QCOMPARE(form.m_peer.Get("v").toString(), QString("data"));
+    form.m_binding->Revert();
+    form.m_peer.Set("v", QVariant());
+    form.m_binding->Bind(edit, "_text", form.Bound(edit).object ? "v" : "'data'");
+    QCOMPARE((QStringList{shown, QVariant(isEdited).toString(), problems, edit->text()}.join("; ")), expected);
+    form.m_form.setParent(nullptr);
+}
+
+void FormDeliveryTest::TranslatedStatements()
+{
+    Form form;
+    form.m_peer.Set("v", 1);
+    QLabel* const label = form.Add<QLabel>("w", {{"text", "designed"}, {"~text", "'speed ' + v"}});
+    form.m_binding->Bind();
+    label->setProperty("~text", "'Drehzahl ' + v");
+    label->setProperty("~toolTip", "v");
+    form.Turn();
+    QCOMPARE(label->text() + label->toolTip(), QString("Drehzahl 11"));
+    label->setProperty("_text", "v");
+    form.Turn();
+    QCOMPARE(form.Problems(), QString("w: Duplicate _text -1+0"));
+    label->setProperty("~text", QVariant());
+    label->setProperty("_text", "v + 0");
+    form.Turn();
+    QCOMPARE(label->text() + form.Problems(), QString("10"));
+    label->setProperty("_text", "");
+    label->setProperty("~toolTip", "");
+    form.Turn();
+    QCOMPARE(form.m_binding->BoundProperties().count(), 0);
+    QCOMPARE(form.m_peer.m_observers.count(), 0);
+    QCOMPARE(label->text(), QString("10"));
+}
+
+/// Whatever the handler of the event writes, into other bound properties too.
+void FormDeliveryTest::TranslationIsNoEdit()
+{
+    Form form;
+    TranslatedWindow window;
+    window.setCentralWidget(&form.m_form);
+    form.m_peer.Set("v", 2);
+    form.m_binding->SetSavePolicy(FormBinding::SaveAtOnce);
+    QSpinBox* const spin = form.Add<QSpinBox>("s", {{"_value", "v"}});
+    QLabel* const label = form.Add<QLabel>("w", {{"~text", "@TopWidget\\s:value"}});
+    form.m_binding->Bind();
+    window.m_retranslate = [&] {
+        spin->setValue(7);
+        label->setText("plain");
+    };
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&window, &change);
+    form.Turn();
+    QCOMPARE(spin->value(), 2);
+    QCOMPARE(label->text(), QString("2"));
+    QCOMPARE(form.m_peer.m_writes, 1);
+    QCOMPARE(form.Told(), QString());
+    form.m_form.setParent(nullptr);
+}
+
+/// Every operation is interrupted by every destruction, from slots of every signal.
+void FormDeliveryTest::Destruction_data()
+{
+    QTest::addColumn<QString>("signal");
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<QString>("destruction");
+    for (const char* signal : {"ProblemFound", "Edits", "Saved", "valueChanged", "textChanged", "peer"}) {
+        for (const char* operation : {"bind", "data", "edit", "save", "revert", "update", "bind one", "language"}) {
+            for (const char* destruction : {"binding", "form", "widget", "reader", "unbind", "rebind", "update"})
+                QTest::addRow("%s %s %s", signal, operation, destruction) << signal << operation << destruction;
+        }
+    }
+}
+
+void FormDeliveryTest::Destruction()
+{
+    struct Peer : FormPeer
+    {
+        QVariant GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue) override
+        {
+            m_called();
+            return FormPeer::GetValue(identifier, defaultValue);
+        }
+        bool ChangeValue(const VariableIdentifier& identifier, const QVariant& value,
+                         QFlags<IDataPeer::ChangeValueFlag> flags) override
+        {
+            const bool isTaken = FormPeer::ChangeValue(identifier, value, flags);
+            m_called();
+            return isTaken;
+        }
+        std::function<void()> m_called = [] {};
+    } peer;
+    QFETCH(QString, signal);
+    QFETCH(QString, operation);
+    QFETCH(QString, destruction);
+    QPointer<QWidget> form = new QWidget;
+    QPointer<FormBinding> binding = new FormBinding(form);
+    binding->SetDataPeer(&peer);
+    QPointer<QSpinBox> spin = new QSpinBox(form);
+    spin->setObjectName("spin");
+    spin->setProperty("_value", "v");
+    spin->setProperty("~maximum", "@Widget:value * 2 + 10");
+    QPointer<QLineEdit> edit = new QLineEdit(form);
+    edit->setProperty("_text", "@TopWidget\\spin:value");
+    edit->setProperty("~toolTip", "missing");
+    peer.Set("v", 500);
+
+    int depth = 0;
+    const auto interrupt = [&] {
+        if (++depth > 1)
+            return;
+        if (destruction == "binding")
+            delete binding;
+        else if (destruction == "form" && !signal.endsWith("Changed")) // Qt's own code goes on in these widgets.
+            delete form;
+        else if (destruction == "widget")
+            delete spin;
+        else if (destruction == "reader" && signal != "textChanged")
+            delete edit;
+        else if (destruction == "unbind" && binding)
+            binding->Unbind();
+        else if (destruction == "rebind" && binding && spin)
+            binding->Bind(spin, "_value", "v + 0");
+        else if (destruction == "update" && binding)
+            binding->Update();
+    };
+    const auto connectSlots = [&] {
+        connect(binding, &FormBinding::ProblemFound, [&] { signal == "ProblemFound" ? interrupt() : void(); });
+        connect(binding, &FormBinding::EditedChanged, [&] { signal == "Edits" ? interrupt() : void(); });
+        connect(binding, &FormBinding::Saved, [&] { signal == "Saved" ? interrupt() : void(); });
+        connect(edit.data(), &QLineEdit::textChanged, [&] { signal == "textChanged" ? interrupt() : void(); });
+        connect(spin.data(), QOverload<int>::of(&QSpinBox::valueChanged),
+                [&] { signal == "valueChanged" && destruction != "widget" ? interrupt() : void(); });
+        peer.m_called = [&] { signal == "peer" ? interrupt() : void(); };
+    };
+    if (operation == "bind")
+        connectSlots();
+    binding->Bind();
+    if (!binding || !form || !spin || !edit)
+        return peer.m_called = [] {}, void(delete binding), delete form;
+    if (operation != "bind") {
+        spin->setValue(operation == "data" ? spin->value() : 7);
+        edit->setText("8");
+        connectSlots();
+    }
+    if (operation == "data")
+        peer.Set("v", 12);
+    else if (operation == "edit")
+        spin->setValue(9);
+    else if (operation == "save")
+        binding->Save();
+    else if (operation == "revert")
+        binding->Revert();
+    else if (operation == "update")
+        binding->Update();
+    else if (operation == "bind one")
+        binding->Bind(edit, "~toolTip", "missing + 'x'");
+    else if (operation == "language")
+        QCoreApplication::sendEvent(form, std::make_unique<QEvent>(QEvent::LanguageChange).get());
+    for (int i = 0; i < 3; ++i)
+        QCoreApplication::processEvents();
+    peer.m_called = [] {};
+    delete binding;
+    delete form;
+    QCOMPARE(peer.m_observers.count(), 0);
+}
+
+QTEST_MAIN(FormDeliveryTest)
+#include "tst_forms_delivery.moc"

@@ -1,0 +1,29 @@
+#ifndef VIEWEDPROPERTY_H
+#define VIEWEDPROPERTY_H
+
+#include <QPointer>
+#include <QString>
+#include <QVariant>
+
+/// A property of the form that is bound to a statement, and what is known about it.
+struct ViewedProperty
+{
+    QPointer<QObject> object;
+    QString name; ///< Without its marker.
+    QString statement;
+    QString path;  ///< Of the object, as a statement would write it; names are not always unique.
+    bool writable; ///< Whether a save writes it back.
+    quint64 evaluations;
+    QString diagnostic; ///< The last one: a problem of the binding, or what was written during an evaluation.
+
+    /// Invalid once the object is gone.
+    QVariant Value() const;
+};
+
+/// The names of the object and of what it lies in, up to the form: «TopWidget\panel\ok».
+QString WidgetPath(const QObject* object, const QObject* form);
+
+/// A value in one line. What JSON knows is written as JSON, the rest as a text that tells what it is.
+QString ValueToText(const QVariant& value);
+
+#endif
