@@ -148,10 +148,7 @@ bool FormDocument::Parse(const QByteArray& content, const QString& fileName, QSt
 {
     if (!SetSource(content)) {
         const Position position = PositionOf(m_source.indexOf(QChar::ReplacementCharacter));
-        *error = QString("%1:%2:%3: The text is no UTF-8.")
-                     .arg(fileName)
-                     .arg(position.line)
-                     .arg(position.column);
+        *error = QString("%1:%2:%3: The text is no UTF-8.").arg(fileName).arg(position.line).arg(position.column);
         return false;
     }
     QXmlStreamReader reader(m_source);

@@ -99,7 +99,8 @@ private:
     StatementFinding UnrecognisedOperator() const
     {
         for (const Foreign& foreign : UnrecognisedTexts) {
-            if (IsUnrecognised() && QStringView(m_statement).mid(m_report.place.offset).startsWith(QLatin1String(foreign.text)))
+            if (IsUnrecognised()
+                && QStringView(m_statement).mid(m_report.place.offset).startsWith(QLatin1String(foreign.text)))
                 return ForeignFinding(foreign, m_report.place.offset);
         }
         return None();
@@ -118,9 +119,10 @@ private:
 
     StatementFinding Quotes() const
     {
-        const bool isQuote = IsUnrecognised() ? QStringView(m_statement).mid(m_report.place.offset, 1) == QLatin1String("'")
+        const bool isQuote = IsUnrecognised()
+            ? QStringView(m_statement).mid(m_report.place.offset, 1) == QLatin1String("'")
                 || QStringView(m_statement).mid(m_report.place.offset, 1) == QLatin1String("\"")
-                                              : Stop() && Stop()->IsQuoted();
+            : Stop() && Stop()->IsQuoted();
         if (!isQuote)
             return None();
         const bool isBehindText = Before() && Before()->IsQuoted();

@@ -149,7 +149,8 @@ ValueType ValueType::FromConstant(const QVariant& value)
     type.kinds = KindOf(value);
     type.isConstant = true;
     SetValue(value, &type);
-    type.spellsNoNumber = value.userType() == QMetaType::QString && (value.toString().isEmpty() || ::SpellsNoNumber(value));
+    type.spellsNoNumber
+        = value.userType() == QMetaType::QString && (value.toString().isEmpty() || ::SpellsNoNumber(value));
     return type;
 }
 
