@@ -27,6 +27,16 @@ inline QVariant NullOf(int type)
 #endif
 }
 
+/// Makes it a value of the type with that number. False, with a value that is undefined, when it is none.
+inline bool Convert(QVariant* value, int type)
+{
+#if QT_VERSION >= 0x060000
+    return value->convert(QMetaType(type));
+#else
+    return value->convert(type);
+#endif
+}
+
 /// The number of a type; 0 for a name that is not registered.
 inline int TypeNumber(const char* name)
 {

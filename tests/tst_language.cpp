@@ -52,7 +52,7 @@ private Q_SLOTS:
             else if (table == "Variable|Value|")
                 m_peer.m_values[cells.first().remove("@")] = FromJson(cells.at(1)).value(0);
             else if (table.startsWith("Statement|Value|Type|") && cells.first() != "---")
-                m_examples << cells;
+                m_examples << (table.contains("|Message|") ? cells : cells.mid(0, 3));
             else if (table.startsWith("Operator|Level|"))
                 for (const QString& text : cells.first().remove('`').split(' '))
                     m_operators[text] = cells.at(1);

@@ -32,9 +32,9 @@ Run RunTool(const QString& program, const QStringList& arguments, const QByteArr
             QString::fromUtf8(process.readAllStandardOutput()), QString::fromUtf8(process.readAllStandardError())};
 }
 
-QString Written(const QTemporaryDir& folder, const QByteArray& content)
+QString Written(const QTemporaryDir& folder, const QByteArray& content, const QString& name = "form.ui")
 {
-    QFile file(folder.filePath("form.ui"));
+    QFile file(folder.filePath(name));
     const bool written = file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
     return written ? file.fileName() : QString();
 }
@@ -44,6 +44,56 @@ QByteArray Form(const QByteArray& name, const QByteArray& statement, const QByte
 {
     return "<ui version=\"4.0\"><widget class=\"" + className + "\" name=\"top\"><property name=\"" + name
         + "\" stdset=\"0\"><string>" + statement + "</string></property></widget></ui>";
+}
+
+/// What a cell of a table says: the content of its code span, or its text.
+QString Content(const QString& cell)
+{
+    const QRegularExpressionMatch span = QRegularExpression("^(`+)( ?)(.*)\\2\\1$").match(cell.trimmed());
+    return span.hasMatch() ? span.captured(3) : cell.trimmed();
+}
+
+/// The tables of the language's documentation: the variables, and the trap that each statement is.
+struct LanguageTables
+{
+    JsonData variables;
+    QVector<QPair<QString, QString>> traps; ///< Statements, with the check that finds them.
+
+    bool Read()
+    {
+        QFile document(LANGUAGE_DOCUMENT);
+        if (!document.open(QIODevice::ReadOnly))
+            return false;
+        QString header;
+        const QStringList lines = QString::fromUtf8(document.readAll()).split('\n');
+        for (const QString& line : lines) {
+            const QStringList cells = line.split('|');
+            header = cells.size() < 3 ? QString() : header.isEmpty() ? line : header;
+            if (header.isEmpty() || line == header || line.startsWith("|--"))
+                continue;
+            if (header.startsWith("| Variable"))
+                AddVariable(Content(cells.at(1)), Content(cells.at(2)));
+            else if (header.endsWith("| Check |"))
+                // A statement may hold the character between the cells.
+                traps.append({Content(line.section(" | ", 0, 0).mid(1)), Content(cells.at(cells.size() - 2))});
+        }
+        return true;
+    }
+
+private:
+    void AddVariable(QString name, const QString& value)
+    {
+        QString error;
+        variables.Assign(name.remove('@') + '=' + value, QString(), &error);
+    }
+};
+
+/// A form with left-over words, and a property that suppresses checks.
+QByteArray Suppressing(const QByteArray& checks)
+{
+    return Form("~text", "a b")
+        .replace("</widget>",
+                 "<property name=\"declcheckDisable\"><string>" + checks + "</string></property></widget>");
 }
 
 } // namespace
@@ -133,7 +183,18 @@ private Q_SLOTS:
         QTest::newRow("empty") << QByteArray() << none << 2 << ":1:1: Premature end of document.";
         QTest::newRow("cut off") << Form("~text", "a").chopped(20) << none << 2 << ":1:";
         QTest::newRow("garbage") << QByteArray("\0\xff\xfe<\x01>&", 7) << none << 2 << ":1:";
+        QTest::newRow("invalid UTF-8") << Form("~text", "'\xc3('") << none << 2 << ":1:96: The text is no UTF-8.";
+        QTest::newRow("a text of bytes") << Form("~text", "a").replace("string", "cstring") << none << 1
+                                         << ":1:69: error: \"~text\" holds no text of the type";
         QTest::newRow("no form") << QByteArray("<html/>") << none << 2 << ":1:8: No form";
+        QTest::newRow("a list disabled") << Form("~text", "a -1") << QStringList{"--disable", "minus-sign,left-over"}
+                                         << 0 << "";
+        QTest::newRow("suppressed") << Suppressing("left-over") << none << 0 << "";
+        QTest::newRow("suppressed for the property") << Suppressing("~text: left-over") << none << 0 << "";
+        QTest::newRow("suppressed for another property")
+            << Suppressing("toolTip:left-over") << none << 1 << ":1:97: warning: Did not";
+        QTest::newRow("suppressed wrongly") << Suppressing("leftover,left-over") << none << 1
+                                            << ":1:134: warning: There is no check \"leftover\"; did you";
         QTest::newRow("unknown check") << Form("~text", "a") << QStringList{"--disable", "minus"} << 2 << "";
         QTest::newRow("no data") << Form("~text", "a") << QStringList{"--data", "nowhere.json"} << 2 << "";
         QTest::newRow("unknown format") << Form("~text", "a") << QStringList{"--format", "xml"} << 2 << "";
@@ -199,7 +260,21 @@ private Q_SLOTS:
                                  << "";
         QTest::newRow("lines") << set << QByteArray("title\n\nnothing\n1 / 0") << 0
                                << "\"Pump 3\"  QString\n(invalid)\ninf  double\n"
-                               << "";
+                               << "3: help: The data have no \"nothing\" without a package [unknown-variable]\n"
+                                  "    nothing\n    ^~~~~~~\n";
+        QTest::newRow("a trap") << with({"big + 1"}) << none << 0 << "\"30000000001\"  QString\n"
+                                << "help: \"+\" joins texts here, since the literal \"1\" is one; to add, subtract the "
+                                   "negative: \"big - -1\" [literal-sum]\n    big + 1\n        ^\n";
+        QTest::newRow("commands") << QStringList{} << QByteArray(":set P:n = 4\n@P:n - 1\n:quit\n1") << 0
+                                  << "3  double\n"
+                                  << "";
+        QTest::newRow("unknown command") << QStringList{} << QByteArray(":sett n = 4\n") << 1 << ""
+                                         << "error: There is no command \":sett n = 4\"; see :help\n";
+        QTest::newRow("control characters") << QStringList{"a \x1b[1m"} << none << 1 << "(invalid)\n"
+                                            << "error: Unrecognised token at \"\\u001b[1m\".\n    a \uFFFD[1m\n"
+                                               "      ^~~~\n";
+        QTest::newRow("a name that cannot be read") << QStringList{"--set", "two words=1", "1"} << none << 2 << ""
+                                                    << "*";
         QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"
                                  << "warning: Did not expect token: \"title\".\n    big title\n        ^~~~~\n";
         QTest::newRow("error")
@@ -220,7 +295,8 @@ private Q_SLOTS:
         QTest::newRow("tokens")
             << with({"--tokens", "--", "-1 .'x'"}) << none << 0
             << "   0  number           -1\n   3  selector         .\n   4  text             'x'\n(invalid)\n"
-            << "";
+            << "help: There is no element: \"-1\" is a text, no list or map [missing-element]\n    -1 .'x'\n        "
+               "^~~\n";
         QTest::newRow("json")
             << with({"--json", "title title"}) << none << 0
             << "{\"messages\":[{\"length\":5,\"message\":\"Did not expect token: \\\"title\\\".\","
@@ -260,6 +336,111 @@ private Q_SLOTS:
             expressions += diagnosis.HasExpression() ? 1 : 0;
         }
         QVERIFY2(expressions >= 30, "too few examples");
+    }
+
+    void ProjectFiles_data()
+    {
+        QTest::addColumn<QByteArray>("project");
+        QTest::addColumn<QStringList>("options");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output"); ///< A part of what both streams say.
+
+        const QStringList none;
+        QTest::newRow("data") << QByteArray(R"({"data": "data.json", "package": "P"})") << none << 1
+                              << "have no \"b\" in the package \"P\"";
+        QTest::newRow("the host's names")
+            << QByteArray(R"({"data": "data.json", "host": {"variables": [":b", "*:c"], "properties": ["own"]}})")
+            << none << 1 << "1 warning in 1 form";
+        QTest::newRow("disabled") << QByteArray(R"({"disable": ["left-over", "unknown-property"]})") << none << 0 << "";
+        QTest::newRow("severities") << QByteArray(
+            R"({"severities": {"left-over": "note", "unknown-property": "warning"}})")
+                                    << none << 1 << "1 warning, 1 note in 1 form";
+        QTest::newRow("the command line goes first") << QByteArray(R"({"data": "data.json", "package": "P"})")
+                                                     << QStringList{"--package", "Q"} << 1 << "in the package \"Q\"";
+        QTest::newRow("none") << QByteArray("{") << QStringList{"--project", ""} << 1 << "1 error, 1 warning";
+        QTest::newRow("damaged") << QByteArray("{") << none << 2 << "declcheck.json: unterminated object";
+        QTest::newRow("unknown key") << QByteArray(R"({"dat": 1})") << none << 2 << "did you mean \"data\"?";
+        QTest::newRow("unknown severity")
+            << QByteArray(R"({"severities": {"left-over": "bad"}})") << none << 2 << "The severity of \"left-over\"";
+    }
+
+    void ProjectFiles()
+    {
+        QFETCH(QByteArray, project);
+        QFETCH(QStringList, options);
+        QFETCH(QString, output);
+        const QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkdir("forms"));
+        QVERIFY(!Written(folder, project, "declcheck.json").isEmpty());
+        QVERIFY(!Written(folder, R"({"P": {"a": 1}})", "data.json").isEmpty());
+        const QString form = Written(folder, Form("~own", "b c"), "forms/form.ui");
+        const Run run = RunTool(DECLCHECK, QStringList{form} + options);
+        QTEST(run.exitCode, "exitCode");
+        QVERIFY2((run.output + run.errors).contains(output), qPrintable(run.output + run.errors));
+    }
+
+    void Fixes_data()
+    {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::addColumn<QByteArray>("fixed");
+
+        QTest::newRow("minus") << QByteArray("(a-3)") << QByteArray("(a - 3)");
+        QTest::newRow("minus behind a blank") << QByteArray("a -.5") << QByteArray("a - .5");
+        QTest::newRow("keyword") << QByteArray("a and True") << QByteArray("a AND TRUE");
+        QTest::newRow("the only name") << QByteArray("@P:alpah + @P:beta") << QByteArray("@P:alpha + @P:beta");
+        QTest::newRow("one name of several") << QByteArray("@P:bet") << QByteArray("@P:bet");
+        QTest::newRow("property") << QByteArray("@Widget:tolTip") << QByteArray("@Widget:toolTip");
+        QTest::newRow("entities before it") << QByteArray("'&lt;&#228;' + a-3") << QByteArray("'&lt;&#228;' + a - 3");
+        QTest::newRow("nothing certain") << QByteArray("a == 3") << QByteArray("a == 3");
+    }
+
+    void Fixes()
+    {
+        QFETCH(QByteArray, statement);
+        QFETCH(QByteArray, fixed);
+        const QTemporaryDir folder;
+        const QByteArray data = R"({"": {"a": 1}, "P": {"alpha": 1, "beta": 2, "bets": 3}})";
+        const QString form = Written(folder, "\xef\xbb\xbf" + Form("~text", statement) + "\r\n");
+        RunTool(DECLCHECK, {form, "--fix", "--data", Written(folder, data, "data.json")});
+        QFile file(form);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), "\xef\xbb\xbf" + Form("~text", fixed) + "\r\n");
+    }
+
+    void StandardInput()
+    {
+        const Run run = RunTool(DECLCHECK, {"-", "--stdin-name", "panel.ui"}, Form("~text", "a b"));
+        QVERIFY2(run.output.startsWith("panel.ui:1:97: warning: "), qPrintable(run.output + run.errors));
+        QCOMPARE(run.exitCode, 1);
+    }
+
+    /// Each trap in the language's documentation is found by the check that is named there, and what is right is
+    /// left alone.
+    void DocumentedTraps()
+    {
+        LanguageTables tables;
+        QVERIFY(tables.Read());
+        const QTemporaryDir folder;
+        QByteArray form = "<ui><widget class='QWidget' name='top'>\n";
+        for (const auto& trap : qAsConst(tables.traps))
+            form += "<widget class='QLabel'><property name='~toolTip'><string>" + trap.first.toHtmlEscaped().toUtf8()
+                + "</string></property></widget>\n";
+        QString error;
+        QVERIFY(tables.variables.Write(folder.filePath("data.json"), &error));
+        const QString file = Written(folder, form + "</widget></ui>");
+        const Run run = RunTool(DECLCHECK, {file, "--data", folder.filePath("data.json"), "--format", "json"});
+        QVector<QStringList> found(tables.traps.size());
+        for (const QJsonValue finding : QJsonDocument::fromJson(run.output.toUtf8()).array())
+            found[finding["line"].toInt() - 2].append(finding["check"].toString());
+        for (int i = 0; i < found.size(); ++i) {
+            const QString check = tables.traps.at(i).second;
+            const QString statement = tables.traps.at(i).first;
+            if (statement.contains("nothing") && check != "unknown-variable")
+                found[i].removeAll("unknown-variable");
+            const bool isRight = check.isEmpty() ? found.at(i).isEmpty() : found.at(i).contains(check);
+            QVERIFY2(isRight, qPrintable(statement + ": " + found.at(i).join(", ")));
+        }
+        QVERIFY(tables.traps.size() >= 70);
     }
 
     void DataKeepTheirOrder()

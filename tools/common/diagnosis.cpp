@@ -55,7 +55,7 @@ QString Blanks(const QString& text)
 
 } // namespace
 
-Diagnosis::Diagnosis(const QString& statement) : m_tree(statement), m_hasError(false)
+Diagnosis::Diagnosis(const QString& statement) : m_statement(statement), m_tree(statement), m_hasError(false)
 {
     for (const ParserReport& report : m_tree.Reports()) {
         m_messages.append({report.message, Detail(report, statement), report.place, report.isError});

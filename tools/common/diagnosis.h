@@ -21,6 +21,7 @@ public:
 
     explicit Diagnosis(const QString& statement);
 
+    const QString& Statement() const { return m_statement; }
     const StatementTokens& Tokens() const { return m_tree.Tokens(); }
     const StatementTree& Tree() const { return m_tree; }
 
@@ -32,6 +33,7 @@ public:
     const QVector<Message>& Messages() const { return m_messages; }
 
 private:
+    QString m_statement;
     StatementTree m_tree;
     bool m_hasError;
     QVector<Message> m_messages;

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -12,6 +13,8 @@ namespace {
 
 /// Building a form is recursive, in the one who loads it as well.
 const int MaxDepth = 300;
+
+const char ByteOrderMark[] = "\xef\xbb\xbf";
 
 QString Decode(const QByteArray& content)
 {
@@ -143,7 +146,11 @@ bool FormDocument::Read(const QString& fileName, QString* error)
 
 bool FormDocument::Parse(const QByteArray& content, const QString& fileName, QString* error)
 {
-    SetSource(content);
+    if (!SetSource(content)) {
+        const Position position = PositionOf(m_source.indexOf(QChar::ReplacementCharacter));
+        *error = QString("%1:%2:%3: The text is no UTF-8.").arg(fileName).arg(position.line).arg(position.column);
+        return false;
+    }
     QXmlStreamReader reader(m_source);
     ReadElements(&reader);
     if (!reader.hasError() && (m_objects.isEmpty() || m_objects.first().kind != FormObject::Widget))
@@ -177,9 +184,25 @@ TextPlace FormDocument::SourcePlace(const FormProperty& property, const TextPlac
     return {start, m_map.at(place.End()) - start};
 }
 
-void FormDocument::SetSource(const QByteArray& content)
+QByteArray FormDocument::Replaced(const QVector<QPair<TextPlace, QString>>& replacements) const
+{
+    QString source = m_source;
+    for (auto it = replacements.rbegin(); it != replacements.rend(); ++it)
+        source.replace(it->first.offset, it->first.length, it->second);
+    const QByteArray mark = m_content.startsWith(ByteOrderMark) ? ByteOrderMark : "";
+    QByteArray content;
+    if (mark + m_source.toUtf8() == m_content)
+        content = mark + source.toUtf8();
+    else if (m_source.toLatin1() == m_content)
+        content = source.toLatin1();
+    return Decode(content) == source ? content : QByteArray();
+}
+
+/// False for a text that its encoding does not allow.
+bool FormDocument::SetSource(const QByteArray& content)
 {
     *this = FormDocument();
+    m_content = content;
     m_source = Decode(content);
     m_lineStarts.append(0);
     for (int i = 0; i < m_source.size(); ++i) {
@@ -189,6 +212,9 @@ void FormDocument::SetSource(const QByteArray& content)
         else if (character.isLowSurrogate())
             m_lowSurrogates.append(i);
     }
+    // In other encodings nothing stands for what is invalid, and UTF-16 has zeros.
+    return !m_source.contains(QChar::ReplacementCharacter) || content.contains('\0')
+        || content.contains(QString(QChar::ReplacementCharacter).toUtf8());
 }
 
 void FormDocument::ReadElements(QXmlStreamReader* reader)
@@ -243,29 +269,59 @@ void FormDocument::ReadProperty(QXmlStreamReader* reader)
     property.namePlace = AttributePlace(*reader, "name");
     property.textPlace = property.namePlace;
     property.isText = false;
-    while (reader->readNextStartElement()) {
-        property.isText = reader->name() == QLatin1String("string");
-        if (!property.isText) {
-            reader->skipCurrentElement();
-            continue;
-        }
-        const int start = int(reader->characterOffset());
-        property.text = reader->readElementText(QXmlStreamReader::SkipChildElements);
-        const int end = m_source.lastIndexOf('<', int(reader->characterOffset()) - 1);
-        property.textPlace = {start, qMax(0, end - start)};
-    }
+    while (reader->readNextStartElement())
+        ReadValue(reader, &property);
     if (!m_open.isEmpty() && m_open.last() >= 0)
         m_objects[m_open.last()].properties.append(property);
+    else
+        AddStray(property);
+}
+
+void FormDocument::ReadValue(QXmlStreamReader* reader, FormProperty* property) const
+{
+    static const QSet<QString> words{"number", "double", "bool", "enum", "cstring"};
+    property->element = reader->name().toString();
+    property->isText = property->element == "string";
+    if (words.contains(property->element))
+        property->content = reader->readElementText(QXmlStreamReader::SkipChildElements).trimmed();
+    if (words.contains(property->element))
+        return;
+    if (!property->isText)
+        return reader->skipCurrentElement();
+    const int start = int(reader->characterOffset());
+    property->text = reader->readElementText(QXmlStreamReader::SkipChildElements);
+    const int end = m_source.lastIndexOf('<', int(reader->characterOffset()) - 1);
+    property->textPlace = {start, qMax(0, end - start)};
+}
+
+/// A property of something that becomes no object, such as an item.
+void FormDocument::AddStray(const FormProperty& property)
+{
+    const int object = EnclosingObject();
+    if (object < 0)
+        return;
+    m_objects[object].strays.append(property);
+    if (property.name == "text" && property.isText && m_open.size() > 1 && m_open.at(m_open.size() - 2) == object)
+        m_objects[object].items.append(property.text);
 }
 
 void FormDocument::ReadAttribute(QXmlStreamReader* reader)
 {
-    const bool isGroup = reader->attributes().value("name") == QLatin1String("buttonGroup");
+    FormProperty attribute;
+    attribute.name = reader->attributes().value("name").toString();
+    attribute.namePlace = AttributePlace(*reader, "name");
+    attribute.textPlace = attribute.namePlace;
+    attribute.isText = false;
+    const int object = m_open.isEmpty() ? -1 : m_open.last();
     while (reader->readNextStartElement()) {
-        const QString text = reader->readElementText(QXmlStreamReader::SkipChildElements);
-        if (isGroup && !m_open.isEmpty() && m_open.last() >= 0)
-            m_objects[m_open.last()].buttonGroup = text;
+        attribute.element = reader->name().toString();
+        attribute.text = reader->readElementText(QXmlStreamReader::SkipChildElements);
     }
+    if (object < 0)
+        return;
+    if (attribute.name == "buttonGroup")
+        m_objects[object].buttonGroup = attribute.text;
+    m_objects[object].strays.append(attribute);
 }
 
 void FormDocument::ReadCustomWidget(QXmlStreamReader* reader)

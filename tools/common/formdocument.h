@@ -2,7 +2,7 @@
 #define FORMDOCUMENT_H
 
 #include <QHash>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include "common/statementtokens.h"
@@ -15,6 +15,8 @@ struct FormProperty
     QString name;
     QString text;        ///< Of a property that holds a text.
     bool isText;         ///< Whether it does.
+    QString element;     ///< What its value stands in, such as "number"; empty when there is none.
+    QString content;     ///< Of a value of another kind that is one word, such as a number.
     TextPlace namePlace; ///< In the source.
     TextPlace textPlace; ///< In the source, where entities make it longer.
 };
@@ -38,6 +40,8 @@ struct FormObject
     int parent;          ///< Its number, or -1.
     QString buttonGroup; ///< The name of the group that a button belongs to.
     QVector<FormProperty> properties;
+    QVector<FormProperty> strays; ///< Of its items, spacers and attributes, which no object has.
+    QStringList items;            ///< The texts of its items, such as those of a combo box.
 };
 
 /// Where something stands in the source, both counted from 1.
@@ -64,17 +68,26 @@ public:
     /// The place in the source of a piece of the property's text.
     TextPlace SourcePlace(const FormProperty& property, const TextPlace& place) const;
 
+    /// A piece of the source.
+    QString SourceText(const TextPlace& place) const { return m_source.mid(place.offset, place.length); }
+    /// The content with other texts in some places, which do not overlap and come in their order; null when the
+    /// rest would not stay as it was.
+    QByteArray Replaced(const QVector<QPair<TextPlace, QString>>& replacements) const;
+
 private:
-    void SetSource(const QByteArray& content);
+    bool SetSource(const QByteArray& content);
     void ReadElements(QXmlStreamReader* reader);
     void ReadStart(QXmlStreamReader* reader);
     void AddObject(const QXmlStreamReader& reader, FormObject::Kind kind);
     void ReadProperty(QXmlStreamReader* reader);
+    void ReadValue(QXmlStreamReader* reader, FormProperty* property) const;
+    void AddStray(const FormProperty& property);
     void ReadAttribute(QXmlStreamReader* reader);
     void ReadCustomWidget(QXmlStreamReader* reader);
     TextPlace AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;
     int EnclosingObject() const;
 
+    QByteArray m_content;
     QString m_source;
     QVector<int> m_lineStarts;
     QVector<int> m_lowSurrogates; ///< Second halves of characters, which count for no column.

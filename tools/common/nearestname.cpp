@@ -54,6 +54,14 @@ QString NearestName::Find(const QString& name) const
     return nearest;
 }
 
+QString NearestName::FindOnly(const QString& name) const
+{
+    const QString nearest = Find(name);
+    QStringList others = m_names;
+    others.removeAll(nearest);
+    return NearestName(others).Find(name).isEmpty() ? nearest : QString();
+}
+
 QString NearestName::Hint(const QString& name) const
 {
     const QString nearest = Find(name);

@@ -14,6 +14,8 @@ public:
     /// letter, or swapping two neighbours; upper and lower case are alike. Empty when none takes at most one
     /// edit for three letters, and for names of more than 64 letters.
     QString Find(const QString& name) const;
+    /// As Find(), but nothing where several are near, however much.
+    QString FindOnly(const QString& name) const;
     /// «; did you mean "..."?», or nothing.
     QString Hint(const QString& name) const;
 

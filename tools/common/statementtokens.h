@@ -32,6 +32,10 @@ struct StatementToken
     const Language::Row* row; ///< Of operators, keywords and brackets; else null.
 
     bool HasRole(Language::Role role) const { return row && row->role == role; }
+    /// Whether it is a text between quotes.
+    bool IsQuoted() const { return type == Token::TT_SINGLE_QUOTE || type == Token::TT_DOUBLE_QUOTE; }
+    /// The text between the quotes.
+    QString Content() const { return lexeme.mid(1, lexeme.size() - 2); }
 };
 
 Q_DECLARE_TYPEINFO(StatementToken, Q_MOVABLE_TYPE);

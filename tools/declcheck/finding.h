@@ -2,55 +2,10 @@
 #define FINDING_H
 
 #include <QString>
-#include <QVector>
 
+#include "common/checks.h"
 #include "common/formdocument.h"
 #include "common/statementtokens.h"
-
-enum class Check
-{
-    ParseError,
-    LeftOver,
-    MinusSign,
-    KeywordCase,
-    UnknownObject,
-    AmbiguousPath,
-    UnknownProperty,
-    UnverifiedProperty,
-    ReadOnlyProperty,
-    NeverTriggers,
-    ReferenceCycle,
-    DuplicateDeclaration,
-    ConstantMapEntry,
-    NotAText,
-    StoresNowhere,
-    LiteralSum,
-    MixedLogic,
-    TextComparison,
-    UnknownVariable,
-    UnknownClass
-};
-
-enum class Severity
-{
-    Note, ///< Legal, and perhaps wanted.
-    Warning,
-    Error
-};
-
-struct CheckInfo
-{
-    Check check;
-    Severity severity;
-    const char* name;
-    const char* description;
-};
-
-/// All checks in the order of the enumeration.
-const QVector<CheckInfo>& AllChecks();
-const CheckInfo& InfoOf(Check check);
-/// The word for a severity: error, warning or note.
-QString SeverityName(Severity severity);
 
 /// Something found in a form.
 struct Finding
@@ -66,6 +21,7 @@ struct Finding
     QString property;  ///< The marked property, if it is about one.
     QString statement; ///< The property's text.
     QString excerpt;   ///< Two lines to show the place.
+    QString fix;       ///< What belongs in the place, where that is certain; else empty.
 };
 
 #endif

@@ -79,6 +79,11 @@ QString FormInstance::NearestBelow(QObject* parent, const QString& name) const
     return nearest.isEmpty() && parent != m_top.data() ? NamesBelow(m_top.data()).Find(name) : nearest;
 }
 
+QString FormInstance::OnlyNearBelow(QObject* parent, const QString& name) const
+{
+    return NamesBelow(parent).FindOnly(name);
+}
+
 /// A custom widget without a plugin is made as the class that it extends, any other unknown widget as
 /// a plain one.
 void FormInstance::ChooseClasses(const FormLoader& loader)

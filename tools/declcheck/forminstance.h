@@ -34,6 +34,8 @@ public:
 
     /// The class that was made in the place of one that is not known here; empty for the class itself.
     QString ReplacedBy(int number) const { return m_replacements.at(number); }
+    /// The class that was made.
+    QString MadeAs(int number) const { return m_classes.at(number); }
 
     /// The first object below \a parent that bears the name, as references find it, or null.
     QObject* Find(QObject* parent, const QString& name) const;
@@ -42,6 +44,8 @@ public:
     /// The name that was probably meant by one that no object below \a parent bears; if there is none,
     /// of all objects.
     QString NearestBelow(QObject* parent, const QString& name) const;
+    /// As NearestBelow(), but nothing where several names are near.
+    QString OnlyNearBelow(QObject* parent, const QString& name) const;
 
 private:
     struct Span

@@ -6,6 +6,8 @@
 #include <QJsonObject>
 #include <QUrl>
 
+#include <algorithm>
+
 namespace {
 
 // Colours of a terminal.
@@ -69,6 +71,11 @@ QJsonObject Result(const Finding& finding)
             {"locations", QJsonArray{Location(finding)}}};
 }
 
+QString Counted(int count, const QString& word)
+{
+    return QString("%1 %2%3").arg(count).arg(word, count == 1 ? "" : "s");
+}
+
 } // namespace
 
 QByteArray Report::ToText(const QVector<Finding>& findings, bool isColored)
@@ -86,6 +93,19 @@ QByteArray Report::ToText(const QVector<Finding>& findings, bool isColored)
     return text.toUtf8();
 }
 
+QByteArray Report::CountsToText(const QVector<Finding>& findings, int formCount)
+{
+    QStringList counts;
+    for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
+        const auto count = std::count_if(findings.begin(), findings.end(),
+                                         [&](const Finding& finding) { return finding.severity == severity; });
+        if (count > 0)
+            counts.append(Counted(int(count), SeverityName(severity)));
+    }
+    const QString text = counts.isEmpty() ? QString() : counts.join(", ") + " in " + Counted(formCount, "form") + '\n';
+    return text.toUtf8();
+}
+
 QByteArray Report::ToJson(const QVector<Finding>& findings)
 {
     QJsonArray list;
@@ -100,7 +120,8 @@ QByteArray Report::ToJson(const QVector<Finding>& findings)
                                 {"check", InfoOf(finding.check).name},
                                 {"object", finding.object},
                                 {"property", finding.property},
-                                {"statement", finding.statement}});
+                                {"statement", finding.statement},
+                                {"fix", finding.fix}});
     }
     return QJsonDocument(list).toJson();
 }

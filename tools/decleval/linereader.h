@@ -12,6 +12,7 @@ public:
 
     /// False at the end of the input.
     bool ReadLine(QString* line);
+    bool IsTerminal() const { return m_isTerminal; }
 
 private:
     bool ReadPlainly(QString* line);

@@ -2,12 +2,16 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QScopedPointer>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "common/jsondata.h"
+#include "common/knownvariables.h"
+#include "common/projectfile.h"
 #include "common/statementtokens.h"
 #include "decleval/evaluation.h"
 #include "decleval/linereader.h"
@@ -53,7 +57,7 @@ public:
             Print(stderr, "decleval: " + error.toUtf8() + '\n');
             return CouldNotRun;
         }
-        m_variables.Publish(m_dataPeer);
+        Publish();
         const QStringList statements = m_parser.positionalArguments();
         return statements.isEmpty() ? EvaluateLines() : EvaluateOne(statements.first());
     }
@@ -65,10 +69,8 @@ private:
             *error = m_parser.errorText();
             return false;
         }
-        if (m_parser.isSet("help"))
-            m_parser.showHelp(Parsed);
-        if (m_parser.isSet("version"))
-            m_parser.showVersion();
+        if (m_parser.isSet("help") || m_parser.isSet("help-all") || m_parser.isSet("version"))
+            m_parser.process(arguments);
         if (m_parser.positionalArguments().size() > 1) {
             *error = "More than one statement is given; a statement with blanks stands in quotes.";
             return false;
@@ -78,31 +80,84 @@ private:
 
     bool ReadVariables(QString* error)
     {
-        if (m_parser.isSet(m_data) && !m_variables.Read(m_parser.value(m_data), error))
+        const QString path = ProjectFile::Find(".");
+        ProjectFile project;
+        if (!path.isEmpty() && !project.Read(path, error))
+            return false;
+        m_options.package = m_parser.isSet(m_package) ? m_parser.value(m_package) : project.package;
+        m_options.disabled = project.disabled;
+        m_options.hostVariables = project.hostVariables;
+        const QString data = m_parser.isSet(m_data) ? m_parser.value(m_data) : project.data;
+        if (!data.isEmpty() && !m_variables.Read(data, error))
             return false;
         const QStringList assignments = m_parser.values(m_set);
-        for (const QString& assignment : assignments) {
-            if (!m_variables.Assign(assignment, m_parser.value(m_package), error))
-                return false;
+        return std::all_of(assignments.begin(), assignments.end(),
+                           [&](const QString& assignment) { return Assign(assignment, error); });
+    }
+
+    /// Refuses names that no statement can read.
+    bool Assign(const QString& assignment, QString* error)
+    {
+        const QString left = assignment.section('=', 0, 0).trimmed();
+        const QVector<StatementToken> tokens = StatementTokens(left.contains(':') ? '@' + left : left).Tokens();
+        const bool isName = tokens.size() == 1 && tokens.first().type == Token::TT_VARIABLE
+            && !tokens.first().reference.IsProperty()
+            && tokens.first().place.length == left.size() + (left.contains(':') ? 1 : 0);
+        if (!isName && assignment.contains('=')) {
+            *error = QString("\"%1\" is no name of a variable; a statement cannot read it").arg(left);
+            return false;
         }
-        return true;
+        return m_variables.Assign(assignment, m_options.package, error);
+    }
+
+    void Publish()
+    {
+        m_variables.Publish(m_dataPeer);
+        m_known.reset(m_variables.Variables().isEmpty() ? nullptr : new KnownVariables(m_variables));
+        m_options.variables = m_known.data();
     }
 
     int EvaluateLines()
     {
         LineReader reader(Words());
         int status = Parsed;
+        int number = 0;
         QString line;
         while (reader.ReadLine(&line)) {
-            if (!line.trimmed().isEmpty())
-                status = qMax(status, EvaluateOne(line));
+            ++number;
+            const QString command = line.trimmed();
+            if (command == ":quit")
+                break;
+            if (command.startsWith(':'))
+                status = qMax(status, Obey(command));
+            else if (!command.isEmpty())
+                status = qMax(status, EvaluateOne(line, reader.IsTerminal() ? 0 : number));
         }
         return status;
     }
 
-    int EvaluateOne(const QString& statement)
+    /// A line that is no statement.
+    int Obey(const QString& command)
     {
-        const Evaluation evaluation(statement, m_dataPeer, m_parser.value(m_package));
+        QString error = QString("There is no command \"%1\"; see :help").arg(command);
+        if (command == ":help") {
+            Print(stdout,
+                  ":set [PACKAGE:]NAME=JSON  gives a variable a value\n"
+                  ":quit                     ends\n"
+                  "All else is a statement; \"count = 3\" compares.\n");
+            return Parsed;
+        }
+        if (command.startsWith(":set ") && Assign(command.mid(int(qstrlen(":set "))), &error)) {
+            Publish();
+            return Parsed;
+        }
+        Print(stderr, "error: " + error.toUtf8() + '\n');
+        return NotParsed;
+    }
+
+    int EvaluateOne(const QString& statement, int line = 0)
+    {
+        const Evaluation evaluation(statement, m_dataPeer, m_options, line);
         if (m_parser.isSet(m_json)) {
             Print(stdout, evaluation.ToJson(m_parser.isSet(m_tokens)));
         } else {
@@ -119,7 +174,7 @@ private:
     {
         QStringList words = StatementTokens::Keywords();
         for (const Variable& variable : m_variables.Variables()) {
-            if (variable.package == m_parser.value(m_package))
+            if (variable.package == m_options.package)
                 words.append(variable.name);
             if (!variable.package.isEmpty())
                 words.append('@' + variable.package + ':' + variable.name);
@@ -135,6 +190,8 @@ private:
     const QCommandLineOption m_json;
     IDataPeer* const m_dataPeer;
     JsonData m_variables;
+    QScopedPointer<KnownVariables> m_known;
+    CheckOptions m_options;
 };
 
 } // namespace

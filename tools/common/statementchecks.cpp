@@ -1,9 +1,13 @@
-#include "declcheck/statementchecks.h"
+#include "common/statementchecks.h"
+
+#include <QRegularExpression>
 
 #include <algorithm>
 
 #include "DeclarationHandler/Tokens/variabletoken.h"
-#include "declcheck/knownvariables.h"
+#include "common/knownvariables.h"
+#include "common/slips.h"
+#include "common/typechecks.h"
 
 namespace {
 
@@ -15,16 +19,6 @@ bool IsLogic(const StatementToken& token)
 bool IsOrdering(const StatementToken& token)
 {
     return token.HasRole(Language::OrderingOperator);
-}
-
-bool IsQuoted(const StatementToken& token)
-{
-    return token.type == Token::TT_SINGLE_QUOTE || token.type == Token::TT_DOUBLE_QUOTE;
-}
-
-QString Content(const StatementToken& quoted)
-{
-    return quoted.lexeme.mid(1, quoted.lexeme.size() - 2);
 }
 
 bool EndsOperand(const StatementToken& token)
@@ -49,13 +43,14 @@ bool IsPosition(const StatementToken& literal)
         const double number = literal.lexeme.toDouble(&isWhole);
         return isWhole && number >= 0 && number == qRound64(number);
     }
-    return !IsQuoted(literal) || (Content(literal).toInt(&isWhole) >= 0 && isWhole);
+    return !literal.IsQuoted() || (literal.Content().toInt(&isWhole) >= 0 && isWhole);
 }
 
 } // namespace
 
-StatementChecks::StatementChecks(const Diagnosis& diagnosis, const CheckOptions& options)
+StatementChecks::StatementChecks(const Diagnosis& diagnosis, const StatementTypes& types, const CheckOptions& options)
     : m_diagnosis(diagnosis),
+      m_types(types),
       m_options(options),
       m_tokens(diagnosis.Tokens().Tokens()),
       m_tree(diagnosis.Tree()),
@@ -70,6 +65,7 @@ QVector<StatementFinding> StatementChecks::Run()
     CheckSums();
     CheckLogic();
     CheckComparisons();
+    TypeChecks(m_diagnosis, m_types, m_options, &m_findings).Run();
     return m_findings;
 }
 
@@ -78,7 +74,9 @@ void StatementChecks::CheckTokens()
     for (int i = 0; i < m_tokens.size(); ++i) {
         CheckMinus(i);
         if (m_tokens.at(i).type == Token::TT_VARIABLE)
-            CheckKeyword(m_tokens.at(i));
+            CheckName(i);
+        else if (m_tokens.at(i).IsQuoted())
+            CheckText(m_tokens.at(i));
     }
 }
 
@@ -90,11 +88,25 @@ void StatementChecks::CheckMinus(int token)
         return;
     Report(Check::MinusSign, number.place,
            QString("\"%1\" is a number of its own here; a subtraction has a space behind the minus: \"- %2\"")
-               .arg(number.lexeme, number.lexeme.mid(1)));
+               .arg(number.lexeme, number.lexeme.mid(1)),
+           (m_tokens.at(token - 1).place.End() == number.place.offset ? " - " : "- ") + number.lexeme.mid(1));
 }
 
-void StatementChecks::CheckKeyword(const StatementToken& token)
+/// A backslash is a character like others, as in the paths of files.
+void StatementChecks::CheckText(const StatementToken& token)
 {
+    static const QRegularExpression escape(R"(\\[nt](?![A-Za-z0-9_.]))");
+    static const QRegularExpression path(R"(^[A-Za-z]:\\|\\\\|\\[^nt])");
+    const QRegularExpressionMatch match = escape.match(token.lexeme);
+    if (match.hasMatch() && !path.match(token.lexeme).hasMatch())
+        Report(Check::Escape, {token.place.offset + int(match.capturedStart()), 2},
+               QString("There are no escapes in quotes, so \"%1\" is shown as it is; a text may hold line breaks")
+                   .arg(match.captured()));
+}
+
+void StatementChecks::CheckName(int number)
+{
+    const StatementToken& token = m_tokens.at(number);
     static const QStringList keywords = StatementTokens::Keywords();
     static const QStringList starts = VariableToken::GetPathStarts();
     const Reference& reference = token.reference;
@@ -108,25 +120,51 @@ void StatementChecks::CheckKeyword(const StatementToken& token)
     const QString start = InOtherCase(starts, package);
     if (!keyword.isEmpty())
         Report(Check::KeywordCase, token.place,
-               QString("\"%1\" is the name of a variable here; the keyword is \"%2\"").arg(reference.name, keyword));
+               QString("\"%1\" is the name of a variable here; the keyword is \"%2\"").arg(reference.name, keyword),
+               keyword);
     else if (!start.isEmpty())
         Report(Check::KeywordCase, token.place,
                QString("\"%1\" is the name of a package here; a widget path starts with \"%2\"").arg(package, start));
+    else if (!reference.hasPackage && !ForeignWordHint(reference.name).isEmpty())
+        Report(
+            Check::KeywordCase, token.place,
+            QString("\"%1\" is the name of a variable here; %2").arg(reference.name, ForeignWordHint(reference.name)));
     else
-        CheckVariable(token);
+        CheckVariable(number);
 }
 
-void StatementChecks::CheckVariable(const StatementToken& token)
+void StatementChecks::CheckVariable(int token)
 {
     if (!m_options.variables)
         return;
-    const Reference& reference = token.reference;
+    const Reference& reference = m_tokens.at(token).reference;
     const QString package = reference.Package(m_options.package);
+    if (m_options.IsHostVariable(package, reference.name))
+        return;
     const QString where
         = package.isEmpty() ? QString("without a package") : QString("in the package \"%1\"").arg(package);
     Report(Check::UnknownVariable, reference.namePlace,
-           QString("The data have no \"%1\" %2%3")
-               .arg(reference.name, where, m_options.variables->Hint(package, reference.name)));
+           QString("The data have no \"%1\" %2%3").arg(reference.name, where, HintFor(token)),
+           m_options.variables->OnlyNear(package, reference.name));
+}
+
+/// What was probably meant by a variable that does not exist.
+QString StatementChecks::HintFor(int token) const
+{
+    const Reference& reference = m_tokens.at(token).reference;
+    const QString package = reference.Package(m_options.package);
+    if (token > 0 && m_tokens.at(token - 1).type == Token::TT_DOT)
+        return QString("; the name of a member stands in quotes: \".'%1'\"").arg(reference.name);
+    const QString map = reference.name.section('.', 0, 0);
+    if (map != reference.name && m_options.variables->Find(package, map))
+        return QString("; a member stands behind a blank, in quotes: \"%1 .'%2'\"")
+            .arg(map, reference.name.section('.', 1));
+    for (const QString& keyword : StatementTokens::Keywords()) {
+        if (reference.name.startsWith(keyword)
+            && m_options.variables->Find(package, reference.name.mid(keyword.size())))
+            return QString("; a blank stands behind \"%1\"").arg(keyword);
+    }
+    return m_options.variables->Hint(package, reference.name);
 }
 
 void StatementChecks::CheckParser()
@@ -134,9 +172,20 @@ void StatementChecks::CheckParser()
     if (m_diagnosis.Messages().isEmpty())
         return;
     const Diagnosis::Message& first = m_diagnosis.Messages().first();
+    if (IsExplained(first.place))
+        return;
+    const StatementFinding slip = FindSlip(m_diagnosis);
+    const bool isSlip = !slip.message.isEmpty() && m_options.IsEnabled(slip.check);
     const Check check = m_diagnosis.HasError() || !m_diagnosis.HasExpression() ? Check::ParseError : Check::LeftOver;
-    if (!IsExplained(first.place))
-        Report(check, first.place, first.Whole());
+    if (!isSlip)
+        return Report(check, first.place, first.Whole());
+    // The words of a slip are no names of variables.
+    const auto isWordOfIt = [&](const StatementFinding& finding) {
+        const int from = slip.check == Check::Escape ? finding.place.End() : finding.place.offset;
+        return finding.check == Check::UnknownVariable && from >= slip.place.offset;
+    };
+    m_findings.erase(std::remove_if(m_findings.begin(), m_findings.end(), isWordOfIt), m_findings.end());
+    Report(slip.check, slip.place, slip.message);
 }
 
 /// Whether a trap was found at the token where the parser stopped, or right before it.
@@ -206,48 +255,14 @@ void StatementChecks::CheckLogic()
 void StatementChecks::CheckComparisons()
 {
     const QVector<Node>& nodes = m_tree.Nodes();
-    QVector<bool> texts(nodes.size());
     for (int i = 0; i < nodes.size(); ++i) {
         const Node& node = nodes.at(i);
-        texts[i] = IsText(node, texts);
         if (m_inTree.at(i) && node.kind == ParsedNode::Binary && IsOrdering(m_tree.TokenOf(node))
-            && (texts.at(node.left) || texts.at(node.right)))
+            && (m_types.Of(node.left).spellsNoNumber || m_types.Of(node.right).spellsNoNumber))
             Report(Check::TextComparison, m_tree.TokenOf(node).place,
                    QString("\"%1\" compares numbers; a text that spells none counts as 0")
                        .arg(m_tree.TokenOf(node).lexeme));
     }
-}
-
-/// Whether the value is surely a text that spells no number.
-bool StatementChecks::IsText(const Node& node, const QVector<bool>& texts) const
-{
-    switch (node.kind) {
-    case ParsedNode::Operand:
-        return HoldsText(m_tree.TokenOf(node));
-    case ParsedNode::Parentheses:
-        return texts.at(node.left);
-    case ParsedNode::Binary:
-        return m_tree.TokenOf(node).type == Token::TT_PLUS && (texts.at(node.left) || texts.at(node.right));
-    default:
-        return false;
-    }
-}
-
-bool StatementChecks::HoldsText(const StatementToken& token) const
-{
-    bool isNumber = false;
-    if (IsQuoted(token)) {
-        Content(token).toDouble(&isNumber);
-        return !isNumber;
-    }
-    if (!m_options.variables || token.type != Token::TT_VARIABLE || token.reference.IsProperty())
-        return false;
-    const Variable* const variable
-        = m_options.variables->Find(token.reference.Package(m_options.package), token.reference.name);
-    if (!variable || variable->value.userType() != QMetaType::QString || variable->value.toString().isEmpty())
-        return false;
-    variable->value.toDouble(&isNumber);
-    return !isNumber;
 }
 
 /// Nodes that the parser gave up again are in no tree, and without an expression none is.
@@ -267,10 +282,18 @@ QVector<bool> StatementChecks::NodesInTree() const
     return inTree;
 }
 
-void StatementChecks::Report(Check check, const TextPlace& place, const QString& message)
+void StatementChecks::Report(Check check, const TextPlace& place, const QString& message, const QString& fix)
 {
     if (m_options.IsEnabled(check) && m_findings.size() < MaxFindings)
-        m_findings.append({check, place, message});
+        m_findings.append({check, place, message, fix});
+}
+
+ValueType TypeOfVariable(const Reference& reference, const CheckOptions& options)
+{
+    if (!options.variables || reference.IsProperty())
+        return ValueType();
+    const Variable* const variable = options.variables->Find(reference.Package(options.package), reference.name);
+    return variable ? ValueType::FromExample(variable->value) : ValueType();
 }
 
 StoreTarget FindStoreTarget(const StatementTree& tree)

@@ -1,4 +1,4 @@
-#include "declcheck/knownvariables.h"
+#include "common/knownvariables.h"
 
 KnownVariables::KnownVariables(const JsonData& data) : m_data(data)
 {
@@ -21,4 +21,9 @@ QString KnownVariables::Hint(const QString& package, const QString& name) const
     const QString nearestPackage = m_packageNames.Find(package);
     const QString other = Find(nearestPackage, name) ? nearestPackage : m_packages.value(name);
     return other.isEmpty() ? QString() : QString("; did you mean \"@%1:%2\"?").arg(other, name);
+}
+
+QString KnownVariables::OnlyNear(const QString& package, const QString& name) const
+{
+    return m_names.value(package).FindOnly(name);
 }

@@ -15,6 +15,8 @@ public:
     const Variable* Find(const QString& package, const QString& name) const { return m_data.Find(package, name); }
     /// «; did you mean "..."?» for a variable that does not exist, or nothing.
     QString Hint(const QString& package, const QString& name) const;
+    /// The variable of the package that is meant, where no other is near; else nothing.
+    QString OnlyNear(const QString& package, const QString& name) const;
 
 private:
     const JsonData& m_data;
