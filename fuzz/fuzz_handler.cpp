@@ -1,16 +1,11 @@
-#include <QApplication>
-#include <QDynamicPropertyChangeEvent>
 #include <QWidget>
 
-#include <condition_variable>
-#include <functional>
 #include <memory>
-#include <mutex>
-#include <thread>
 
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/memorydatapeer.h"
 #include "DeclarationHandler/declarationhandler.h"
+#include "formparts.h"
 #include "fuzzing.h"
 
 // A form and its handler. Each line of the input is an operation: a letter, then its arguments, of which a "|"
@@ -35,7 +30,6 @@ namespace {
 
 const int ObjectCount = 6;
 const int MaxOperations = 48;
-const int LongestText = 1000;
 
 std::unique_ptr<MemoryDataPeer> s_peer;
 
@@ -43,64 +37,6 @@ class Factory : public IDataPeerFactory
 {
 public:
     IDataPeer* GetDataPeer(const qint32&) override { return s_peer.get(); }
-};
-
-/// Runs functions in another thread; one for all, since to start a thread costs more than an input.
-class Worker
-{
-public:
-    Worker() { std::thread(&Worker::Loop, this).detach(); }
-
-    void Run(const std::function<void()>& task)
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        m_task = task;
-        m_changed.notify_all();
-        m_changed.wait(lock, [this] { return !m_task; });
-    }
-
-private:
-    [[noreturn]] void Loop()
-    {
-        std::unique_lock<std::mutex> lock(m_mutex);
-        for (;;) {
-            m_changed.wait(lock, [this] { return bool(m_task); });
-            m_task();
-            m_task = nullptr;
-            m_changed.notify_all();
-        }
-    }
-
-    std::mutex m_mutex;
-    std::condition_variable m_changed;
-    std::function<void()> m_task;
-};
-
-/// Has a typed property that announces its writes. Texts that grow with every update are cut off.
-class Target : public QObject
-{
-    Q_OBJECT
-    Q_PROPERTY(int number MEMBER m_number NOTIFY Changed)
-
-public:
-    using QObject::QObject;
-
-    bool event(QEvent* event) override
-    {
-        if (event->type() == QEvent::DynamicPropertyChange) {
-            const QByteArray name = static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName();
-            if (property(name).toString().size() > LongestText)
-                setProperty(name, QString());
-            Q_EMIT Changed();
-        }
-        return QObject::event(event);
-    }
-
-Q_SIGNALS:
-    void Changed();
-
-private:
-    int m_number = 0;
 };
 
 class Form
@@ -191,8 +127,7 @@ void Form::ChangeInAnotherThread(const QStringList& arguments) const
     const VariableIdentifier variable(arguments.value(0), "p");
     const QString choice = arguments.value(1);
     const QVariant value = ChosenValue(choice.isEmpty() ? 0 : choice.at(0).unicode());
-    static Worker* const worker = new Worker; // Its thread never ends.
-    worker->Run([&] { s_peer->ChangeValue(variable, value, IDataPeer::NoFlag); });
+    RunInAnotherThread([&] { s_peer->ChangeValue(variable, value, IDataPeer::NoFlag); });
 }
 
 void Form::Run(char operation, const QByteArray& line)
@@ -236,16 +171,6 @@ void Form::Run(char operation, const QByteArray& line)
     }
 }
 
-void StartApplication()
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "fuzz_handler";
-    static char* argv[] = {name, nullptr};
-    static const QApplication application(argc, argv);
-    qRegisterMetaType<VariableIdentifier>("VariableIdentifier");
-}
-
 } // namespace
 
 IDataPeerFactory* Ovex_DataPeerFactory(bool)
@@ -256,8 +181,7 @@ IDataPeerFactory* Ovex_DataPeerFactory(bool)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
 {
-    static const bool started = (StartApplication(), true);
-    Q_UNUSED(started)
+    StartApplication();
     SilenceMessages();
     s_peer = std::make_unique<MemoryDataPeer>();
     Form form;
@@ -269,5 +193,3 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     }
     return 0;
 }
-
-#include "fuzz_handler.moc"

@@ -49,6 +49,8 @@ public:
     /// Reads in the thread that made this.
     qint64 Reads() const { return m_reads; }
 
+    int Observers() const { return m_relays.size(); }
+
     /// Notifications of the observers that are there now.
     qint64 Notifications() const
     {

@@ -7,11 +7,13 @@
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
+#include "DeclarationForms/formbinding.h"
 #include "DeclarationHandler/declarationhandler.h"
 #include "check.h"
 
 // Pushes notifications, ten million unless another number is given, through a form of 500 bindings, which is loaded
 // anew a thousand times on the way, and prints the resident memory at ten points. After the first it must be flat.
+// The form is loaded into a handler, or with "forms" as a page that is bound and unbound.
 
 namespace {
 
@@ -38,35 +40,75 @@ VariableIdentifier Variable(int number)
     return VariableIdentifier("v" + QString::number(number), "p");
 }
 
+/// What labels are loaded into.
+struct Host
+{
+    QWidget form;
+    DeclarationHandler handler;
+    FormBinding binding{&form};
+};
+
 /// Every second binding reads a variable, the others what the one before shows.
-class Form
+class Labels
 {
 public:
-    explicit Form(DeclarationHandler* handler) : m_handler(handler)
+    explicit Labels(QWidget* form) : m_page(new QWidget(form))
     {
-        for (int i = 0; i < BindingCount; ++i) {
-            QLabel* const label = new QLabel(&m_top);
-            label->setObjectName("l" + QString::number(i));
-            const QString statement = i % 2 == 0 ? QString("'n ' + v%1 + ' of ' + limit").arg(i)
-                                                 : QString("@TopWidget\\l%1:text + '!'").arg(i - 1);
-            m_handler->AddDeclaration(&m_top, label, "~text", statement, "p", true, true);
-        }
-        m_handler->ConnectPropertyCrossReferences();
-        m_handler->Update();
+        for (int i = 0; i < BindingCount; ++i)
+            (new QLabel(m_page))->setObjectName("l" + QString::number(i));
     }
-    ~Form() { m_handler->Clear(); }
+    ~Labels() { delete m_page; }
 
-    QString Text(int number) const { return m_top.findChild<QLabel*>("l" + QString::number(number))->text(); }
+    QWidget* Page() const { return m_page; }
+    QLabel* At(int number) const { return static_cast<QLabel*>(m_page->children().at(number)); }
+    static QString Statement(int number)
+    {
+        return number % 2 == 0 ? QString("'n ' + v%1 + ' of ' + limit").arg(number)
+                               : QString("@ParentWidget\\l%1:text + '!'").arg(number - 1);
+    }
 
 private:
-    QWidget m_top;
-    DeclarationHandler* const m_handler;
+    QWidget* const m_page;
+};
+
+/// Declarations of the handler, while they live.
+class HandledLabels : public Labels
+{
+public:
+    explicit HandledLabels(Host* host) : Labels(&host->form), m_handler(host->handler)
+    {
+        for (int i = 0; i < BindingCount; ++i)
+            m_handler.AddDeclaration(&host->form, At(i), "~text", Statement(i), "p", true, true);
+        m_handler.ConnectPropertyCrossReferences();
+        m_handler.Update();
+    }
+    ~HandledLabels() { m_handler.Clear(); }
+
+private:
+    DeclarationHandler& m_handler;
+};
+
+/// A page that is bound in the form, while it lives.
+class BoundLabels : public Labels
+{
+public:
+    explicit BoundLabels(Host* host) : Labels(&host->form), m_binding(host->binding)
+    {
+        for (int i = 0; i < BindingCount; ++i)
+            At(i)->setProperty("~text", Statement(i));
+        m_binding.Bind(Page());
+    }
+    ~BoundLabels() { m_binding.Unbind(Page()); }
+
+private:
+    FormBinding& m_binding;
 };
 
 /// The number of the last notification.
-qint64 Notify(IDataPeer* peer, DeclarationHandler* handler, qint64 first, qint64 count)
+template<typename LoadedLabels>
+qint64 Notify(IDataPeer* peer, Host* host, qint64 first, qint64 count)
 {
-    const Form form(handler);
+    const LoadedLabels labels(host);
     for (qint64 i = first; i < first + count; ++i) {
         peer->ChangeValue(Variable(i * 2 % BindingCount), i, IDataPeer::ForceNotification);
         if (i % Burst == 0)
@@ -74,7 +116,7 @@ qint64 Notify(IDataPeer* peer, DeclarationHandler* handler, qint64 first, qint64
     }
     QCoreApplication::processEvents();
     const qint64 last = first + count - 1;
-    return form.Text(last * 2 % BindingCount + 1) == QString("n %1 of 9!").arg(last) ? last : -1;
+    return labels.At(last * 2 % BindingCount + 1)->text() == QString("n %1 of 9!").arg(last) ? last : -1;
 }
 
 } // namespace
@@ -86,14 +128,16 @@ int main(int argc, char* argv[])
     IDataPeer* const peer = Ovex_DataPeerFactory(false)->GetDataPeer(0);
     peer->ChangeValue(VariableIdentifier("limit", "p"), 9, IDataPeer::NoFlag);
 
-    DeclarationHandler handler;
+    Host host;
+    host.binding.SetDefaultPackage("p");
+    const auto notify = argc > 2 && QByteArray(argv[2]) == "forms" ? Notify<BoundLabels> : Notify<HandledLabels>;
     Checks checks;
     qint64 done = 0;
     qint64 first = 0;
     for (int point = 1; point <= PointCount; ++point) {
         for (int i = 0; i < ReloadsPerPoint; ++i) {
             const qint64 part = count / (PointCount * ReloadsPerPoint);
-            checks.Hold(Notify(peer, &handler, done + 1, part) == done + part, "the form shows the last change");
+            checks.Hold(notify(peer, &host, done + 1, part) == done + part, "the form shows the last change");
             done += part;
         }
         const qint64 resident = ResidentBytes();

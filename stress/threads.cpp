@@ -2,7 +2,6 @@
 #include <QElapsedTimer>
 #include <QWidget>
 
-#include <chrono>
 #include <functional>
 #include <thread>
 
@@ -13,6 +12,7 @@
 #include "DeclarationHandler/parser.h"
 #include "check.h"
 #include "countingpeer.h"
+#include "writers.h"
 
 // Eight threads write variables at full speed while this one fills, updates, saves and clears the handlers of two
 // forms; four more parse, and two share an interpreter. Takes the number of seconds, 10 if none is given.
@@ -20,8 +20,6 @@
 namespace {
 
 const int FormCount = 2;
-const int VariableCount = 100; ///< Half of a form's declarations read one each, the others the first ones' properties.
-const int WriterCount = 8;
 const int WritesPerBurst = 2000;  ///< Of which every notification is counted.
 const int WritesPerChurn = 20000; ///< Most of which are notified to declarations that die before they hear of it.
 
@@ -33,11 +31,7 @@ public:
     IDataPeer* GetDataPeer(const qint32&) override { return s_peer; }
 };
 
-VariableIdentifier Variable(int number)
-{
-    return VariableIdentifier("v" + QString::number(number), "p");
-}
-
+/// Half of the declarations read one variable each, the others the first ones' properties.
 class Form
 {
 public:
@@ -66,59 +60,6 @@ public:
 private:
     QWidget m_top;
     DeclarationHandler m_handler;
-};
-
-/// Threads that write when they are told how much. Counted without ordering their writes, which would hide races.
-class Writers
-{
-public:
-    Writers()
-    {
-        for (int i = 0; i < WriterCount; ++i)
-            m_threads.emplace_back([this, i] { Run(i); });
-    }
-
-    void Start(qint64 writes) { m_granted.fetch_add(writes, std::memory_order_relaxed); }
-    bool AreIdle() const { return m_done.load(std::memory_order_acquire) == m_granted.load(std::memory_order_relaxed); }
-    qint64 Writes() const { return m_done; }
-    int LastValue(int variable) const { return m_lastValues[variable]; }
-
-    void End()
-    {
-        m_end = true;
-        for (std::thread& thread : m_threads)
-            thread.join();
-    }
-
-private:
-    bool TakeWrite()
-    {
-        qint64 taken = m_taken.load(std::memory_order_relaxed);
-        return taken < m_granted.load(std::memory_order_relaxed)
-            && m_taken.compare_exchange_strong(taken, taken + 1, std::memory_order_relaxed);
-    }
-
-    // Each writer has variables of its own.
-    void Run(int writer)
-    {
-        for (int value = 1; !m_end.load(std::memory_order_relaxed);) {
-            if (!TakeWrite()) {
-                std::this_thread::sleep_for(std::chrono::microseconds(50));
-                continue;
-            }
-            const int variable = writer + WriterCount * (value % (VariableCount / WriterCount));
-            m_lastValues[variable].store(value, std::memory_order_relaxed);
-            s_peer->ChangeValue(Variable(variable), value++, IDataPeer::NoFlag);
-            m_done.fetch_add(1, std::memory_order_release);
-        }
-    }
-
-    std::atomic<qint64> m_granted{0};
-    std::atomic<qint64> m_taken{0};
-    std::atomic<qint64> m_done{0};
-    std::atomic<bool> m_end{false};
-    std::atomic<int> m_lastValues[VariableCount] = {};
-    std::vector<std::thread> m_threads; ///< Last, since they use the rest.
 };
 
 /// Runs the same in several threads until its end.
@@ -240,7 +181,7 @@ int main(int argc, char* argv[])
     qint64 evaluations = 0;
     {
         Form forms[FormCount];
-        Writers writers;
+        Writers writers(&peer);
         Interpreter interpreter(&peer, nullptr, nullptr);
         Others parsers(4, ParsesRightly);
         Others interpreters(2, [&] { return InterpretsRightly(&interpreter); });

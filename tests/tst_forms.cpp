@@ -31,6 +31,8 @@ private Q_SLOTS:
     void Diamond();
     void Evaluated();
     void Formats();
+    void Hostile_data();
+    void Hostile();
 };
 
 /// Rows «widget, marked property = statement => told; value shown», with the variables a = 5, t = 'text',
@@ -453,6 +455,66 @@ void FormsTest::Formats()
     label->setProperty("text_format", "{:s}");
     form.Turn();
     QCOMPARE(label->text() + "; " + form.Told(), QString("1234567; w: Evaluation ~text -1+0"));
+}
+
+/// Messages stay short, and show no control characters, whatever the form and the data hold.
+void FormsTest::Hostile_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<QString>("property");
+    QTest::addColumn<QString>("statement");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("expected");
+    const QString longText = QString("a\n").repeated(1000000);
+    const QVariantList longList = QVector<QVariant>(TEST_LONGEST, 7).toList();
+    const QVariantMap map = {{"a", 1}};
+    const auto row = [](const char* name, const char* kind, const QString& property, const QString& statement,
+                        const QVariant& value, const QString& told) {
+        QTest::newRow(name) << QString(kind) << property << statement << value << (told.isEmpty() ? told : ": " + told);
+    };
+    row("list as items", "combo", "~items", "v", longList, "NotTaken ~items -1+0");
+    row("map as items", "combo", "~items", "v", map, "NotTaken ~items -1+0");
+    row("list as number", "slider", "_value", "v", longList, "NotTaken _value -1+0");
+    row("list as text", "label", "~text", "v", longList, "NotTaken ~text -1+0");
+    row("map as text", "label", "~text", "v", map, "NotTaken ~text -1+0");
+    row("text as number", "slider", "~value", "v", longText, "NotTaken ~value -1+0");
+    row("long text", "edit", "~toolTip", "v", longText, "");
+    row("image", "label", "~pixmap", "v", longText, "NotTaken ~pixmap -1+0");
+    row("key", "label", "~text", "v['" + longText + "']", map, "NoValue ~text -1+0");
+    row("long statement", "label", "~text", "v " + longText, 1, "LeftOver ~text 2+1");
+    row("long path", "label", "~text", "@Widget\\" + QString("a").repeated(1000000) + ":text", 1,
+        "UnknownObject ~text 0+1000013");
+    row("empty path", "label", "~text", "@TopWidget\\:text", 1, "NoValue ~text -1+0");
+    row("control characters", "label", "~a\n\x01\x7f", "v", 1, "UnknownProperty ~a\n\x01\x7f -1+0");
+    row("long property", "label", "~" + longText, "v", 1, "UnknownProperty ~" + longText + " -1+0");
+    row("blank", "label", "~ ", "v", 1, "UnknownProperty ~  -1+0");
+    row("marker alone", "label", "_", "v", 1, "NotAStatement _ -1+0");
+    row("half an entry", "label", "~a[", "v", 1, "UnknownProperty ~a[ -1+0");
+}
+
+void FormsTest::Hostile()
+{
+    QFETCH(QString, kind);
+    QFETCH(QString, property);
+    QFETCH(QString, statement);
+    QFETCH(QVariant, value);
+    QFETCH(QString, expected);
+    Form form;
+    form.m_peer.Set("v", value);
+    QWidget* const widget = NewWidget(kind, &form.m_form);
+    form.m_binding->Bind(widget, property, statement);
+    QVERIFY2(form.Told() == expected, qPrintable(form.Problems().left(200)));
+    for (const FormProblem& problem : form.m_binding->Problems()) {
+        const QString& message = problem.message;
+        const auto isPrint = [](QChar character) { return character.isPrint(); };
+        QVERIFY2(message.size() < 5000, qPrintable(message.left(1000)));
+        QVERIFY2(std::all_of(message.begin(), message.end(), isPrint), qPrintable(message));
+    }
+    form.m_peer.Set("v", QVariant());
+    form.Turn();
+    form.m_binding->Save();
+    form.m_binding->Unbind();
+    QCOMPARE(form.m_peer.m_observers.count(), 0);
 }
 
 QTEST_MAIN(FormsTest)

@@ -225,9 +225,11 @@ void FormDeliveryTest::Destruction_data()
     QTest::addColumn<QString>("signal");
     QTest::addColumn<QString>("operation");
     QTest::addColumn<QString>("destruction");
-    for (const char* signal : {"ProblemFound", "Edits", "Saved", "valueChanged", "textChanged", "peer"}) {
-        for (const char* operation : {"bind", "data", "edit", "save", "revert", "update", "bind one", "language"}) {
-            for (const char* destruction : {"binding", "form", "widget", "reader", "unbind", "rebind", "update"})
+    for (const char* signal : {"ProblemFound", "Edits", "Saved", "valueChanged", "textChanged", "slider", "peer"}) {
+        for (const char* operation :
+             {"bind", "data", "edit", "leave", "save", "revert", "update", "bind one", "unbind", "language"}) {
+            for (const char* destruction :
+                 {"binding", "form", "page", "widget", "slider", "reader", "unbind", "rebind", "update"})
                 QTest::addRow("%s %s %s", signal, operation, destruction) << signal << operation << destruction;
         }
     }
@@ -264,6 +266,10 @@ void FormDeliveryTest::Destruction()
     QPointer<QLineEdit> edit = new QLineEdit(form);
     edit->setProperty("_text", "@TopWidget\\spin:value");
     edit->setProperty("~toolTip", "missing");
+    QPointer<QWidget> page = new QWidget(form);
+    QPointer<QSlider> slider = new QSlider(page);
+    slider->setProperty("_value", "v");
+    slider->setProperty("~maximum", "@TopWidget\\spin:value * 2");
     peer.Set("v", 500);
 
     int depth = 0;
@@ -274,6 +280,10 @@ void FormDeliveryTest::Destruction()
             delete binding;
         else if (destruction == "form" && !signal.endsWith("Changed")) // Qt's own code goes on in these widgets.
             delete form;
+        else if (destruction == "page")
+            delete page;
+        else if (destruction == "slider")
+            delete slider;
         else if (destruction == "widget")
             delete spin;
         else if (destruction == "reader" && signal != "textChanged")
@@ -292,22 +302,30 @@ void FormDeliveryTest::Destruction()
         connect(edit.data(), &QLineEdit::textChanged, [&] { signal == "textChanged" ? interrupt() : void(); });
         connect(spin.data(), QOverload<int>::of(&QSpinBox::valueChanged),
                 [&] { signal == "valueChanged" && destruction != "widget" ? interrupt() : void(); });
+        connect(slider.data(), &QSlider::valueChanged, [&] { signal == "slider" ? interrupt() : void(); });
         peer.m_called = [&] { signal == "peer" ? interrupt() : void(); };
+    };
+    const auto leave = [&] {
+        binding->SetSavePolicy(FormBinding::SaveOnEditingFinished);
+        QCoreApplication::sendEvent(slider, std::make_unique<QFocusEvent>(QEvent::FocusOut).get());
     };
     if (operation == "bind")
         connectSlots();
     binding->Bind();
-    if (!binding || !form || !spin || !edit)
+    if (!binding || !form || !spin || !edit || !slider)
         return peer.m_called = [] {}, void(delete binding), delete form;
     if (operation != "bind") {
         spin->setValue(operation == "data" ? spin->value() : 7);
         edit->setText("8");
+        slider->setValue(6);
         connectSlots();
     }
     if (operation == "data")
         peer.Set("v", 12);
     else if (operation == "edit")
-        spin->setValue(9);
+        spin->setValue(9), slider ? slider->setValue(9) : void();
+    else if (operation == "leave")
+        leave();
     else if (operation == "save")
         binding->Save();
     else if (operation == "revert")
@@ -316,6 +334,8 @@ void FormDeliveryTest::Destruction()
         binding->Update();
     else if (operation == "bind one")
         binding->Bind(edit, "~toolTip", "missing + 'x'");
+    else if (operation == "unbind")
+        binding->Unbind(page);
     else if (operation == "language")
         QCoreApplication::sendEvent(form, std::make_unique<QEvent>(QEvent::LanguageChange).get());
     for (int i = 0; i < 3; ++i)

@@ -226,7 +226,7 @@ QVariant ConvertAsBefore(const QVariant& value, int type)
     return QVariant();
 }
 
-bool Convert(QVariant& value, int type)
+bool TryConvert(QVariant& value, int type)
 {
     if (value.userType() == type)
         return true;
@@ -372,6 +372,14 @@ QStringList Capture(const QString& pattern, const QString& text)
     return captured;
 }
 
+bool Convert(QVariant* value, int type)
+{
+    const bool isConverted = TryConvert(*value, type);
+    if (!isConverted)
+        *value = QVariant(QMetaType(type));
+    return isConverted;
+}
+
 bool CanConvert(const QVariant& value, int type)
 {
     const int from = value.userType();
@@ -394,7 +402,7 @@ bool AreEqual(const QVariant& left, const QVariant& right)
     QVariant converted = right;
     if (!CanConvert(converted, kept.userType()))
         qSwap(kept, converted);
-    return Convert(converted, kept.userType()) && AreEqualOfOneType(kept, converted);
+    return TryConvert(converted, kept.userType()) && AreEqualOfOneType(kept, converted);
 }
 
 bool IsNull(const QVariant& value)
@@ -458,7 +466,7 @@ bool WriteProperty(const QMetaProperty& property, QObject* object, const QVarian
     const int type = property.userType();
     if (property.isEnumType())
         converted = EnumerationValue(property, value);
-    else if (type != QMetaType::QVariant && value.isValid() && !Convert(converted, type))
+    else if (type != QMetaType::QVariant && value.isValid() && !TryConvert(converted, type))
         return false;
     return (converted.isValid() || !property.isEnumType()) && property.write(object, converted);
 }

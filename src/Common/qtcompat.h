@@ -37,6 +37,8 @@ QStringList Capture(const QString& pattern, const QString& text);
 
 /// Whether \a value converts to the type with that number, a user type's number included.
 bool CanConvert(const QVariant& value, int type);
+/// Makes \a value one of that type. False, with a default value in it, where it does not convert.
+bool Convert(QVariant* value, int type);
 /// Whether the values are equal, where needed after the right one is converted to the type of the left one
 /// or, if it does not convert, the other way round.
 bool AreEqual(const QVariant& left, const QVariant& right);
@@ -75,6 +77,15 @@ inline QStringList Capture(const QString& pattern, const QString& text)
 {
     QRegExp expression(pattern, Qt::CaseSensitive, QRegExp::RegExp);
     return expression.indexIn(text, 0) < 0 ? QStringList() : expression.capturedTexts();
+}
+
+inline bool Convert(QVariant* value, int type)
+{
+#if QT_VERSION >= 0x050000
+    return value->convert(type);
+#else
+    return value->convert(static_cast<QVariant::Type>(type));
+#endif
 }
 
 inline bool CanConvert(const QVariant& value, int type)
@@ -147,18 +158,6 @@ inline bool IsRegistered(const char* typeName)
 }
 
 #endif
-
-/// Makes \a value one of the type with that number. False, with a default value in it, where it is none.
-inline bool Convert(QVariant* value, int type)
-{
-#if QT_VERSION >= 0x060000
-    return value->convert(QMetaType(type));
-#elif QT_VERSION >= 0x050000
-    return value->convert(type);
-#else
-    return value->convert(static_cast<QVariant::Type>(type));
-#endif
-}
 
 } // namespace QtCompat
 

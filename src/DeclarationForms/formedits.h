@@ -7,7 +7,6 @@
 #include <vector>
 
 class BoundStatement;
-class FormState;
 class QObject;
 
 /// Which properties of a form the user has edited.
@@ -15,8 +14,6 @@ class FormEdits
 {
 public:
     typedef std::vector<std::shared_ptr<BoundStatement>> Statements;
-
-    explicit FormEdits(FormState* state) : m_state(*state) {}
 
     /// Whether a property that holds \a held has been edited, where its statement would show \a target.
     static bool IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target);
@@ -37,7 +34,6 @@ public:
     void AddUnwatched(const std::shared_ptr<BoundStatement>& statement);
 
 private:
-    FormState& m_state;
     int m_count = 0;
     std::vector<std::weak_ptr<BoundStatement>> m_touched;
     std::vector<std::weak_ptr<BoundStatement>> m_unwatched;

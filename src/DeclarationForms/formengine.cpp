@@ -47,7 +47,6 @@ FormEngine::FormEngine(QObject* form, FormBinding* binding)
     : m_binding(binding),
       m_filter(this),
       m_state(form, this, &m_filter, [this] { Deliver(); }),
-      m_edits(&m_state),
       m_delivery(&m_state, &m_edits),
       m_saver(&m_state, &m_edits, &m_delivery),
       m_binder(&m_state, &m_edits, &m_delivery),

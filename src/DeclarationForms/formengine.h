@@ -17,9 +17,9 @@
 #include "DeclarationForms/formtranslation.h"
 
 /// What a FormBinding does. It lives until the last operation that runs has ended.
-class FormEngine : public std::enable_shared_from_this<FormEngine>,
-                   private SignalReceiver::Listener,
-                   private FormFilter::Listener
+class FormEngine final : public std::enable_shared_from_this<FormEngine>,
+                         private SignalReceiver::Listener,
+                         private FormFilter::Listener
 {
 public:
     FormEngine(QObject* form, FormBinding* binding);

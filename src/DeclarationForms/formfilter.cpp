@@ -44,9 +44,7 @@ bool FormFilter::eventFilter(QObject* object, QEvent* event)
         m_listener->OnPropertySet(object, static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName());
         break;
     case QEvent::FocusOut:
-        if (static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason)
-            m_listener->OnLeft(object);
-        break;
+        return static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason && Leave(object);
     case QEvent::LocaleChange:
         m_listener->OnLocaleChange(object);
         break;
@@ -54,6 +52,14 @@ bool FormFilter::eventFilter(QObject* object, QEvent* event)
         break;
     }
     return false;
+}
+
+/// Answers whether the object is gone, destroyed by a slot: nobody else gets the event then.
+bool FormFilter::Leave(QObject* object)
+{
+    const QPointer<QObject> guarded = object;
+    m_listener->OnLeft(object);
+    return !guarded;
 }
 
 void FormFilter::Ancestors::Install(QObject* form)

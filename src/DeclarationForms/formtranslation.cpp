@@ -58,7 +58,8 @@ void FormTranslation::Absorb(const Held& before)
     statement->property->original = held;
     if (before.isEdited) {
         m_delivery.WriteProperty(*statement, before.value);
-        m_edits.Set(statement, true);
+        if (statement->property)
+            m_edits.Set(statement, true);
         return;
     }
     statement->shown = held;

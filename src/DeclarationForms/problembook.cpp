@@ -21,9 +21,13 @@ FormProblem::Severity SeverityOf(FormProblem::Kind kind)
     }
 }
 
+const int LongestPart = 2000; ///< Of a message.
+
 /// Names come from forms, which may hold anything.
 QString Printable(QString text)
 {
+    if (text.length() > LongestPart)
+        text = text.left(LongestPart) + QChar(0x2026);
     for (QChar& character : text) {
         if (!character.isPrint() && !character.isSurrogate())
             character = QLatin1Char('?');
@@ -60,7 +64,8 @@ FormProblem ProblemBook::Make(QObject* object, const QString& property, const QS
     problem.statement = statement;
     problem.position = place.offset;
     problem.length = place.length;
-    problem.message = Printable(QStringLiteral("%1 of %2: %3.").arg(property, DescribeObject(object), reason));
+    problem.message = QStringLiteral("%1 of %2: %3.")
+                          .arg(Printable(property), Printable(DescribeObject(object)), Printable(reason));
     return problem;
 }
 
