@@ -143,7 +143,8 @@ private Q_SLOTS:
         DeclProperty declaration(Spy(value(given.section(", ", 1))), &object, "p");
         MessageCatcher lines;
         QVERIFY(declaration.Update());
-        QTEST(lines.Take().join("|"), "expected");
+        // Qt 6 prints lists of texts by another name.
+        QTEST(lines.Take().join("|").replace("QList(", "("), "expected");
         QCOMPARE(Exact(object.property("p")), Exact(value(given.section(", ", 1))));
     }
 

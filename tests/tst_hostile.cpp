@@ -95,7 +95,7 @@ private Q_SLOTS:
             if (character != '\'' && !character.isSurrogate())
                 all += character;
         }
-        for (uint code = 0x10000; code <= 0x10ffff; ++code)
+        for (char32_t code = 0x10000; code <= 0x10ffff; ++code)
             all += QString::fromUcs4(&code, 1);
         all += QString("%1%2%99") + QChar(0xd800) + QChar(0xdc00) + QChar(0xdc00) + QChar(0xd800);
         QVERIFY(Evaluate("'" + all + "'").value == all);

@@ -34,7 +34,7 @@ int main(int argc, char* argv[])
     binding.SetDefaultPackage("Boat");
     Expect("bound without an error", binding.Bind(), false);
     const QVector<FormProblem> problems = binding.Problems();
-    Expect("problems", problems.count(), 2);
+    Expect("problems", int(problems.count()), 2);
     Expect("the first", int(problems.value(0).kind), int(FormProblem::LeftOver));
     Expect("where", problems.value(0).position, 9);
     Expect("the second", int(problems.value(1).kind), int(FormProblem::NoValue));
@@ -51,6 +51,6 @@ int main(int argc, char* argv[])
     Expect("text before the event loop runs", label->text(), "no tank");
     QCoreApplication::processEvents();
     Expect("text after it", label->text(), "202.0 litres");
-    Expect("problems that are left", binding.Problems().count(), 1);
+    Expect("problems that are left", int(binding.Problems().count()), 1);
     return failures;
 }

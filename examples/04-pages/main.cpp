@@ -45,7 +45,7 @@ int main(int argc, char* argv[])
     binding.Bind(page.data());
     QCoreApplication::processEvents();
     Expect("label with the page", label->text(), "Throttle 30 %");
-    Expect("problems then", binding.Problems().count(), 0);
+    Expect("problems then", int(binding.Problems().count()), 0);
 
     // The label follows the data, and the user's hand as well.
     data->ChangeValue(throttle, 55, IDataPeer::NoFlag);

@@ -38,7 +38,7 @@ int main(int argc, char* argv[])
 
     const QLabel* const greeting = form->findChild<QLabel*>("greeting");
     Expect("bound without an error", isSound, true);
-    Expect("statements", properties.count(), 4);
+    Expect("statements", int(properties.count()), 4);
     Expect("greeting", greeting->text(), "Good morning, Ada!");
 
     form->findChild<QCheckBox*>("awake")->setChecked(false);
