@@ -16,7 +16,7 @@ class Evaluation : private EvaluationListener
 {
 public:
     explicit Evaluation(const BoundStatement& statement);
-    ~Evaluation();
+    ~Evaluation() override;
 
     /// The statement that is being evaluated; null for none.
     static const BoundStatement* Running();
