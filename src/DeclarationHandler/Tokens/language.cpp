@@ -39,10 +39,10 @@ IExpression* NewExistence(IExpression* operand)
     return new ExprExistence(operand);
 }
 
-template<bool value>
+template<bool Value>
 IExpression* NewTruth()
 {
-    return new ExprConstant(value);
+    return new ExprConstant(Value);
 }
 
 // Each kind of row says here what it needs.
