@@ -30,12 +30,14 @@ class DECLARATIONFORMS_EXPORT FormBinding : public QObject
     Q_OBJECT
 
 public:
+    /// When edits go into the data.
     enum SavePolicy
     {
         SaveOnRequest,         ///< By Save() alone.
         SaveOnEditingFinished, ///< When the user leaves or confirms a widget.
         SaveAtOnce             ///< With each change.
     };
+    /// Whose value stays where data change under an edit.
     enum EditPolicy
     {
         KeepEdits, ///< What the user has edited stays until it is saved or reverted.
