@@ -24,7 +24,8 @@ Buttons ButtonsBelow(const QObject* object)
 {
     for (const Qt::FindChildOptions options : {Qt::FindDirectChildrenOnly, Qt::FindChildrenRecursively}) {
         Buttons buttons;
-        for (QRadioButton* const button : object->findChildren<QRadioButton*>(QString(), options)) {
+        const auto below = object->findChildren<QRadioButton*>(QString(), options);
+        for (QRadioButton* const button : below) {
             if (button->property(ValueProperty).isValid())
                 buttons.append(button);
         }

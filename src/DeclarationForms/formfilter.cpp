@@ -74,7 +74,7 @@ void FormFilter::Ancestors::Install(QObject* form)
 
 void FormFilter::Ancestors::Remove()
 {
-    for (const QPointer<QObject>& object : m_objects) {
+    for (const QPointer<QObject>& object : qAsConst(m_objects)) {
         if (object)
             object->removeEventFilter(this);
     }

@@ -119,7 +119,8 @@ QString WithoutBlanks(const QString& text)
 int EndOfPrefix(const QString& text, const QString& prefix)
 {
     int position = 0;
-    for (const QChar expected : WithoutBlanks(prefix)) {
+    const QString wanted = WithoutBlanks(prefix);
+    for (const QChar expected : wanted) {
         while (position < text.length() && text.at(position).isSpace())
             ++position;
         if (position == text.length() || text.at(position++) != expected)

@@ -55,7 +55,8 @@ BoundsTable MakeTable()
 {
     BoundsTable table;
     for (const Row& row : Rows) {
-        for (const QString& bound : Words(row.bounds))
+        const QStringList bounds = Words(row.bounds);
+        for (const QString& bound : bounds)
             table[bound] += Words(row.properties);
     }
     return table;

@@ -21,8 +21,9 @@ bool TakeText(const QJsonValue& value, const QString& key, QString* text, QStrin
 
 bool TakeTexts(const QJsonValue& value, const QString& key, QStringList* texts, QString* error)
 {
-    for (const QJsonValue text : value.toArray())
-        texts->append(text.toString());
+    const QVariantList entries = value.toArray().toVariantList();
+    for (const QVariant& text : entries)
+        texts->append(text.userType() == QMetaType::QString ? text.toString() : QString());
     const bool isGood = value.isArray() && !texts->contains(QString());
     if (!isGood)
         *error = QString("\"%1\" is no list of texts").arg(key);

@@ -159,7 +159,8 @@ QString StatementChecks::HintFor(int token) const
     if (map != reference.name && m_options.variables->Find(package, map))
         return QString("; a member stands behind a blank, in quotes: \"%1 .'%2'\"")
             .arg(map, reference.name.section('.', 1));
-    for (const QString& keyword : StatementTokens::Keywords()) {
+    static const QStringList keywords = StatementTokens::Keywords();
+    for (const QString& keyword : keywords) {
         if (reference.name.startsWith(keyword)
             && m_options.variables->Find(package, reference.name.mid(keyword.size())))
             return QString("; a blank stands behind \"%1\"").arg(keyword);
