@@ -11,7 +11,7 @@
 
 namespace {
 
-AdapterTable MakeTable()
+AdapterTable MakeAdapterTable()
 {
     AdapterTable table;
     ItemAdapters::AddTo(&table);
@@ -50,7 +50,7 @@ const PropertyAdapter* AdapterTable::Find(const QObject* object, const QString& 
 
 AdapterTable& AdapterRegistry::Table()
 {
-    static AdapterTable table = MakeTable();
+    static AdapterTable table = MakeAdapterTable();
     return table;
 }
 

@@ -50,7 +50,7 @@ QAbstractButton* CheckedOf(const Buttons& buttons)
     return nullptr;
 }
 
-QVariant Read(const QObject* object)
+QVariant ReadChecked(const QObject* object)
 {
     const QAbstractButton* const button = CheckedOf(ButtonsOf(object));
     return button ? button->property(ValueProperty) : QVariant();
@@ -70,7 +70,7 @@ void Uncheck(QAbstractButton* button)
 }
 
 /// No value stands for no button.
-bool Write(QObject* object, const QVariant& value)
+bool WriteChecked(QObject* object, const QVariant& value)
 {
     const Buttons buttons = ButtonsOf(object);
     if (!value.isValid()) {
@@ -88,7 +88,7 @@ bool Write(QObject* object, const QVariant& value)
 }
 
 /// Buttons that are added later are not watched.
-void Watch(QObject* object, const std::function<void()>& changed)
+void WatchButtons(QObject* object, const std::function<void()>& changed)
 {
     const Buttons buttons = ButtonsBelow(object);
     for (const QAbstractButton* const button : buttons)
@@ -100,6 +100,6 @@ void Watch(QObject* object, const std::function<void()>& changed)
 void ChoiceAdapters::AddTo(AdapterTable* table)
 {
     table->Add(&QButtonGroup::staticMetaObject, CheckedValue,
-               {Read, Write, SIGNAL(buttonToggled(QAbstractButton*, bool))});
-    table->Add(&QWidget::staticMetaObject, CheckedValue, {Read, Write, QByteArray(), Watch});
+               {ReadChecked, WriteChecked, SIGNAL(buttonToggled(QAbstractButton*, bool))});
+    table->Add(&QWidget::staticMetaObject, CheckedValue, {ReadChecked, WriteChecked, QByteArray(), WatchButtons});
 }

@@ -77,7 +77,7 @@ bool HoldsMap(const QVariantMap& held, const QVariantMap& written, int decimals)
     return true;
 }
 
-bool IsList(const QVariant& value)
+bool IsListType(const QVariant& value)
 {
     return value.userType() == QMetaType::QVariantList || value.userType() == QMetaType::QStringList;
 }
@@ -154,7 +154,7 @@ bool IsLossless(const QVariant& original, const QVariant& converted)
         const double difference = std::abs(original.toDouble() - converted.toDouble());
         return difference <= FloatPrecision * std::abs(original.toDouble());
     }
-    if (from == QMetaType::QString && !IsList(converted))
+    if (from == QMetaType::QString && !IsListType(converted))
         return IsLosslessText(original.toString(), converted);
     QVariant back = converted;
     return QtCompat::Convert(&back, from) && FormValues::AreEqual(back, original);
@@ -205,7 +205,7 @@ bool FormValues::Holds(const QVariant& held, const QVariant& written, int decima
     if (!held.isValid() || !written.isValid())
         return false;
     const int type = held.userType();
-    if (IsList(held) && IsList(written))
+    if (IsListType(held) && IsListType(written))
         return HoldsList(held.toList(), written.toList(), decimals);
     if (type == QMetaType::QVariantMap && written.userType() == type)
         return HoldsMap(held.toMap(), written.toMap(), decimals);
@@ -231,7 +231,7 @@ QString FormValues::Describe(const QVariant& value)
 {
     if (!value.isValid())
         return QStringLiteral("no value");
-    if (IsList(value))
+    if (IsListType(value))
         return QStringLiteral("a list of %1").arg(value.toList().count());
     if (value.userType() == QMetaType::QVariantMap)
         return QStringLiteral("a map of %1").arg(value.toMap().count());

@@ -8,13 +8,13 @@ namespace {
 
 const QLatin1String FormatEnding("_format");
 
-struct Row
+struct BoundsRow
 {
     const char* bounds;
     const char* properties;
 };
 
-const Row Rows[] = {
+const BoundsRow BoundsRows[] = {
     // Spin boxes, sliders, dials, progress bars and displays.
     {"decimals", "minimum maximum singleStep value"},
     {"minimum maximum", "value sliderPosition"},
@@ -51,10 +51,10 @@ QStringList Words(const char* names)
     return QString::fromLatin1(names).split(QLatin1Char(' '));
 }
 
-BoundsTable MakeTable()
+BoundsTable MakeBoundsTable()
 {
     BoundsTable table;
-    for (const Row& row : Rows) {
+    for (const BoundsRow& row : BoundsRows) {
         const QStringList bounds = Words(row.bounds);
         for (const QString& bound : bounds)
             table[bound] += Words(row.properties);
@@ -66,7 +66,7 @@ BoundsTable MakeTable()
 
 bool PropertyOrder::Bounds(const QString& bound, const QString& property)
 {
-    static const BoundsTable table = MakeTable();
+    static const BoundsTable table = MakeBoundsTable();
     const BoundsTable::const_iterator row = table.constFind(bound);
     if (row != table.constEnd() && row->contains(property))
         return true;
