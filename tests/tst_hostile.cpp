@@ -5,6 +5,7 @@
 #include "DataLayer/idatapeerfactory.h"
 #include "DeclarationHandler/interpreter.h"
 #include "DeclarationHandler/iparsingresult.h"
+#include "support/operators.h"
 
 namespace {
 
@@ -50,9 +51,11 @@ private Q_SLOTS:
         };
         for (const char* const token : {"(", "NOT ", "HASVALUE "})
             add(token, "", "", deep);
-        for (const char* const token : {")", "[", "]", ".", "+", "-", "*", "/", "= ", "!=", "<", "<=", ">", ">=", "OR ",
-                                        "AND ", "XOR ", "NOR ", "NAND "})
+        for (const char* const token : {")", "[", "]", "."})
             add(token, "", "", unknown);
+        const QStringList operators = BinaryOperators();
+        for (const QString& token : operators)
+            add(qPrintable(token + (token == "=" || Language::FindWord(token) ? " " : "")), "", "", unknown);
         for (const char* const token : {"x ", "7 ", "''", "\"\"", "@p:x ", "TRUE ", "FALSE "})
             add(token, "", "", "Did not expect token: \"" + QString(token).trimmed() + "\".");
         add("- x ", "x", "", deep);
@@ -89,8 +92,8 @@ private Q_SLOTS:
         for (uint code = 0; code <= 0xffff; ++code) {
             const QChar character(code);
             const QString alone = Evaluate("a - a" + QString(character)).messages.join("|");
-            const bool expected
-                = character.isLetterOrNumber() || character.isSpace() || QString("_.()[]+-*/=<>").contains(character);
+            const bool expected = character.isLetterOrNumber() || character.isSpace() || character == '_'
+                || Language::FindChar(character);
             QVERIFY2(expected || alone == Unrecognised(character), qPrintable(QString::number(code, 16)));
             if (character != '\'' && !character.isSurrogate())
                 all += character;

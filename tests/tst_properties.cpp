@@ -9,6 +9,7 @@
 #include "DeclarationHandler/iexpression.h"
 #include "DeclarationHandler/parser.h"
 #include "support/messagecatcher.h"
+#include "support/operators.h"
 #include "support/recordingdatapeer.h"
 
 namespace {
@@ -74,7 +75,7 @@ private:
 
     void AddExpression(int depth)
     {
-        static const QStringList operators = QString("+ - * / = != < > <= >= OR AND XOR NOR NAND").split(' ');
+        static const QStringList operators = BinaryOperators();
         AddOperand(depth);
         for (int more = depth > 0 ? Pick(3) : 0; more > 0; --more) {
             Add(operators.at(Pick(operators.size())));

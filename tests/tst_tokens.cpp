@@ -26,7 +26,7 @@ QString Describe(const Token& token)
 } // namespace
 
 // Hosts are compiled with these numbers.
-static_assert(Token::TT_IDENTIFIER == 1 && Token::TT_HASVALUE == 29, "A new kind comes last");
+static_assert(Token::TT_IDENTIFIER == 1 && Token::TT_HASVALUE == 29, "A new kind comes last, and stands here then");
 
 class tst_Tokens : public QObject
 {

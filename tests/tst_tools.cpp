@@ -10,6 +10,7 @@
 #include "common/diagnosis.h"
 #include "common/jsondata.h"
 #include "common/nearestname.h"
+#include "support/operators.h"
 
 namespace {
 
@@ -218,9 +219,8 @@ private Q_SLOTS:
     /// The places follow the parser's grammar on their own; they must fit its messages for any text.
     void PlacesOfMessages()
     {
-        const QStringList pieces{
-            "a",   "@TopWidget\\b:c", "'t'",  "1", "-1", "(", ")", "[", "]", ".", "+", "-", "*", "=", "<", "AND", "OR",
-            "NOT", "HASVALUE",        "TRUE", ";"};
+        const QStringList pieces
+            = QString("a @TopWidget\\b:c 't' 1 -1 ( ) [ ] . NOT HASVALUE TRUE ;").split(' ') + BinaryOperators();
         std::mt19937 random(1);
         int messages = 0;
         for (int round = 0; round < 5000; ++round) {

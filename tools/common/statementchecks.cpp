@@ -39,7 +39,7 @@ QString InOtherCase(const QStringList& words, const QString& name)
 bool IsPosition(const StatementToken& literal)
 {
     bool isWhole = false;
-    if (literal.type == Token::TT_NUMBER) {
+    if (literal.IsNumber()) {
         const double number = literal.lexeme.toDouble(&isWhole);
         return isWhole && number >= 0 && number == qRound64(number);
     }
@@ -83,8 +83,7 @@ void StatementChecks::CheckTokens()
 void StatementChecks::CheckMinus(int token)
 {
     const StatementToken& number = m_tokens.at(token);
-    if (token == 0 || number.type != Token::TT_NUMBER || !number.lexeme.startsWith('-')
-        || !EndsOperand(m_tokens.at(token - 1)))
+    if (token == 0 || !number.IsNumber() || !number.lexeme.startsWith('-') || !EndsOperand(m_tokens.at(token - 1)))
         return;
     Report(Check::MinusSign, number.place,
            QString("\"%1\" is a number of its own here; a subtraction has a space behind the minus: \"- %2\"")
@@ -226,7 +225,7 @@ bool StatementChecks::IsNumberSum(const Node& node, const QVector<bool>& sums) c
 {
     const Token::TOKEN_TYPE type = m_tree.TokenOf(node).type;
     if (node.kind == ParsedNode::Operand)
-        return type == Token::TT_NUMBER;
+        return m_tree.TokenOf(node).IsNumber();
     if (node.kind == ParsedNode::Parentheses)
         return sums.at(node.left);
     return node.kind == ParsedNode::Binary && type == Token::TT_PLUS && sums.at(node.left) && sums.at(node.right);

@@ -91,7 +91,7 @@ QVector<Reference> StatementTokens::References(bool properties) const
 
 QString StatementTokens::KindName(const StatementToken& token)
 {
-    if (token.type == Token::TT_NUMBER)
+    if (token.IsNumber())
         return "number";
     if (token.type == Token::TT_VARIABLE)
         return token.reference.IsProperty() ? "widget property" : "variable";

@@ -32,6 +32,8 @@ struct StatementToken
     const Language::Row* row; ///< Of operators, keywords and brackets; else null.
 
     bool HasRole(Language::Role role) const { return row && row->role == role; }
+    /// Whether it is a number that is written out.
+    bool IsNumber() const { return type == Token::TT_NUMBER; }
     /// Whether it is a text between quotes.
     bool IsQuoted() const { return type == Token::TT_SINGLE_QUOTE || type == Token::TT_DOUBLE_QUOTE; }
     /// The text between the quotes.

@@ -331,9 +331,9 @@ void TypeChecks::CheckPosition(const Node& node)
         Report(Check::MissingElement, place,
                QString("There is no element %1: a position is a whole number, counted from 0").arg(text));
     else if (size > 0 && position >= size)
-        Report(
-            Check::MissingElement, place,
-            QString("There is no element %1: the list in the data ends at %2, counted from 0").arg(text).arg(size - 1));
+        Report(Check::MissingElement, place,
+               QString("There is no element %1: the list in the data ends at %2, counted from 0")
+                   .arg(text, QString::number(size - 1)));
 }
 
 void TypeChecks::CheckKey(const Node& node)
@@ -360,7 +360,7 @@ bool TypeChecks::IsOperator(int number, Language::Role role) const
 
 bool TypeChecks::IsNumberLiteral(int number) const
 {
-    return m_nodes.at(number).kind == ParsedNode::Operand && TokenOf(number).type == Token::TT_NUMBER;
+    return m_nodes.at(number).kind == ParsedNode::Operand && TokenOf(number).IsNumber();
 }
 
 bool TypeChecks::IsQuoted(int number) const

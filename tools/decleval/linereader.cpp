@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <editline/readline.h>
+
+#include "DeclarationHandler/Tokens/language.h"
 #endif
 
 #ifdef DECLEVAL_EDITING
@@ -19,6 +21,18 @@ QList<QByteArray>& Words()
 {
     static QList<QByteArray> words;
     return words;
+}
+
+/// What stands between words. References hold "@", ":" and "\", which the library for editing would split at.
+QByteArray Separators()
+{
+    QByteArray separators = " \t'\"";
+    for (int i = 0; i < Language::GetRowCount(); ++i) {
+        const Language::Row& row = Language::GetRow(i);
+        if (!row.IsWord() && row.role != Language::Selector)
+            separators += row.text;
+    }
+    return separators;
 }
 
 /// The next of the words that start with the text, newly allocated; null when there are no more. \a state
@@ -47,9 +61,8 @@ void SetUpEditing(const QStringList& words)
 {
     for (const QString& word : words)
         Words().append(word.toUtf8());
-    // References hold "@", ":" and "\", which the library would split at.
-    static const char separators[] = " \t()[]+-*/=<>!'\"";
-    rl_basic_word_break_characters = separators;
+    static const QByteArray separators = Separators();
+    rl_basic_word_break_characters = separators.constData();
     rl_attempted_completion_function = Complete;
     using_history();
 }

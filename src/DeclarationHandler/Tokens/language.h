@@ -35,7 +35,7 @@ public:
         Logical = 1,        ///< The logic operators.
         Comparison = 2,     ///< Equality and ordering.
         Additive = 3,       ///< "+" and "-".
-        Multiplicative = 4, ///< "*" and "/".
+        Multiplicative = 4, ///< "*", "/" and their like.
         Prefix = 5,         ///< The prefix operators.
         Opening = 6         ///< "(".
     };
