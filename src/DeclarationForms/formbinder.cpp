@@ -1,6 +1,7 @@
 #include "DeclarationForms/formbinder.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Common/qtcompat.h"
 #include "DataLayer/idatapeerfactory.h"
@@ -112,8 +113,7 @@ bool FormBinder::Check(const MarkedProperty& property, const QString& name, cons
 void FormBinder::Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled)
 {
     m_state.problems.RemoveFailed(property.object, property.name);
-    m_state.replaced.push_back(std::move(statement->compiled));
-    statement->compiled = std::move(*compiled);
+    CompiledStatement replaced = std::exchange(statement->compiled, std::move(*compiled));
     const QString text = property.text.toString();
     if (statement->text != text || statement->marked != property.name)
         statement->problems.clear();
@@ -123,7 +123,9 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
     statement->ReadFormat();
     Attach(statement);
     // After that, so that variables that both read stay subscribed to.
-    Detach(m_state.replaced.back());
+    Detach(replaced);
+    if (replaced.tree)
+        m_state.replaced.push_back(std::move(replaced));
     if (statement->property->isUnknown)
         m_state.problems.Add(statement, FormProblem::UnknownProperty, 0,
                              QStringLiteral("the object has no such property; it becomes a dynamic one"));
