@@ -90,8 +90,10 @@ void FormDelivery::Mark(const Statement& statement)
         std::push_heap(m_queue.begin(), m_queue.end(), ComesLater);
         return;
     }
+    // What waits already has asked for a delivery.
+    if (m_waiting.empty() && !m_isTaking)
+        m_state.gatherer.Schedule();
     m_waiting.push_back(statement);
-    m_state.gatherer.Schedule();
 }
 
 void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundStatement* writer)
@@ -108,6 +110,7 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
 
 void FormDelivery::MarkVariables()
 {
+    const Temporarily<bool> taking(&m_isTaking, true);
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
         for (const FormVariable* const reader : variable->readers)
             Mark(reader->Statement()->property->statement);
@@ -249,9 +252,9 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     }
     m_edits.End(statement);
     statement->isReverting = false;
-    const bool isAsBefore = statement->isShown && FormValues::AreEqual(held, statement->shown)
-        && FormValues::AreEqual(previous, statement->value);
-    if (statement->access.IsRewritten() && isAsBefore)
+    const bool isAsBefore = statement->access.IsRewritten() && statement->isShown
+        && FormValues::AreEqual(held, statement->shown) && FormValues::AreEqual(previous, statement->value);
+    if (isAsBefore)
         return;
     const bool wantsSetting = statement->value.isValid() && statement->access.IsUnsettled(statement->object);
     if (!wantsSetting && (statement->Holds(held, target) || (!target.isValid() && !faults.image.isEmpty()))) {

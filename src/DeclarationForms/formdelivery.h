@@ -75,6 +75,7 @@ private:
     Statements m_waiting;
     Statements m_sorted; ///< Of the delivery that runs, the next one last.
     Statements m_queue;  ///< A heap, of what was marked since it began.
+    bool m_isTaking = false; ///< What is marked now is evaluated by the delivery that begins.
     const BoundStatement* m_writer = nullptr;
 };
 
