@@ -60,6 +60,7 @@ public:
     int rank = 0;         ///< In the order of reading.
     int circle = 0;       ///< Members of a circle have the same number; 0 for none.
     uint writes = 0;      ///< Counts them, so that one notices another inside it.
+    uint changes = 0;     ///< Counts those that are told by others than the statement's own write.
     bool isWritable = false;
     bool isShown = false; ///< Evaluated once.
     bool isEdited = false;

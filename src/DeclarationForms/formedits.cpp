@@ -43,11 +43,13 @@ bool FormEdits::IsEdit(const BoundStatement& statement, const QVariant& held, co
         && !statement.Holds(held, target);
 }
 
-bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement)
+bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement, QVariant* value)
 {
     if (!statement->property || !statement->isWritable || !statement->isShown)
         return false;
     const QVariant held = statement->Read();
+    if (value)
+        *value = held;
     if (!statement->property)
         return false;
     if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))

@@ -227,15 +227,16 @@ void FormEngine::Deliver()
 
 void FormEngine::OnChanged(WatchedProperty* property)
 {
-    const std::shared_ptr<FormEngine> self = shared_from_this();
     const BoundStatement* const writer = m_delivery.Writer();
-    const Statement statement = property->statement;
-    if (writer && writer == statement.get())
+    if (writer && writer == property->statement.get())
         return;
+    const std::shared_ptr<FormEngine> self = shared_from_this();
+    const Statement statement = property->statement;
     m_delivery.MarkReaders(*property, writer);
     const bool isOwn = writer && writer->property && writer->property->owner == property->owner;
     if (!statement)
         return;
+    ++statement->changes;
     statement->access.Mirror(statement->object, statement->name);
     if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);

@@ -1,6 +1,6 @@
 #include "DeclarationForms/formsaver.h"
 
-#include <map>
+#include <algorithm>
 
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/evaluation.h"
@@ -11,22 +11,32 @@
 #include "DeclarationForms/formvalues.h"
 #include "DeclarationForms/watchedproperty.h"
 
+namespace {
+
+bool ComesBefore(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
+{
+    return left->place < right->place;
+}
+
+} // namespace
+
 FormSaveResult FormSaver::Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant)
 {
     const FormState::Guard guard(&m_state);
     FormSaveResult result;
-    std::map<int, std::shared_ptr<BoundStatement>> waiting;
-    for (const std::shared_ptr<BoundStatement>& statement : statements)
-        waiting.emplace(statement->place, statement);
-    while (!waiting.empty() && !m_state.isClosed) {
-        const std::shared_ptr<BoundStatement> statement = waiting.begin()->second;
-        waiting.erase(waiting.begin());
+    Statements waiting = statements;
+    std::sort(waiting.begin(), waiting.end(), ComesBefore);
+    for (std::size_t next = 0; next < waiting.size() && !m_state.isClosed; ++next) {
+        const std::shared_ptr<BoundStatement> statement = waiting[next];
         Statements written;
         if (SaveOne(statement, &result, &written))
             ++result.saved;
         for (const std::shared_ptr<BoundStatement>& edited : written) {
-            if (edited->property && edited->place > statement->place && isMeant(edited->object))
-                waiting.emplace(edited->place, edited);
+            if (!edited->property || edited->place <= statement->place || !isMeant(edited->object))
+                continue;
+            const auto place = std::lower_bound(waiting.begin() + next + 1, waiting.end(), edited, ComesBefore);
+            if (place == waiting.end() || *place != edited)
+                waiting.insert(place, edited);
         }
     }
     return result;
@@ -34,14 +44,13 @@ FormSaveResult FormSaver::Save(const Statements& statements, const std::function
 
 bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSaveResult* result, Statements* written)
 {
-    if (!m_edits.Refresh(statement)) {
+    QVariant held;
+    if (!m_edits.Refresh(statement, &held)) {
         statement->isTouched = false;
         return false;
     }
-    const QVariant held = statement->Read();
     Refusal refusal;
-    if (!statement->property)
-        return false;
+    const uint changes = statement->changes + statement->writes;
     if (!Store(statement, held, &refusal, written)) {
         Refuse(statement, held, refusal, result);
         return false;
@@ -51,7 +60,8 @@ bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSa
     // What happened meanwhile to the property may be an edit again.
     statement->shown = held;
     m_edits.End(statement);
-    m_edits.Refresh(statement);
+    if (!statement->property->hasNotifier || statement->changes + statement->writes != changes)
+        m_edits.Refresh(statement);
     m_delivery.Mark(statement);
     return true;
 }
