@@ -32,6 +32,7 @@ FormSaveResult FormSaver::Save(const Statements& statements, const std::function
         if (SaveOne(statement, &result, &written))
             ++result.saved;
         for (const std::shared_ptr<BoundStatement>& edited : written) {
+            TellReaders(*edited);
             if (!edited->property || edited->place <= statement->place || !isMeant(edited->object))
                 continue;
             const auto place = std::lower_bound(waiting.begin() + next + 1, waiting.end(), edited, ComesBefore);
@@ -62,8 +63,16 @@ bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSa
     m_edits.End(statement);
     if (!statement->property->hasNotifier || statement->changes + statement->writes != changes)
         m_edits.Refresh(statement);
+    TellReaders(*statement);
     m_delivery.Mark(statement);
     return true;
+}
+
+/// The property holds another value, and may have no signal that tells.
+void FormSaver::TellReaders(const BoundStatement& statement)
+{
+    if (statement.property && !statement.property->hasNotifier)
+        m_delivery.MarkReaders(*statement.property, m_delivery.Writer());
 }
 
 bool FormSaver::Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,

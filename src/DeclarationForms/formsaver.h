@@ -48,6 +48,7 @@ private:
     };
 
     bool SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSaveResult* result, Statements* written);
+    void TellReaders(const BoundStatement& statement);
     bool Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,
                Statements* written);
     static bool Convert(const BoundStatement& statement, const QVariant& held, QVariant* value, Refusal* refusal);
