@@ -115,9 +115,9 @@ bool FormSaver::Convert(const BoundStatement& statement, const QVariant& held, Q
     }
     if (FormValues::ConvertWithoutLoss(entered, present.userType(), value))
         return true;
-    *refusal = {
-        Refusal::NoConversion,
-        QStringLiteral("%1 cannot be saved as %2").arg(FormValues::Describe(entered), FormValues::TypeName(present))};
+    *refusal = {Refusal::NoConversion,
+                QStringLiteral("%1 cannot be saved as %2")
+                    .arg(FormValues::Describe(entered), FormValues::DescribeType(present))};
     return false;
 }
 

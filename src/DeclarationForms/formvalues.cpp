@@ -239,12 +239,37 @@ QString FormValues::Describe(const QVariant& value)
     if (IsNumber(value.userType()) || value.userType() == QMetaType::Bool)
         return text;
     if (!value.canConvert<QString>())
-        return QStringLiteral("a %1").arg(TypeName(value));
+        return DescribeType(value);
     const bool isLong = text.length() > LongestText;
     return QStringLiteral("\"%1\"").arg(isLong ? text.left(LongestText) + QChar(0x2026) : text);
 }
 
-QString FormValues::TypeName(const QVariant& value)
+QString FormValues::DescribeType(const QVariant& value)
 {
-    return QString::fromLatin1(value.typeName());
+    const int type = value.userType();
+    if (IsNumber(type))
+        return IsInteger(type) ? QStringLiteral("an integer") : QStringLiteral("a number");
+    switch (type) {
+    case QMetaType::Bool:
+        return QStringLiteral("a truth value");
+    case QMetaType::QString:
+        return QStringLiteral("a text");
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+        return QStringLiteral("a list");
+    case QMetaType::QVariantMap:
+        return QStringLiteral("a map");
+    case QMetaType::QDate:
+        return QStringLiteral("a date");
+    case QMetaType::QTime:
+        return QStringLiteral("a time");
+    case QMetaType::QDateTime:
+        return QStringLiteral("a date with a time");
+    case QMetaType::QPixmap:
+    case QMetaType::QImage:
+    case QMetaType::QIcon:
+        return QStringLiteral("an image");
+    default:
+        return QStringLiteral("a %1").arg(QString::fromLatin1(value.typeName()));
+    }
 }

@@ -21,8 +21,8 @@ bool ConvertWithoutLoss(const QVariant& value, int type, QVariant* result);
 /// The value for a message: short, with a text in quotes.
 QString Describe(const QVariant& value);
 
-/// The name of a type for a message.
-QString TypeName(const QVariant& value);
+/// The type of the value for a message, in the words of the language where it has some: "an integer".
+QString DescribeType(const QVariant& value);
 
 } // namespace FormValues
 
