@@ -8,8 +8,8 @@
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/watchedproperty.h"
 
-BoundStatement::BoundStatement(WatchedProperty* boundProperty)
-    : object(boundProperty->owner->object), property(boundProperty), name(boundProperty->name), access(object, name)
+BoundStatement::BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess)
+    : object(boundProperty->owner->object), property(boundProperty), access(propertyAccess), name(boundProperty->name)
 {
 }
 
@@ -20,7 +20,7 @@ QVariant BoundStatement::Target(Faults* faults) const
         faults = &unused;
     if (!value.isValid())
         return property ? property->original : QVariant();
-    if (access.TakesImagePath(value))
+    if (access->TakesImagePath(value))
         return BoundAccess::LoadImage(value.toString(), &faults->image);
     QString text;
     if (format && NumberFormat::IsNumber(value) && format->Apply(value, Locale(), &text, &faults->format))

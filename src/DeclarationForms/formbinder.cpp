@@ -70,16 +70,20 @@ bool FormBinder::Bind(const MarkedProperty& property)
         return true;
     }
     const QString name = PropertyInfo::ToNormal(property.name);
-    const PropertyShape shape(property.object, name);
-    if (!Check(property, name, shape))
+    if (!Check(property, name))
         return false;
+    const Access access = m_state.objects.Access(property.object, name);
+    if (!access->IsWritable()) {
+        m_state.objects.ForgetAccesses();
+        return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
+    }
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
     IDataPeer* const peer = m_state.peer ? m_state.peer : DefaultPeer();
     const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
     if (!m_compiler.Compile(property.text.toString(), peer, m_state.package, isReadOnly, &compiled, &fault))
         return Fail(property, fault.kind, fault.reason, fault.place);
-    Install(property, Prepare(property, name, shape), &compiled);
+    Install(property, Prepare(property, name, access), &compiled);
     return true;
 }
 
@@ -97,7 +101,7 @@ bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, co
 }
 
 /// Whether the declaration could be bound, whatever its statement.
-bool FormBinder::Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape)
+bool FormBinder::Check(const MarkedProperty& property, const QString& name)
 {
     if (!property.object)
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("there is no object to bind"));
@@ -105,8 +109,6 @@ bool FormBinder::Check(const MarkedProperty& property, const QString& name, cons
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("the name is not one behind a marker"));
     if (!IsText(property.text))
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("what it holds is no text"));
-    if (!shape.IsWritable())
-        return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
     return true;
 }
 
@@ -137,15 +139,14 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
 }
 
 /// The statement of the property, which is bound from now on.
-FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name,
-                                          const PropertyShape& shape)
+FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name, const Access& access)
 {
     WatchedProperty* const watched = m_state.objects.Get(property.object, name);
     if (watched->statement)
         return watched->statement;
-    const Statement statement = std::make_shared<BoundStatement>(watched);
+    const Statement statement = std::make_shared<BoundStatement>(watched, access);
     if (!watched->wasBound) {
-        watched->isUnknown = !shape.Exists();
+        watched->isUnknown = !access->Exists(property.object, name);
         watched->original = statement->Read();
         watched->wasBound = true;
     }
@@ -153,18 +154,18 @@ FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const 
     watched->statement = statement;
     m_state.statements.push_back(statement);
     m_state.objects.CountBound(watched->owner, 1);
-    Watch(watched, shape);
+    Watch(watched, *access);
     m_delivery.MarkReaders(*watched, nullptr);
     return statement;
 }
 
-void FormBinder::Watch(WatchedProperty* property, const PropertyShape& shape)
+void FormBinder::Watch(WatchedProperty* property, const BoundAccess& access)
 {
     if (property->slot >= 0 || property->isWatched)
         return;
     QObject* const object = property->owner->object;
-    property->slot = m_state.receiver.WatchChanges(property, shape.NotifySignal());
-    const PropertyAdapter* const adapter = shape.Adapter();
+    property->slot = m_state.receiver.WatchChanges(property, access.NotifySignal());
+    const PropertyAdapter* const adapter = access.Adapter();
     if (property->slot < 0 && adapter && adapter->watch) {
         property->isWatched = true;
         const QPointer<QObject> guarded = object;
@@ -235,8 +236,8 @@ bool FormBinder::Resolve(const Statement& statement)
         if (!object)
             continue;
         WatchedProperty* const property = m_state.objects.Get(object, name);
-        FormObjects::AddReader(property, reference);
-        Watch(property, PropertyShape(object, name));
+        m_state.objects.AddReader(property, reference);
+        Watch(property, *m_state.objects.Access(object, name));
     }
     TellPaths(statement);
     if (hasUnresolved)

@@ -15,11 +15,11 @@
 #include "DeclarationForms/statementcompiler.h"
 #include "DeclarationForms/widgetpaths.h"
 
+class BoundAccess;
 class BoundStatement;
 class FormDelivery;
 class FormEdits;
 class FormState;
-class PropertyShape;
 struct MarkedProperty;
 struct WatchedObject;
 struct WatchedProperty;
@@ -48,12 +48,14 @@ public:
     void ResolveAgain(const QString& name = QString());
 
 private:
+    typedef std::shared_ptr<const BoundAccess> Access;
+
     bool Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
               const TextPlace& place = TextPlace(-1, 0));
-    bool Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
-    Statement Prepare(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
+    bool Check(const MarkedProperty& property, const QString& name);
+    Statement Prepare(const MarkedProperty& property, const QString& name, const Access& access);
     void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled);
-    void Watch(WatchedProperty* property, const PropertyShape& shape);
+    void Watch(WatchedProperty* property, const BoundAccess& access);
     void Unwatch(WatchedProperty* property);
     void PutConstant(QObject* object, const QString& map, const QString& key, const QString& value);
 

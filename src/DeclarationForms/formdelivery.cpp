@@ -252,11 +252,11 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     }
     m_edits.End(statement);
     statement->isReverting = false;
-    const bool isAsBefore = statement->access.IsRewritten() && statement->isShown
+    const bool isAsBefore = statement->access->IsRewritten() && statement->isShown
         && FormValues::AreEqual(held, statement->shown) && FormValues::AreEqual(previous, statement->value);
     if (isAsBefore)
         return;
-    const bool wantsSetting = statement->value.isValid() && statement->access.IsUnsettled(statement->object);
+    const bool wantsSetting = statement->value.isValid() && statement->access->IsUnsettled(statement->object);
     if (!wantsSetting && (statement->Holds(held, target) || (!target.isValid() && !faults.image.isEmpty()))) {
         statement->shown = held;
         statement->isShown = true;
@@ -285,7 +285,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
     Settle(siblings, *statement, hasChanged);
     if (!statement->property || statement->writes != number)
         return;
-    if (!statement->access.IsRewritten() && !IsOfUnknownKind(statement->shown))
+    if (!statement->access->IsRewritten() && !IsOfUnknownKind(statement->shown))
         isTaken = statement->Holds(statement->shown, target);
     TellTaken(statement, target, isTaken || !statement->value.isValid(), QString());
 }
@@ -293,7 +293,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
 bool FormDelivery::WriteProperty(const BoundStatement& statement, const QVariant& target)
 {
     const Temporarily<const BoundStatement*> writer(&m_writer, &statement);
-    return statement.access.Write(statement.object, statement.name, target);
+    return statement.access->Write(statement.object, statement.name, target);
 }
 
 /// Where a bound has changed, or has not caught up.

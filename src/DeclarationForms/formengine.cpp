@@ -237,7 +237,7 @@ void FormEngine::OnChanged(WatchedProperty* property)
     if (!statement)
         return;
     ++statement->changes;
-    statement->access.Mirror(statement->object, statement->name);
+    statement->access->Mirror(statement->object, statement->name);
     if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);
 }
