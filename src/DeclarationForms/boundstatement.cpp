@@ -8,6 +8,12 @@
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/watchedproperty.h"
 
+namespace {
+
+const char* const FormatSuffix = "_format";
+
+} // namespace
+
 BoundStatement::BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess)
     : object(boundProperty->owner->object), property(boundProperty), access(propertyAccess), name(boundProperty->name)
 {
@@ -30,11 +36,13 @@ QVariant BoundStatement::Target(Faults* faults) const
 
 void BoundStatement::ReadFormat()
 {
-    const QByteArray formatName = QtCompat::ToAscii(name) + "_format";
     QString text;
     // Most objects have few dynamic properties, and their classes many others.
-    if (object->dynamicPropertyNames().contains(formatName))
-        text = object->property(formatName).toString();
+    const QList<QByteArray> names = object->dynamicPropertyNames();
+    for (const QByteArray& formatName : names) {
+        if (formatName.endsWith(FormatSuffix) && formatName == QtCompat::ToAscii(name) + FormatSuffix)
+            text = object->property(formatName).toString();
+    }
     const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);
     format.reset(takesText ? new NumberFormat(text) : nullptr);
 }

@@ -47,7 +47,7 @@ bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
         if (property.object != object)
             names.clear();
         object = property.object;
-        const QString name = PropertyInfo::ToNormal(property.name);
+        const QString name = NormalName(property.name);
         const bool isDuplicate = names.contains(name);
         names.insert(name);
         if (isDuplicate)
@@ -57,6 +57,16 @@ bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
     ResolveAgain();
     m_paths.Clear();
     return hasNoError;
+}
+
+/// The name without its marker. Neighbours in a form are often marked alike.
+QString FormBinder::NormalName(const QString& marked)
+{
+    if (marked != m_lastMarked) {
+        m_lastMarked = m_state.objects.Share(marked);
+        m_lastNormal = m_state.objects.Share(PropertyInfo::ToNormal(marked));
+    }
+    return m_lastNormal;
 }
 
 bool FormBinder::Bind(const MarkedProperty& property)
@@ -69,7 +79,7 @@ bool FormBinder::Bind(const MarkedProperty& property)
         m_state.problems.RemoveFailed(property.object, property.name);
         return true;
     }
-    const QString name = PropertyInfo::ToNormal(property.name);
+    const QString name = NormalName(property.name);
     if (!Check(property, name))
         return false;
     const Access access = m_state.objects.Access(property.object, name);

@@ -59,6 +59,7 @@ private:
     void Unwatch(WatchedProperty* property);
     void PutConstant(QObject* object, const QString& map, const QString& key, const QString& value);
 
+    QString NormalName(const QString& marked);
     void Attach(const Statement& statement);
     void Detach(const CompiledStatement& compiled);
     void NoteUnresolved(const Statement& statement);
@@ -70,6 +71,8 @@ private:
     FormDelivery& m_delivery;
     StatementCompiler m_compiler;
     WidgetPaths m_paths;
+    QString m_lastMarked; ///< As NormalName() was asked for last, and what it answered.
+    QString m_lastNormal;
     std::vector<std::weak_ptr<BoundStatement>> m_unresolved; ///< Those with a path that leads nowhere.
 };
 
