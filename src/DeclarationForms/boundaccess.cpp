@@ -24,6 +24,12 @@ int IndexOf(const QObject* object, const QString& name)
     return object->metaObject()->indexOfProperty(QtCompat::ToAscii(name));
 }
 
+/// Of a value that is a double.
+double Number(const QVariant& value)
+{
+    return *static_cast<const double*>(value.constData());
+}
+
 int DecimalsOf(const QObject* object)
 {
     bool isNumber = false;
@@ -106,10 +112,13 @@ void BoundAccess::Mirror(QObject* object, const QString& name) const
 
 bool BoundAccess::Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const
 {
-    if (FormValues::Holds(held, written))
+    const bool isFraction = held.userType() == QMetaType::Double;
+    // What most numbers are, without a detour.
+    const bool areFractions = isFraction && written.userType() == QMetaType::Double;
+    if (areFractions ? FormValues::AreEqualFractions(Number(held), Number(written)) : FormValues::Holds(held, written))
         return true;
-    if (held.userType() == QMetaType::Double) {
-        const bool isNear = std::abs(held.toDouble() - written.toDouble()) < LargestRounding;
+    if (isFraction) {
+        const bool isNear = std::abs(Number(held) - written.toDouble()) < LargestRounding;
         return isNear && FormValues::Holds(held, written, DecimalsOf(object));
     }
     // A text is no enumerator, whose property holds a number.

@@ -82,11 +82,6 @@ bool IsListType(const QVariant& value)
     return value.userType() == QMetaType::QVariantList || value.userType() == QMetaType::QStringList;
 }
 
-bool AreEqualFractions(double left, double right)
-{
-    return left == right || (std::isnan(left) && std::isnan(right));
-}
-
 bool HoldsFraction(const QVariant& held, const QVariant& written, int decimals)
 {
     bool isNumber = false;
@@ -94,9 +89,9 @@ bool HoldsFraction(const QVariant& held, const QVariant& written, int decimals)
     if (!isNumber)
         return false;
     if (held.userType() == QMetaType::Float)
-        return AreEqualFractions(held.toFloat(), static_cast<float>(number));
+        return FormValues::AreEqualFractions(held.toFloat(), static_cast<float>(number));
     // As spin boxes round.
-    return AreEqualFractions(held.toDouble(), number)
+    return FormValues::AreEqualFractions(held.toDouble(), number)
         || (decimals >= 0 && held.toDouble() == QString::number(number, 'f', decimals).toDouble());
 }
 
@@ -161,6 +156,11 @@ bool IsLossless(const QVariant& original, const QVariant& converted)
 }
 
 } // namespace
+
+bool FormValues::AreEqualFractions(double left, double right)
+{
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
 
 bool FormValues::AreEqual(const QVariant& left, const QVariant& right)
 {

@@ -11,6 +11,9 @@ namespace FormValues {
 /// it knows images.
 bool AreEqual(const QVariant& left, const QVariant& right);
 
+/// As numbers are compared: what is no number equals itself.
+bool AreEqualFractions(double left, double right);
+
 /// Whether a property that holds \a held has taken \a written: equal after conversion to the type that it
 /// holds, or, with \a decimals of 0 and above, once rounded to as many.
 bool Holds(const QVariant& held, const QVariant& written, int decimals = -1);
