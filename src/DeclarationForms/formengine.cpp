@@ -304,6 +304,8 @@ void FormEngine::SaveFinished(QObject* object)
             && SavePolicies::Of(statement->object, m_state.savePolicy) != FormBinding::SaveOnRequest)
             edited.push_back(statement);
     }
+    std::sort(edited.begin(), edited.end(),
+              [](const Statement& left, const Statement& right) { return left->place < right->place; });
     if (!edited.empty())
         SaveByPolicy(edited);
     Tell();

@@ -25,7 +25,6 @@ FormSaveResult FormSaver::Save(const Statements& statements, const std::function
     const FormState::Guard guard(&m_state);
     FormSaveResult result;
     Statements waiting = statements;
-    std::sort(waiting.begin(), waiting.end(), ComesBefore);
     for (std::size_t next = 0; next < waiting.size() && !m_state.isClosed; ++next) {
         const std::shared_ptr<BoundStatement> statement = waiting[next];
         Statements written;
