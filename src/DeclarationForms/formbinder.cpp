@@ -63,8 +63,8 @@ bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
 QString FormBinder::NormalName(const QString& marked)
 {
     if (marked != m_lastMarked) {
-        m_lastMarked = m_state.objects.Share(marked);
-        m_lastNormal = m_state.objects.Share(PropertyInfo::ToNormal(marked));
+        m_lastMarked = marked;
+        m_lastNormal = PropertyInfo::ToNormal(marked);
     }
     return m_lastNormal;
 }
@@ -83,10 +83,8 @@ bool FormBinder::Bind(const MarkedProperty& property)
     if (!Check(property, name))
         return false;
     const Access access = m_state.objects.Access(property.object, name);
-    if (!access->IsWritable()) {
-        m_state.objects.ForgetAccesses();
+    if (!access->IsWritable())
         return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
-    }
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
     IDataPeer* const peer = m_state.peer ? m_state.peer : DefaultPeer();
@@ -105,6 +103,8 @@ void FormBinder::TellDuplicate(const MarkedProperty& property)
 bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
                       const TextPlace& place)
 {
+    // Nobody tells when the object is destroyed.
+    m_state.objects.ForgetAccesses();
     m_state.problems.AddFailed(
         ProblemBook::Make(property.object, property.name, property.text.toString(), kind, reason, place));
     return false;

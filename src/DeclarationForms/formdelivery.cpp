@@ -57,7 +57,7 @@ inline void Fetch(const void* memory)
 }
 
 const std::size_t LineLength = 64; ///< In bytes, as that of most processors.
-const std::size_t FarAhead = 6;
+const std::size_t FarAhead = 6;    ///< In statements.
 const std::size_t NearAhead = 3;
 
 /// What is evaluated soon, the last one first: a large form does not fit into the caches of a processor.
@@ -65,13 +65,13 @@ void FetchAhead(const std::vector<std::shared_ptr<BoundStatement>>& statements)
 {
     if (statements.size() < FarAhead)
         return;
-    const char* const far = reinterpret_cast<const char*>((statements.end() - FarAhead)->get());
+    const char* const later = reinterpret_cast<const char*>((statements.end() - FarAhead)->get());
     for (std::size_t line = 0; line < sizeof(BoundStatement); line += LineLength)
-        Fetch(far + line);
-    const BoundStatement& near = **(statements.end() - NearAhead);
-    Fetch(near.object);
-    Fetch(near.property);
-    Fetch(near.compiled.tree.get());
+        Fetch(later + line);
+    const BoundStatement& sooner = **(statements.end() - NearAhead);
+    Fetch(sooner.object);
+    Fetch(sooner.property);
+    Fetch(sooner.compiled.tree.get());
 }
 
 TextPlace PlaceOf(const BoundStatement& statement, const IExpression* node)

@@ -50,6 +50,8 @@ bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSa
         return false;
     }
     Refusal refusal;
+    if (!statement->property)
+        return false;
     const uint changes = statement->changes + statement->writes;
     if (!Store(statement, held, &refusal, written)) {
         Refuse(statement, held, refusal, result);

@@ -27,8 +27,8 @@ public:
     {
     }
 
-    /// Those that are edited, given in the order bound. What a save edits in turn is written as well, where it comes later in the order
-    /// bound and \a isMeant is true of its object.
+    /// Those that are edited, given in the order bound. What a save edits in turn is written as well, where it comes
+    /// later in the order bound and \a isMeant is true of its object.
     FormSaveResult Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant);
 
 private:
