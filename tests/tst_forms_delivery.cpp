@@ -21,6 +21,7 @@ private Q_SLOTS:
     void Translation();
     void TranslatedStatements();
     void TranslationIsNoEdit();
+    void TranslationUnbinds();
     void Destruction_data();
     void Destruction();
 };
@@ -216,6 +217,26 @@ void FormDeliveryTest::TranslationIsNoEdit()
     QCOMPARE(label->text(), QString("2"));
     QCOMPARE(form.m_peer.m_writes, 1);
     QCOMPARE(form.Told(), QString());
+    form.m_form.setParent(nullptr);
+}
+
+/// When the edit is put back that the handler of the event wrote over.
+void FormDeliveryTest::TranslationUnbinds()
+{
+    Form form;
+    TranslatedWindow window;
+    window.setCentralWidget(&form.m_form);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"_text", "'data'"}});
+    form.m_binding->Bind();
+    edit->setText("typed");
+    window.m_retranslate = [edit] { edit->setText("plain"); };
+    connect(edit, &QLineEdit::textChanged,
+            [&](const QString& text) { text == "typed" ? form.m_binding->Unbind(edit) : void(); });
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&window, &change);
+    form.Turn();
+    QCOMPARE(edit->text(), QString("typed"));
+    QCOMPARE(form.Told(), QString("edited; not edited"));
     form.m_form.setParent(nullptr);
 }
 

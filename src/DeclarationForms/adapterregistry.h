@@ -31,6 +31,9 @@ public:
     /// Replaces what was added before.
     void Add(const QMetaObject* type, const QString& property, PropertyAdapter adapter);
 
+    /// How many have been added so far.
+    std::size_t Count() const { return m_adapters.size(); }
+
     /// That of the most derived class; null for none.
     const PropertyAdapter* Find(const QObject* object, const QString& property) const;
 

@@ -24,6 +24,12 @@ int IndexOf(const QObject* object, const QString& name)
     return object->metaObject()->indexOfProperty(QtCompat::ToAscii(name));
 }
 
+/// Of a value that is a double.
+double Number(const QVariant& value)
+{
+    return *static_cast<const double*>(value.constData());
+}
+
 int DecimalsOf(const QObject* object)
 {
     bool isNumber = false;
@@ -47,36 +53,27 @@ QVariant EnumeratorOf(const QObject* object, const QString& name, const QString&
 
 } // namespace
 
-PropertyShape::PropertyShape(const QObject* object, const QString& name)
-    : m_object(object),
-      m_name(name),
-      m_index(object ? IndexOf(object, name) : -1),
-      m_adapter(object ? AdapterRegistry::Find(object, name) : nullptr)
-{
-}
-
-bool PropertyShape::Exists() const
-{
-    return m_index >= 0 || m_adapter || m_object->property(QtCompat::ToAscii(m_name)).isValid();
-}
-
-bool PropertyShape::IsWritable() const
-{
-    return m_index < 0 || m_adapter || m_object->metaObject()->property(m_index).isWritable();
-}
-
-int PropertyShape::NotifySignal() const
-{
-    const QMetaObject* const metaObject = m_object->metaObject();
-    // Behind the code that SIGNAL() puts in front.
-    if (m_adapter && !m_adapter->notifySignal.isEmpty())
-        return metaObject->indexOfSignal(QMetaObject::normalizedSignature(m_adapter->notifySignal.constData() + 1));
-    return m_index < 0 ? -1 : metaObject->property(m_index).notifySignalIndex();
-}
-
 BoundAccess::BoundAccess(const QObject* object, const QString& name)
-    : m_access(object, name), m_adapter(AdapterRegistry::Find(object, name)), m_kind(KindOf(object, name))
+    : m_access(object, name),
+      m_adapter(AdapterRegistry::Find(object, name)),
+      m_index(IndexOf(object, name)),
+      m_notifySignal(NotifySignalOf(object->metaObject(), m_index, m_adapter)),
+      m_isWritable(m_index < 0 || m_adapter || object->metaObject()->property(m_index).isWritable()),
+      m_kind(KindOf(object, name))
 {
+}
+
+int BoundAccess::NotifySignalOf(const QMetaObject* metaObject, int index, const PropertyAdapter* adapter)
+{
+    // Behind the code that SIGNAL() puts in front.
+    if (adapter && !adapter->notifySignal.isEmpty())
+        return metaObject->indexOfSignal(QMetaObject::normalizedSignature(adapter->notifySignal.constData() + 1));
+    return index < 0 ? -1 : metaObject->property(index).notifySignalIndex();
+}
+
+bool BoundAccess::Exists(const QObject* object, const QString& name) const
+{
+    return m_index >= 0 || m_adapter || object->property(QtCompat::ToAscii(name)).isValid();
 }
 
 QVariant BoundAccess::Read(const QObject* object, const QString& name) const
@@ -115,10 +112,13 @@ void BoundAccess::Mirror(QObject* object, const QString& name) const
 
 bool BoundAccess::Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const
 {
-    if (FormValues::Holds(held, written))
+    const bool isFraction = held.userType() == QMetaType::Double;
+    // What most numbers are, without a detour.
+    const bool areFractions = isFraction && written.userType() == QMetaType::Double;
+    if (areFractions ? FormValues::AreEqualFractions(Number(held), Number(written)) : FormValues::Holds(held, written))
         return true;
-    if (held.userType() == QMetaType::Double) {
-        const bool isNear = std::abs(held.toDouble() - written.toDouble()) < LargestRounding;
+    if (isFraction) {
+        const bool isNear = std::abs(Number(held) - written.toDouble()) < LargestRounding;
         return isNear && FormValues::Holds(held, written, DecimalsOf(object));
     }
     // A text is no enumerator, whose property holds a number.

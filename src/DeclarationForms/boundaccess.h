@@ -7,37 +7,25 @@
 #include "Common/propertyaccess.h"
 
 class QObject;
+struct QMetaObject;
 struct PropertyAdapter;
 
-/// What an object tells of one of its properties.
-class PropertyShape
-{
-public:
-    /// \a object may be null.
-    PropertyShape(const QObject* object, const QString& name);
-
-    /// Whether the object has the property, declared, dynamic or by an adapter.
-    bool Exists() const;
-    /// Whether it can be written; true for properties that the object does not have yet.
-    bool IsWritable() const;
-    /// The signal that tells of its changes, as an index into the methods of the class; -1 for none.
-    int NotifySignal() const;
-    /// Null for none.
-    const PropertyAdapter* Adapter() const { return m_adapter; }
-
-private:
-    const QObject* m_object;
-    const QString m_name;
-    int m_index; ///< In the class; -1 for none.
-    const PropertyAdapter* m_adapter;
-};
-
-/// How one property of an object is read and written: through the object's class, as a dynamic property, or
-/// through an adapter. "visible" and "enabled" of a widget are its own setting, whatever its parents are.
+/// How one property of the objects of a class is read and written: as the class declares it, as a dynamic property,
+/// or through an adapter. "visible" and "enabled" of a widget are its own setting, whatever its parents are.
 class BoundAccess
 {
 public:
+    /// \a object is one of the class, and not kept.
     BoundAccess(const QObject* object, const QString& name);
+
+    /// Whether the object has the property, declared, dynamic or by an adapter.
+    bool Exists(const QObject* object, const QString& name) const;
+    /// Whether it can be written; true for properties that the objects do not have yet.
+    bool IsWritable() const { return m_isWritable; }
+    /// The signal that tells of its changes, as an index into the methods of the class; -1 for none.
+    int NotifySignal() const { return m_notifySignal; }
+    /// Null for none.
+    const PropertyAdapter* Adapter() const { return m_adapter; }
 
     /// \a name is that given to the constructor, here as everywhere.
     QVariant Read(const QObject* object, const QString& name) const;
@@ -72,10 +60,14 @@ private:
         Markup
     };
 
+    static int NotifySignalOf(const QMetaObject* metaObject, int index, const PropertyAdapter* adapter);
     static Kind KindOf(const QObject* object, const QString& name);
 
     PropertyAccess m_access;
     const PropertyAdapter* m_adapter;
+    int m_index; ///< In the class; -1 for none.
+    int m_notifySignal;
+    bool m_isWritable;
     Kind m_kind;
 };
 

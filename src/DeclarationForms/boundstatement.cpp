@@ -8,8 +8,14 @@
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/watchedproperty.h"
 
-BoundStatement::BoundStatement(WatchedProperty* boundProperty)
-    : object(boundProperty->owner->object), property(boundProperty), name(boundProperty->name), access(object, name)
+namespace {
+
+const char* const FormatSuffix = "_format";
+
+} // namespace
+
+BoundStatement::BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess)
+    : object(boundProperty->owner->object), property(boundProperty), access(propertyAccess), name(boundProperty->name)
 {
 }
 
@@ -20,7 +26,7 @@ QVariant BoundStatement::Target(Faults* faults) const
         faults = &unused;
     if (!value.isValid())
         return property ? property->original : QVariant();
-    if (access.TakesImagePath(value))
+    if (access->TakesImagePath(value))
         return BoundAccess::LoadImage(value.toString(), &faults->image);
     QString text;
     if (format && NumberFormat::IsNumber(value) && format->Apply(value, Locale(), &text, &faults->format))
@@ -30,11 +36,13 @@ QVariant BoundStatement::Target(Faults* faults) const
 
 void BoundStatement::ReadFormat()
 {
-    const QByteArray formatName = QtCompat::ToAscii(name) + "_format";
     QString text;
     // Most objects have few dynamic properties, and their classes many others.
-    if (object->dynamicPropertyNames().contains(formatName))
-        text = object->property(formatName).toString();
+    const QList<QByteArray> names = object->dynamicPropertyNames();
+    for (const QByteArray& formatName : names) {
+        if (formatName.endsWith(FormatSuffix) && formatName == QtCompat::ToAscii(name) + FormatSuffix)
+            text = object->property(formatName).toString();
+    }
     const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);
     format.reset(takesText ? new NumberFormat(text) : nullptr);
 }

@@ -20,7 +20,8 @@ struct WatchedProperty;
 class BoundStatement
 {
 public:
-    explicit BoundStatement(WatchedProperty* boundProperty);
+    /// \a propertyAccess is that of the property.
+    BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess);
 
     /// What the property would hold; the value itself, what Designer gave where there is none, an image for
     /// its path, or the text of a number by the format.
@@ -30,8 +31,8 @@ public:
         QString image;  ///< The target is a null image, or invalid where nothing is to be written.
     };
     QVariant Target(Faults* faults = nullptr) const;
-    QVariant Read() const { return access.Read(object, name); }
-    bool Holds(const QVariant& held, const QVariant& target) const { return access.Holds(object, name, held, target); }
+    QVariant Read() const { return access->Read(object, name); }
+    bool Holds(const QVariant& held, const QVariant& target) const { return access->Holds(object, name, held, target); }
 
     /// Looks for a number format beside the property, if that is a text.
     void ReadFormat();
@@ -41,25 +42,21 @@ public:
     /// Whether it reads that property.
     bool Reads(const WatchedProperty* other) const;
 
+    // What each evaluation looks at stands together: a large form does not fit into the caches.
     QObject* object;           ///< Null once it is destroyed.
     WatchedProperty* property; ///< Null once it is not bound any more.
-    QString name;              ///< Without marker.
-    QString marked;
-    QString text;
+    std::shared_ptr<const BoundAccess> access;
     CompiledStatement compiled;
-    BoundAccess access;
-    std::unique_ptr<NumberFormat> format; ///< Null for none.
-
-    QVariant value;   ///< What the statement gave last.
-    QVariant shown;   ///< What the property held after that.
-    QVariant refused; ///< What the property held when it could not be saved.
+    QVariant value; ///< What the statement gave last.
+    QVariant shown; ///< What the property held after that.
     StandingProblems problems;
+    std::unique_ptr<NumberFormat> format; ///< Null for none.
     quint64 evaluations = 0;
     quint64 delivery = 0; ///< Number of the last one with an evaluation.
-    int place = 0;        ///< In the order bound.
     int rank = 0;         ///< In the order of reading.
     int circle = 0;       ///< Members of a circle have the same number; 0 for none.
     uint writes = 0;      ///< Counts them, so that one notices another inside it.
+    uint changes = 0;     ///< Counts those that are told by others than the statement's own write.
     bool isWritable = false;
     bool isShown = false; ///< Evaluated once.
     bool isEdited = false;
@@ -69,6 +66,12 @@ public:
     bool isReverting = false;  ///< The next evaluation overwrites an edit.
     bool isUnresolved = false; ///< In the list of those with a path that leads nowhere.
     bool isCut = false;        ///< Not taken, with a bound that has not caught up.
+
+    QString name; ///< Without marker.
+    QString marked;
+    QString text;
+    QVariant refused; ///< What the property held when it could not be saved.
+    int place = 0;    ///< In the order bound.
 
 private:
     Q_DISABLE_COPY(BoundStatement)

@@ -4,26 +4,30 @@
 #include <QEvent>
 #include <QTimerEvent>
 
+#include <utility>
+
 #include "DeclarationForms/watchedvariable.h"
 
 ChangeGatherer::ChangeGatherer(std::function<void()> deliver) : m_deliver(std::move(deliver)) {}
 
 void ChangeGatherer::Add(const std::shared_ptr<WatchedVariable>& variable)
 {
+    bool wasScheduled = false;
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_changed.push_back(variable);
+        wasScheduled = std::exchange(m_isScheduled, true);
     }
-    Schedule();
+    if (!wasScheduled)
+        QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
 void ChangeGatherer::Schedule()
 {
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        if (m_isScheduled)
+        if (std::exchange(m_isScheduled, true))
             return;
-        m_isScheduled = true;
     }
     QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }

@@ -1,6 +1,7 @@
 #include "DeclarationForms/formbinder.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Common/qtcompat.h"
 #include "DataLayer/idatapeerfactory.h"
@@ -46,7 +47,7 @@ bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
         if (property.object != object)
             names.clear();
         object = property.object;
-        const QString name = PropertyInfo::ToNormal(property.name);
+        const QString name = NormalName(property.name);
         const bool isDuplicate = names.contains(name);
         names.insert(name);
         if (isDuplicate)
@@ -56,6 +57,16 @@ bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
     ResolveAgain();
     m_paths.Clear();
     return hasNoError;
+}
+
+/// The name without its marker. Neighbours in a form are often marked alike.
+QString FormBinder::NormalName(const QString& marked)
+{
+    if (marked != m_lastMarked) {
+        m_lastMarked = marked;
+        m_lastNormal = PropertyInfo::ToNormal(marked);
+    }
+    return m_lastNormal;
 }
 
 bool FormBinder::Bind(const MarkedProperty& property)
@@ -68,17 +79,19 @@ bool FormBinder::Bind(const MarkedProperty& property)
         m_state.problems.RemoveFailed(property.object, property.name);
         return true;
     }
-    const QString name = PropertyInfo::ToNormal(property.name);
-    const PropertyShape shape(property.object, name);
-    if (!Check(property, name, shape))
+    const QString name = NormalName(property.name);
+    if (!Check(property, name))
         return false;
+    const Access access = m_state.objects.Access(property.object, name);
+    if (!access->IsWritable())
+        return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
     IDataPeer* const peer = m_state.peer ? m_state.peer : DefaultPeer();
     const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
     if (!m_compiler.Compile(property.text.toString(), peer, m_state.package, isReadOnly, &compiled, &fault))
         return Fail(property, fault.kind, fault.reason, fault.place);
-    Install(property, Prepare(property, name, shape), &compiled);
+    Install(property, Prepare(property, name, access), &compiled);
     return true;
 }
 
@@ -90,13 +103,15 @@ void FormBinder::TellDuplicate(const MarkedProperty& property)
 bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
                       const TextPlace& place)
 {
+    // Nobody tells when the object is destroyed.
+    m_state.objects.ForgetAccesses();
     m_state.problems.AddFailed(
         ProblemBook::Make(property.object, property.name, property.text.toString(), kind, reason, place));
     return false;
 }
 
 /// Whether the declaration could be bound, whatever its statement.
-bool FormBinder::Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape)
+bool FormBinder::Check(const MarkedProperty& property, const QString& name)
 {
     if (!property.object)
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("there is no object to bind"));
@@ -104,16 +119,13 @@ bool FormBinder::Check(const MarkedProperty& property, const QString& name, cons
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("the name is not one behind a marker"));
     if (!IsText(property.text))
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("what it holds is no text"));
-    if (!shape.IsWritable())
-        return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
     return true;
 }
 
 void FormBinder::Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled)
 {
     m_state.problems.RemoveFailed(property.object, property.name);
-    m_state.replaced.push_back(std::move(statement->compiled));
-    statement->compiled = std::move(*compiled);
+    CompiledStatement replaced = std::exchange(statement->compiled, std::move(*compiled));
     const QString text = property.text.toString();
     if (statement->text != text || statement->marked != property.name)
         statement->problems.clear();
@@ -123,7 +135,9 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
     statement->ReadFormat();
     Attach(statement);
     // After that, so that variables that both read stay subscribed to.
-    Detach(m_state.replaced.back());
+    Detach(replaced);
+    if (replaced.tree)
+        m_state.replaced.push_back(std::move(replaced));
     if (statement->property->isUnknown)
         m_state.problems.Add(statement, FormProblem::UnknownProperty, 0,
                              QStringLiteral("the object has no such property; it becomes a dynamic one"));
@@ -135,15 +149,14 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
 }
 
 /// The statement of the property, which is bound from now on.
-FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name,
-                                          const PropertyShape& shape)
+FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name, const Access& access)
 {
     WatchedProperty* const watched = m_state.objects.Get(property.object, name);
     if (watched->statement)
         return watched->statement;
-    const Statement statement = std::make_shared<BoundStatement>(watched);
+    const Statement statement = std::make_shared<BoundStatement>(watched, access);
     if (!watched->wasBound) {
-        watched->isUnknown = !shape.Exists();
+        watched->isUnknown = !access->Exists(property.object, name);
         watched->original = statement->Read();
         watched->wasBound = true;
     }
@@ -151,18 +164,18 @@ FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const 
     watched->statement = statement;
     m_state.statements.push_back(statement);
     m_state.objects.CountBound(watched->owner, 1);
-    Watch(watched, shape);
+    Watch(watched, *access);
     m_delivery.MarkReaders(*watched, nullptr);
     return statement;
 }
 
-void FormBinder::Watch(WatchedProperty* property, const PropertyShape& shape)
+void FormBinder::Watch(WatchedProperty* property, const BoundAccess& access)
 {
     if (property->slot >= 0 || property->isWatched)
         return;
     QObject* const object = property->owner->object;
-    property->slot = m_state.receiver.WatchChanges(property, shape.NotifySignal());
-    const PropertyAdapter* const adapter = shape.Adapter();
+    property->slot = m_state.receiver.WatchChanges(property, access.NotifySignal());
+    const PropertyAdapter* const adapter = access.Adapter();
     if (property->slot < 0 && adapter && adapter->watch) {
         property->isWatched = true;
         const QPointer<QObject> guarded = object;
@@ -233,8 +246,8 @@ bool FormBinder::Resolve(const Statement& statement)
         if (!object)
             continue;
         WatchedProperty* const property = m_state.objects.Get(object, name);
-        FormObjects::AddReader(property, reference);
-        Watch(property, PropertyShape(object, name));
+        m_state.objects.AddReader(property, reference);
+        Watch(property, *m_state.objects.Access(object, name));
     }
     TellPaths(statement);
     if (hasUnresolved)

@@ -15,11 +15,11 @@
 #include "DeclarationForms/statementcompiler.h"
 #include "DeclarationForms/widgetpaths.h"
 
+class BoundAccess;
 class BoundStatement;
 class FormDelivery;
 class FormEdits;
 class FormState;
-class PropertyShape;
 struct MarkedProperty;
 struct WatchedObject;
 struct WatchedProperty;
@@ -48,15 +48,18 @@ public:
     void ResolveAgain(const QString& name = QString());
 
 private:
+    typedef std::shared_ptr<const BoundAccess> Access;
+
     bool Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
               const TextPlace& place = TextPlace(-1, 0));
-    bool Check(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
-    Statement Prepare(const MarkedProperty& property, const QString& name, const PropertyShape& shape);
+    bool Check(const MarkedProperty& property, const QString& name);
+    Statement Prepare(const MarkedProperty& property, const QString& name, const Access& access);
     void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled);
-    void Watch(WatchedProperty* property, const PropertyShape& shape);
+    void Watch(WatchedProperty* property, const BoundAccess& access);
     void Unwatch(WatchedProperty* property);
     void PutConstant(QObject* object, const QString& map, const QString& key, const QString& value);
 
+    QString NormalName(const QString& marked);
     void Attach(const Statement& statement);
     void Detach(const CompiledStatement& compiled);
     void NoteUnresolved(const Statement& statement);
@@ -68,6 +71,8 @@ private:
     FormDelivery& m_delivery;
     StatementCompiler m_compiler;
     WidgetPaths m_paths;
+    QString m_lastMarked; ///< As NormalName() was asked for last, and what it answered.
+    QString m_lastNormal;
     std::vector<std::weak_ptr<BoundStatement>> m_unresolved; ///< Those with a path that leads nowhere.
 };
 

@@ -3,6 +3,7 @@
 #include <QMetaType>
 
 #include <algorithm>
+#include <utility>
 
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/evaluation.h"
@@ -44,6 +45,34 @@ private:
     Value* const m_variable;
     const Value m_outer;
 };
+
+/// Asks for memory before it is needed.
+inline void Fetch(const void* memory)
+{
+#if defined(__GNUC__)
+    __builtin_prefetch(memory);
+#else
+    Q_UNUSED(memory);
+#endif
+}
+
+const std::size_t LineLength = 64; ///< In bytes, as that of most processors.
+const std::size_t FarAhead = 6;    ///< In statements.
+const std::size_t NearAhead = 3;
+
+/// What is evaluated soon, the last one first: a large form does not fit into the caches of a processor.
+void FetchAhead(const std::vector<std::shared_ptr<BoundStatement>>& statements)
+{
+    if (statements.size() < FarAhead)
+        return;
+    const char* const later = reinterpret_cast<const char*>((statements.end() - FarAhead)->get());
+    for (std::size_t line = 0; line < sizeof(BoundStatement); line += LineLength)
+        Fetch(later + line);
+    const BoundStatement& sooner = **(statements.end() - NearAhead);
+    Fetch(sooner.object);
+    Fetch(sooner.property);
+    Fetch(sooner.compiled.tree.get());
+}
 
 TextPlace PlaceOf(const BoundStatement& statement, const IExpression* node)
 {
@@ -90,8 +119,10 @@ void FormDelivery::Mark(const Statement& statement)
         std::push_heap(m_queue.begin(), m_queue.end(), ComesLater);
         return;
     }
+    // What waits already has asked for a delivery.
+    if (m_waiting.empty() && !m_isTaking)
+        m_state.gatherer.Schedule();
     m_waiting.push_back(statement);
-    m_state.gatherer.Schedule();
 }
 
 void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundStatement* writer)
@@ -108,6 +139,7 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
 
 void FormDelivery::MarkVariables()
 {
+    const Temporarily<bool> taking(&m_isTaking, true);
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
         for (const FormVariable* const reader : variable->readers)
             Mark(reader->Statement()->property->statement);
@@ -142,6 +174,7 @@ FormDelivery::Statement FormDelivery::TakeNext()
         Statements& source = isAdded ? m_queue : m_sorted;
         const Statement next = std::move(source.back());
         source.pop_back();
+        FetchAhead(m_sorted);
         if (next->property && next->isDirty)
             return next;
     }
@@ -187,11 +220,10 @@ void FormDelivery::Evaluate(const Statement& statement)
     ++statement->evaluations;
     Evaluation evaluation(*statement);
     const IExpression* const tree = statement->compiled.tree.get();
-    const QVariant value = evaluation.Retrieve(*tree);
+    QVariant value = evaluation.Retrieve(*tree);
     if (!statement->property || statement->compiled.tree.get() != tree)
         return;
-    const QVariant previous = statement->value;
-    statement->value = value;
+    const QVariant previous = std::exchange(statement->value, std::move(value));
     TellEvaluation(statement, evaluation);
     TellNoValue(statement);
     Show(statement, previous);
@@ -221,6 +253,8 @@ void FormDelivery::TellNoValue(const Statement& statement)
                              absent->Place());
         return;
     }
+    if (statement->value.isValid() && statement->problems.empty())
+        return;
     const bool isExplained = ProblemBook::Has(*statement, FormProblem::UnknownObject)
         || ProblemBook::Has(*statement, FormProblem::Evaluation);
     if (statement->value.isValid() || isExplained)
@@ -249,11 +283,11 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     }
     m_edits.End(statement);
     statement->isReverting = false;
-    const bool isAsBefore = statement->isShown && FormValues::AreEqual(held, statement->shown)
-        && FormValues::AreEqual(previous, statement->value);
-    if (statement->access.IsRewritten() && isAsBefore)
+    const bool isAsBefore = statement->access->IsRewritten() && statement->isShown
+        && FormValues::AreEqual(held, statement->shown) && FormValues::AreEqual(previous, statement->value);
+    if (isAsBefore)
         return;
-    const bool wantsSetting = statement->value.isValid() && statement->access.IsUnsettled(statement->object);
+    const bool wantsSetting = statement->value.isValid() && statement->access->IsUnsettled(statement->object);
     if (!wantsSetting && (statement->Holds(held, target) || (!target.isValid() && !faults.image.isEmpty()))) {
         statement->shown = held;
         statement->isShown = true;
@@ -282,7 +316,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
     Settle(siblings, *statement, hasChanged);
     if (!statement->property || statement->writes != number)
         return;
-    if (!statement->access.IsRewritten() && !IsOfUnknownKind(statement->shown))
+    if (!statement->access->IsRewritten() && !IsOfUnknownKind(statement->shown))
         isTaken = statement->Holds(statement->shown, target);
     TellTaken(statement, target, isTaken || !statement->value.isValid(), QString());
 }
@@ -290,7 +324,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
 bool FormDelivery::WriteProperty(const BoundStatement& statement, const QVariant& target)
 {
     const Temporarily<const BoundStatement*> writer(&m_writer, &statement);
-    return statement.access.Write(statement.object, statement.name, target);
+    return statement.access->Write(statement.object, statement.name, target);
 }
 
 /// Where a bound has changed, or has not caught up.
@@ -311,10 +345,10 @@ void FormDelivery::WriteAgain(const Statement& statement)
 void FormDelivery::TellTaken(const Statement& statement, const QVariant& target, bool isTaken, const QString& reason)
 {
     statement->isCut = !isTaken && WaitsForBound(*statement);
-    if (isTaken && reason.isEmpty())
+    if (isTaken && reason.isEmpty()) {
         ProblemBook::Remove(statement.get(), FormProblem::NotTaken);
-    if (isTaken && reason.isEmpty())
         return;
+    }
     if (statement->isCut)
         return;
     const QString words = reason.isEmpty()

@@ -73,8 +73,9 @@ private:
     quint64 m_lastNumber = 0;
     quint64 m_number = 0; ///< Of the delivery that runs; 0 while none does.
     Statements m_waiting;
-    Statements m_sorted; ///< Of the delivery that runs, the next one last.
-    Statements m_queue;  ///< A heap, of what was marked since it began.
+    Statements m_sorted;     ///< Of the delivery that runs, the next one last.
+    Statements m_queue;      ///< A heap, of what was marked since it began.
+    bool m_isTaking = false; ///< What is marked now is evaluated by the delivery that begins.
     const BoundStatement* m_writer = nullptr;
 };
 

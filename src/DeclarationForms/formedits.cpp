@@ -43,11 +43,13 @@ bool FormEdits::IsEdit(const BoundStatement& statement, const QVariant& held, co
         && !statement.Holds(held, target);
 }
 
-bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement)
+bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement, QVariant* value)
 {
     if (!statement->property || !statement->isWritable || !statement->isShown)
         return false;
     const QVariant held = statement->Read();
+    if (value)
+        *value = held;
     if (!statement->property)
         return false;
     if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))
@@ -106,8 +108,9 @@ FormEdits::Statements FormEdits::Candidates(const QObject* scope)
     Statements found;
     Collect(m_touched, scope, &found);
     Collect(m_unwatched, scope, &found);
-    std::sort(found.begin(), found.end(),
-              [](const auto& left, const auto& right) { return left->place < right->place; });
+    const auto comesBefore = [](const auto& left, const auto& right) { return left->place < right->place; };
+    if (!std::is_sorted(found.begin(), found.end(), comesBefore)) // As a rule it is.
+        std::sort(found.begin(), found.end(), comesBefore);
     found.erase(std::unique(found.begin(), found.end()), found.end());
     return found;
 }

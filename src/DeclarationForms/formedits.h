@@ -18,8 +18,8 @@ public:
     /// Whether a property that holds \a held has been edited, where its statement would show \a target.
     static bool IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target);
 
-    /// Looks at the property. Answers whether it is edited.
-    bool Refresh(const std::shared_ptr<BoundStatement>& statement);
+    /// Looks at the property. Answers whether it is edited, then with what it holds in \a value, if that is not null.
+    bool Refresh(const std::shared_ptr<BoundStatement>& statement, QVariant* value = nullptr);
     void Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited);
     /// It is saved or given up: what was refused does not matter any more.
     void End(const std::shared_ptr<BoundStatement>& statement);

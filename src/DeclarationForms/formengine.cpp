@@ -227,16 +227,17 @@ void FormEngine::Deliver()
 
 void FormEngine::OnChanged(WatchedProperty* property)
 {
-    const std::shared_ptr<FormEngine> self = shared_from_this();
     const BoundStatement* const writer = m_delivery.Writer();
-    const Statement statement = property->statement;
-    if (writer && writer == statement.get())
+    if (writer && writer == property->statement.get())
         return;
+    const std::shared_ptr<FormEngine> self = shared_from_this();
+    const Statement statement = property->statement;
     m_delivery.MarkReaders(*property, writer);
     const bool isOwn = writer && writer->property && writer->property->owner == property->owner;
     if (!statement)
         return;
-    statement->access.Mirror(statement->object, statement->name);
+    ++statement->changes;
+    statement->access->Mirror(statement->object, statement->name);
     if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);
 }
@@ -303,6 +304,8 @@ void FormEngine::SaveFinished(QObject* object)
             && SavePolicies::Of(statement->object, m_state.savePolicy) != FormBinding::SaveOnRequest)
             edited.push_back(statement);
     }
+    std::sort(edited.begin(), edited.end(),
+              [](const Statement& left, const Statement& right) { return left->place < right->place; });
     if (!edited.empty())
         SaveByPolicy(edited);
     Tell();

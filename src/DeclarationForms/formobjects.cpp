@@ -2,6 +2,8 @@
 
 #include <QEvent>
 
+#include "DeclarationForms/adapterregistry.h"
+#include "DeclarationForms/boundaccess.h"
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/signalreceiver.h"
 
@@ -44,6 +46,7 @@ std::unique_ptr<WatchedObject> FormObjects::Take(const WatchedObject* object)
     const auto found = m_objects.find(object->object);
     std::unique_ptr<WatchedObject> taken = std::move(found->second);
     m_objects.erase(found);
+    ForgetAccesses();
     for (const WatchedProperty& property : taken->properties)
         m_receiver->Forget(property.slot);
     for (const int slot : taken->finishedSlots)
@@ -62,9 +65,21 @@ void FormObjects::CountBound(WatchedObject* object, int change)
         object->object->removeEventFilter(m_filter);
 }
 
+std::shared_ptr<const BoundAccess> FormObjects::Access(const QObject* object, const QString& name)
+{
+    const std::size_t adapterCount = AdapterRegistry::Table().Count();
+    if (m_adapterCount != adapterCount)
+        ForgetAccesses();
+    m_adapterCount = adapterCount;
+    std::shared_ptr<const BoundAccess>& access = m_accesses[qMakePair(object->metaObject(), name)];
+    if (!access)
+        access = std::make_shared<const BoundAccess>(object, name);
+    return access;
+}
+
 void FormObjects::AddReader(WatchedProperty* property, FormProperty* reader)
 {
-    reader->SetProperty(property);
+    reader->SetProperty(property, Access(property->owner->object, property->name));
     reader->SetIndex(property->readers.size());
     property->readers.push_back(reader);
 }
@@ -77,5 +92,5 @@ void FormObjects::RemoveReader(FormProperty* reader)
     property->readers.back()->SetIndex(reader->Index());
     property->readers[reader->Index()] = property->readers.back();
     property->readers.pop_back();
-    reader->SetProperty(nullptr);
+    reader->SetProperty(nullptr, nullptr);
 }

@@ -1,7 +1,9 @@
 #ifndef FORMOBJECTS_H
 #define FORMOBJECTS_H
 
+#include <QHash>
 #include <QObject>
+#include <QPair>
 #include <QSet>
 #include <QString>
 
@@ -10,6 +12,7 @@
 
 #include "DeclarationForms/watchedproperty.h"
 
+class BoundAccess;
 class FormProperty;
 class SignalReceiver;
 
@@ -31,7 +34,12 @@ public:
     /// Counts what is bound of an object, which is filtered meanwhile.
     void CountBound(WatchedObject* object, int change);
 
-    static void AddReader(WatchedProperty* property, FormProperty* reader);
+    /// How a property of the object is read and written; one for all objects of its class.
+    std::shared_ptr<const BoundAccess> Access(const QObject* object, const QString& name);
+    /// To be called when an object may take its class with it.
+    void ForgetAccesses() { m_accesses.clear(); }
+
+    void AddReader(WatchedProperty* property, FormProperty* reader);
     /// Leads the reader nowhere.
     static void RemoveReader(FormProperty* reader);
 
@@ -43,6 +51,8 @@ private:
     QObject* const m_filter;
     std::unordered_map<const QObject*, std::unique_ptr<WatchedObject>> m_objects;
     QSet<QString> m_names;
+    QHash<QPair<const QMetaObject*, QString>, std::shared_ptr<const BoundAccess>> m_accesses;
+    std::size_t m_adapterCount = 0; ///< When the first of these was made.
 };
 
 #endif

@@ -78,12 +78,10 @@ FormProperty::~FormProperty()
     TakeOut(m_list, this);
 }
 
-void FormProperty::SetProperty(WatchedProperty* property)
+void FormProperty::SetProperty(WatchedProperty* property, const std::shared_ptr<const BoundAccess>& access)
 {
     m_property = property;
-    m_access.reset();
-    if (property)
-        m_access.emplace(property->owner->object, property->name);
+    m_access = access;
 }
 
 QVariant FormProperty::Retrieve() const
@@ -116,11 +114,11 @@ bool FormProperty::Write(const QVariant& value)
 {
     const QPointer<QObject> object = m_property->owner->object;
     const QString name = m_property->name;
-    const BoundAccess access = *m_access;
+    const std::shared_ptr<const BoundAccess> access = m_access;
     const QString refusal
         = QStringLiteral("%1 of %2 does not take %3").arg(name, DescribeObject(object), FormValues::Describe(value));
-    access.Write(object, name, value);
-    if (object && access.Holds(object, name, access.Read(object, name), value))
+    access->Write(object, name, value);
+    if (object && access->Holds(object, name, access->Read(object, name), value))
         return true;
     Refuse(refusal);
     return false;

@@ -5,7 +5,6 @@
 #include <QVariant>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 #include "Common/textplace.h"
@@ -74,7 +73,8 @@ public:
 
     /// Null while the path leads nowhere.
     WatchedProperty* Property() const { return m_property; }
-    void SetProperty(WatchedProperty* property);
+    /// \a access is that of the property; null for none.
+    void SetProperty(WatchedProperty* property, const std::shared_ptr<const BoundAccess>& access);
     /// In the statement.
     const TextPlace& Place() const { return m_place; }
 
@@ -91,7 +91,7 @@ private:
 
     const TextPlace m_place;
     WatchedProperty* m_property = nullptr;
-    std::optional<BoundAccess> m_access;
+    std::shared_ptr<const BoundAccess> m_access;
     std::vector<FormProperty*>* m_list = nullptr;
     BoundStatement* m_statement = nullptr;
     std::size_t m_index = 0;

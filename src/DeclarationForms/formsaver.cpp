@@ -1,6 +1,6 @@
 #include "DeclarationForms/formsaver.h"
 
-#include <map>
+#include <algorithm>
 
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/evaluation.h"
@@ -11,22 +11,32 @@
 #include "DeclarationForms/formvalues.h"
 #include "DeclarationForms/watchedproperty.h"
 
+namespace {
+
+bool ComesBefore(const std::shared_ptr<BoundStatement>& left, const std::shared_ptr<BoundStatement>& right)
+{
+    return left->place < right->place;
+}
+
+} // namespace
+
 FormSaveResult FormSaver::Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant)
 {
     const FormState::Guard guard(&m_state);
     FormSaveResult result;
-    std::map<int, std::shared_ptr<BoundStatement>> waiting;
-    for (const std::shared_ptr<BoundStatement>& statement : statements)
-        waiting.emplace(statement->place, statement);
-    while (!waiting.empty() && !m_state.isClosed) {
-        const std::shared_ptr<BoundStatement> statement = waiting.begin()->second;
-        waiting.erase(waiting.begin());
+    Statements waiting = statements;
+    for (std::size_t next = 0; next < waiting.size() && !m_state.isClosed; ++next) {
+        const std::shared_ptr<BoundStatement> statement = waiting[next];
         Statements written;
         if (SaveOne(statement, &result, &written))
             ++result.saved;
         for (const std::shared_ptr<BoundStatement>& edited : written) {
-            if (edited->property && edited->place > statement->place && isMeant(edited->object))
-                waiting.emplace(edited->place, edited);
+            TellReaders(*edited);
+            if (!edited->property || edited->place <= statement->place || !isMeant(edited->object))
+                continue;
+            const auto place = std::lower_bound(waiting.begin() + next + 1, waiting.end(), edited, ComesBefore);
+            if (place == waiting.end() || *place != edited)
+                waiting.insert(place, edited);
         }
     }
     return result;
@@ -34,14 +44,15 @@ FormSaveResult FormSaver::Save(const Statements& statements, const std::function
 
 bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSaveResult* result, Statements* written)
 {
-    if (!m_edits.Refresh(statement)) {
+    QVariant held;
+    if (!m_edits.Refresh(statement, &held)) {
         statement->isTouched = false;
         return false;
     }
-    const QVariant held = statement->Read();
     Refusal refusal;
     if (!statement->property)
         return false;
+    const uint changes = statement->changes + statement->writes;
     if (!Store(statement, held, &refusal, written)) {
         Refuse(statement, held, refusal, result);
         return false;
@@ -51,9 +62,18 @@ bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSa
     // What happened meanwhile to the property may be an edit again.
     statement->shown = held;
     m_edits.End(statement);
-    m_edits.Refresh(statement);
+    if (!statement->property->hasNotifier || statement->changes + statement->writes != changes)
+        m_edits.Refresh(statement);
+    TellReaders(*statement);
     m_delivery.Mark(statement);
     return true;
+}
+
+/// The property holds another value, and may have no signal that tells.
+void FormSaver::TellReaders(const BoundStatement& statement)
+{
+    if (statement.property && !statement.property->hasNotifier)
+        m_delivery.MarkReaders(*statement.property, m_delivery.Writer());
 }
 
 bool FormSaver::Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,
@@ -96,9 +116,9 @@ bool FormSaver::Convert(const BoundStatement& statement, const QVariant& held, Q
     }
     if (FormValues::ConvertWithoutLoss(entered, present.userType(), value))
         return true;
-    *refusal = {
-        Refusal::NoConversion,
-        QStringLiteral("%1 cannot be saved as %2").arg(FormValues::Describe(entered), FormValues::TypeName(present))};
+    *refusal = {Refusal::NoConversion,
+                QStringLiteral("%1 cannot be saved as %2")
+                    .arg(FormValues::Describe(entered), FormValues::DescribeType(present))};
     return false;
 }
 

@@ -27,8 +27,8 @@ public:
     {
     }
 
-    /// Those that are edited. What a save edits in turn is written as well, where it comes later in the order
-    /// bound and \a isMeant is true of its object.
+    /// Those that are edited, given in the order bound. What a save edits in turn is written as well, where it comes
+    /// later in the order bound and \a isMeant is true of its object.
     FormSaveResult Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant);
 
 private:
@@ -48,6 +48,7 @@ private:
     };
 
     bool SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSaveResult* result, Statements* written);
+    void TellReaders(const BoundStatement& statement);
     bool Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,
                Statements* written);
     static bool Convert(const BoundStatement& statement, const QVariant& held, QVariant* value, Refusal* refusal);

@@ -58,8 +58,7 @@ void FormTranslation::Absorb(const Held& before)
     statement->property->original = held;
     if (before.isEdited) {
         m_delivery.WriteProperty(*statement, before.value);
-        if (statement->property)
-            m_edits.Set(statement, true);
+        m_edits.Set(statement, true);
         return;
     }
     statement->shown = held;

@@ -82,11 +82,6 @@ bool IsListType(const QVariant& value)
     return value.userType() == QMetaType::QVariantList || value.userType() == QMetaType::QStringList;
 }
 
-bool AreEqualFractions(double left, double right)
-{
-    return left == right || (std::isnan(left) && std::isnan(right));
-}
-
 bool HoldsFraction(const QVariant& held, const QVariant& written, int decimals)
 {
     bool isNumber = false;
@@ -94,9 +89,9 @@ bool HoldsFraction(const QVariant& held, const QVariant& written, int decimals)
     if (!isNumber)
         return false;
     if (held.userType() == QMetaType::Float)
-        return AreEqualFractions(held.toFloat(), static_cast<float>(number));
+        return FormValues::AreEqualFractions(held.toFloat(), static_cast<float>(number));
     // As spin boxes round.
-    return AreEqualFractions(held.toDouble(), number)
+    return FormValues::AreEqualFractions(held.toDouble(), number)
         || (decimals >= 0 && held.toDouble() == QString::number(number, 'f', decimals).toDouble());
 }
 
@@ -161,6 +156,11 @@ bool IsLossless(const QVariant& original, const QVariant& converted)
 }
 
 } // namespace
+
+bool FormValues::AreEqualFractions(double left, double right)
+{
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
 
 bool FormValues::AreEqual(const QVariant& left, const QVariant& right)
 {
@@ -239,12 +239,37 @@ QString FormValues::Describe(const QVariant& value)
     if (IsNumber(value.userType()) || value.userType() == QMetaType::Bool)
         return text;
     if (!value.canConvert<QString>())
-        return QStringLiteral("a %1").arg(TypeName(value));
+        return DescribeType(value);
     const bool isLong = text.length() > LongestText;
     return QStringLiteral("\"%1\"").arg(isLong ? text.left(LongestText) + QChar(0x2026) : text);
 }
 
-QString FormValues::TypeName(const QVariant& value)
+QString FormValues::DescribeType(const QVariant& value)
 {
-    return QString::fromLatin1(value.typeName());
+    const int type = value.userType();
+    if (IsNumber(type))
+        return IsInteger(type) ? QStringLiteral("an integer") : QStringLiteral("a number");
+    switch (type) {
+    case QMetaType::Bool:
+        return QStringLiteral("a truth value");
+    case QMetaType::QString:
+        return QStringLiteral("a text");
+    case QMetaType::QVariantList:
+    case QMetaType::QStringList:
+        return QStringLiteral("a list");
+    case QMetaType::QVariantMap:
+        return QStringLiteral("a map");
+    case QMetaType::QDate:
+        return QStringLiteral("a date");
+    case QMetaType::QTime:
+        return QStringLiteral("a time");
+    case QMetaType::QDateTime:
+        return QStringLiteral("a date with a time");
+    case QMetaType::QPixmap:
+    case QMetaType::QImage:
+    case QMetaType::QIcon:
+        return QStringLiteral("an image");
+    default:
+        return QStringLiteral("a %1").arg(QString::fromLatin1(value.typeName()));
+    }
 }

@@ -11,6 +11,9 @@ namespace FormValues {
 /// it knows images.
 bool AreEqual(const QVariant& left, const QVariant& right);
 
+/// As numbers are compared: what is no number equals itself.
+bool AreEqualFractions(double left, double right);
+
 /// Whether a property that holds \a held has taken \a written: equal after conversion to the type that it
 /// holds, or, with \a decimals of 0 and above, once rounded to as many.
 bool Holds(const QVariant& held, const QVariant& written, int decimals = -1);
@@ -21,8 +24,8 @@ bool ConvertWithoutLoss(const QVariant& value, int type, QVariant* result);
 /// The value for a message: short, with a text in quotes.
 QString Describe(const QVariant& value);
 
-/// The name of a type for a message.
-QString TypeName(const QVariant& value);
+/// The type of the value for a message, in the words of the language where it has some: "an integer".
+QString DescribeType(const QVariant& value);
 
 } // namespace FormValues
 

@@ -6,12 +6,20 @@
 
 namespace {
 
+/// Where the property before has the same name, both share it.
+QString NameOf(const QByteArray& name, const QVector<MarkedProperty>& properties)
+{
+    if (!properties.isEmpty() && properties.last().name == QLatin1String(name))
+        return properties.last().name;
+    return QString::fromLatin1(name);
+}
+
 void CollectFrom(QObject* object, QVector<MarkedProperty>* properties)
 {
     const QList<QByteArray> names = object->dynamicPropertyNames();
     for (const QByteArray& name : names) {
         if (FormWalk::IsMarked(name))
-            properties->append({object, QString::fromLatin1(name), object->property(name)});
+            properties->append({object, NameOf(name, *properties), object->property(name)});
     }
 }
 

@@ -45,6 +45,8 @@ bool StatementCompiler::Compile(const QString& statement, IDataPeer* peer, const
 {
     m_tokens.clear();
     m_found.clear();
+    m_variableNodes.clear();
+    m_propertyNodes.clear();
     m_compiled = compiled;
     m_fault = fault;
     m_peer = peer;
@@ -54,8 +56,12 @@ bool StatementCompiler::Compile(const QString& statement, IDataPeer* peer, const
     m_parser.Tokenize(statement);
     compiled->tree.reset(m_parser.Parse(peer, nullptr, nullptr, nullptr, package, readOnly));
     Release();
-    if (compiled->tree && !m_hasError && !m_hasLeftOver)
+    if (compiled->tree && !m_hasError && !m_hasLeftOver) {
+        // Copies are no larger than need be.
+        compiled->variables = m_variableNodes;
+        compiled->properties = m_propertyNodes;
         return true;
+    }
     for (const std::shared_ptr<WatchedVariable>& variable : m_found)
         m_variables->Discard(*variable);
     *compiled = CompiledStatement();
@@ -80,15 +86,15 @@ IExpression* StatementCompiler::CreateReference(const VariableToken& token, cons
     const QString package = token.GetPackage(m_package);
     if (token.HasPackage() && IsWidgetPath(package)) {
         FormProperty* const property = new FormProperty(place, readOnly);
-        m_compiled->properties.push_back(property);
-        property->SetList(&m_compiled->properties);
+        m_propertyNodes.push_back(property);
+        property->SetList(&m_propertyNodes);
         return property;
     }
     const VariableIdentifier identifier(token.GetVariableName(), package);
     m_found.push_back(m_variables->Find(m_peer, identifier));
     FormVariable* const variable = new FormVariable(m_found.back(), readOnly);
-    m_compiled->variables.push_back(variable);
-    variable->SetList(&m_compiled->variables);
+    m_variableNodes.push_back(variable);
+    variable->SetList(&m_variableNodes);
     return variable;
 }
 
@@ -131,8 +137,8 @@ TextPlace StatementCompiler::PlaceOfIndex(int bracket) const
 /// The parser does not delete nodes any more.
 void StatementCompiler::Release()
 {
-    for (FormVariable* variable : m_compiled->variables)
+    for (FormVariable* const variable : m_variableNodes)
         variable->SetList(nullptr);
-    for (FormProperty* property : m_compiled->properties)
+    for (FormProperty* const property : m_propertyNodes)
         property->SetList(nullptr);
 }

@@ -57,6 +57,8 @@ private:
     Parser m_parser;
     std::vector<ReadToken> m_tokens;
     std::vector<std::shared_ptr<WatchedVariable>> m_found;
+    std::vector<FormVariable*> m_variableNodes;
+    std::vector<FormProperty*> m_propertyNodes;
     CompiledStatement* m_compiled = nullptr;
     Fault* m_fault = nullptr;
     IDataPeer* m_peer = nullptr;
