@@ -4,8 +4,8 @@
 #include <QString>
 
 #include "common/checks.h"
-#include "common/formdocument.h"
 #include "common/statementtokens.h"
+#include "common/xmlsource.h"
 
 /// Something found in a form.
 struct Finding

@@ -74,7 +74,7 @@ QVector<VariableUse> FormChecker::Variables() const
             if (uses.contains(identifier))
                 continue;
             const TextPlace place = m_document.SourcePlace(*declaration.property, variable.namePlace);
-            uses.insert(identifier, {package, variable.name, m_fileName, m_document.PositionOf(place.offset)});
+            uses.insert(identifier, {package, variable.name, m_fileName, m_document.Source().PositionOf(place.offset)});
         }
     }
     return uses.values().toVector();
@@ -89,7 +89,7 @@ QByteArray FormChecker::Fixed(int* count) const
             replacements.append({finding.source, finding.fix});
     }
     *count = replacements.size();
-    return replacements.isEmpty() ? QByteArray() : m_document.Replaced(replacements);
+    return replacements.isEmpty() ? QByteArray() : m_document.Source().Replaced(replacements);
 }
 
 void FormChecker::CollectDeclarations()
@@ -154,7 +154,7 @@ void FormChecker::NoteDeclared(int object, const FormProperty& property, const T
     ReportName(Check::DuplicateDeclaration,
                QString("\"%1\" of %2 is declared already, as \"%3\" in line %4")
                    .arg(target.second, Describe(target.first), earlier->name)
-                   .arg(m_document.PositionOf(earlier->namePlace.offset).line),
+                   .arg(m_document.Source().PositionOf(earlier->namePlace.offset).line),
                object, property);
 }
 
@@ -591,7 +591,8 @@ void FormChecker::Report(Check check, const QString& message, const Declaration&
     finding.statement = declaration.property->text;
     finding.excerpt = Excerpt(finding.statement, statementPlace, finding.property + "  ");
     // Not where entities hide what stands there.
-    if (m_document.SourceText(finding.source) == finding.statement.mid(statementPlace.offset, statementPlace.length))
+    if (m_document.Source().Piece(finding.source)
+        == finding.statement.mid(statementPlace.offset, statementPlace.length))
         finding.fix = fix;
     Add(finding, declaration.object);
 }
@@ -618,7 +619,7 @@ void FormChecker::Add(Finding finding, int object)
     finding.severity = m_options.severities.value(int(finding.check), InfoOf(finding.check).severity);
     finding.message = InOneLine(finding.message);
     finding.file = m_fileName;
-    finding.start = m_document.PositionOf(finding.source.offset);
-    finding.end = m_document.PositionOf(finding.source.End());
+    finding.start = m_document.Source().PositionOf(finding.source.offset);
+    finding.end = m_document.Source().PositionOf(finding.source.End());
     m_findings.append(finding);
 }

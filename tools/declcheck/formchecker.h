@@ -3,6 +3,7 @@
 
 #include <QPair>
 
+#include "common/formdocument.h"
 #include "common/statementchecks.h"
 #include "declcheck/finding.h"
 #include "declcheck/forminstance.h"
