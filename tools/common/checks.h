@@ -50,7 +50,12 @@ enum class Check
     ValueType,
     ValueRange,
     NeverBound,
-    UnknownCheck
+    UnknownCheck,
+    TranslationError,
+    TranslationChange,
+    TranslationUnused,
+    TranslatableStatement,
+    ValueBeforeLimit
 };
 
 enum class Severity

@@ -47,6 +47,17 @@ bool FormDocument::Read(const QString& fileName, QString* error)
     return Parse(file.readAll(), fileName, error);
 }
 
+QSet<QString> FormDocument::Texts() const
+{
+    QSet<QString> texts;
+    QXmlStreamReader reader(m_source.Text());
+    while (!reader.atEnd()) {
+        if (reader.readNext() == QXmlStreamReader::StartElement && reader.name() == QLatin1String("string"))
+            texts.insert(reader.readElementText(QXmlStreamReader::SkipChildElements));
+    }
+    return texts;
+}
+
 bool FormDocument::Parse(const QByteArray& content, const QString& fileName, QString* error)
 {
     *this = FormDocument();
@@ -83,6 +94,8 @@ void FormDocument::ReadStart(QXmlStreamReader* reader)
         ReadAttribute(reader);
     } else if (element == QLatin1String("customwidget")) {
         ReadCustomWidget(reader);
+    } else if (element == QLatin1String("class") && m_open.size() == 1) {
+        m_className = reader->readElementText(QXmlStreamReader::SkipChildElements);
     } else if (m_open.size() > MaxDepth) {
         reader->raiseError(QString("The elements are nested more than %1 deep.").arg(MaxDepth));
     } else {
@@ -133,6 +146,9 @@ void FormDocument::ReadValue(QXmlStreamReader* reader, FormProperty* property) c
     if (!property->isText)
         return reader->skipCurrentElement();
     const int start = int(reader->characterOffset());
+    property->isTranslatable
+        = reader->attributes().value("notr").compare(QLatin1String("true"), Qt::CaseInsensitive) != 0;
+    property->comment = reader->attributes().value("comment").toString();
     property->text = reader->readElementText(QXmlStreamReader::SkipChildElements);
     property->textPlace = m_source.ContentPlace(*reader, start);
 }

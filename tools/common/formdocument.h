@@ -2,6 +2,7 @@
 #define FORMDOCUMENT_H
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
@@ -13,12 +14,14 @@ class QXmlStreamReader;
 struct FormProperty
 {
     QString name;
-    QString text;        ///< Of a property that holds a text.
-    bool isText;         ///< Whether it does.
-    QString element;     ///< What its value stands in, such as "number"; empty when there is none.
-    QString content;     ///< Of a value of another kind that is one word, such as a number.
-    TextPlace namePlace; ///< In the source.
-    TextPlace textPlace; ///< In the source, where entities make it longer.
+    QString text;                ///< Of a property that holds a text.
+    bool isText;                 ///< Whether it does.
+    QString element;             ///< What its value stands in, such as "number"; empty when there is none.
+    QString content;             ///< Of a value of another kind that is one word, such as a number.
+    bool isTranslatable = false; ///< Whether translators get the text.
+    QString comment;             ///< What tells them apart from others of the same text.
+    TextPlace namePlace;         ///< In the source.
+    TextPlace textPlace;         ///< In the source, where entities make it longer.
 };
 
 /// An object of a form, as it stands in the file.
@@ -54,6 +57,10 @@ public:
 
     /// Parents before their children, else in the order of the file.
     const QVector<FormObject>& Objects() const { return m_objects; }
+    /// The name of the form's class, under which translators find its texts.
+    QString ClassName() const { return m_className; }
+    /// All texts of the form.
+    QSet<QString> Texts() const;
     /// The class that a custom widget extends; empty for classes that the form does not know.
     QString BaseClass(const QString& customClass) const { return m_baseClasses.value(customClass); }
 
@@ -76,6 +83,7 @@ private:
     int EnclosingObject() const;
 
     XmlSource m_source;
+    QString m_className;
     QVector<FormObject> m_objects;
     QVector<int> m_open; ///< The object of each element that is open; -1 for elements that are none.
     QHash<QString, QString> m_baseClasses;

@@ -32,8 +32,20 @@ bool FormChecker::Run(const QByteArray& content, QString* error)
     m_findings.StartStatement();
     ReferenceCycles(m_model, m_properties.Reads(), &m_findings).Run();
     m_properties.ReportQuietReads();
+    FormTexts::ReportTextless(m_model, Types(), &m_findings);
     m_list.Sort();
     return true;
+}
+
+FormTexts FormChecker::Texts() const
+{
+    return FormTexts(m_model, m_fileName, m_options, Types(), m_findings);
+}
+
+FormTexts::Lookup FormChecker::Types() const
+{
+    return
+        [this](const Declaration& declaration, const Reference& reference) { return TypeOf(declaration, reference); };
 }
 
 QVector<VariableUse> FormChecker::Variables() const

@@ -2,6 +2,7 @@
 #define FORMCHECKER_H
 
 #include "common/statementchecks.h"
+#include "declcheck/formtexts.h"
 #include "declcheck/propertychecks.h"
 #include "declcheck/valuechecks.h"
 
@@ -26,6 +27,8 @@ public:
 
     /// In the order of the file.
     const QVector<Finding>& Findings() const { return m_list.Findings(); }
+    /// What translators get of the form, once it was checked.
+    FormTexts Texts() const;
     /// Each variable once, by package and name.
     QVector<VariableUse> Variables() const;
     /// The content with all that is certain mended, and how much that is; null when it is nothing.
@@ -33,6 +36,7 @@ public:
 
 private:
     void CheckStatement(int number);
+    FormTexts::Lookup Types() const;
     ValueType TypeOf(const Declaration& declaration, const Reference& reference) const;
     bool CheckObjectAsPackage(const Declaration& declaration, const StatementToken& token);
 
