@@ -88,6 +88,8 @@ QVector<StatementComparison::Difference> StatementComparison::Run()
     QVector<int> missing = m_original.Parts();
     QVector<int> added = m_translation.Parts();
     RemoveCommon(&missing, &added);
+    const auto isSplit = [&](int part) { return TakeSplitSum(part, &added); };
+    missing.erase(std::remove_if(missing.begin(), missing.end(), isSplit), missing.end());
     const bool isOnly = missing.size() == 1 && added.size() == 1;
     for (const int part : qAsConst(added)) {
         const int counterpart = TakeCounterpart(part, &missing);
@@ -128,6 +130,34 @@ void StatementComparison::RemoveCommon(QVector<int>* originals, QVector<int>* tr
     translated->erase(std::remove_if(translated->begin(), translated->end(), isCommon), translated->end());
     const auto isTaken = [&](int part) { return m_original.IsShown(part) || counts[m_original.NumberOf(part)]-- <= 0; };
     originals->erase(std::remove_if(originals->begin(), originals->end(), isTaken), originals->end());
+}
+
+/// Tells of a sum whose operands the translation joins one by one.
+bool StatementComparison::TakeSplitSum(int original, QVector<int>* translated)
+{
+    const Node& sum = m_original.At(original);
+    if (sum.kind != ParsedNode::Binary || m_original.TokenOf(original).type != Token::TT_PLUS)
+        return false;
+    const auto take = [&](int operand, QVector<int>* parts) {
+        const auto found = std::find_if(parts->begin(), parts->end(), [&](int part) {
+            return m_translation.NumberOf(part) == m_original.NumberOf(operand);
+        });
+        const bool isFound = found != parts->end();
+        if (isFound)
+            parts->erase(found);
+        return isFound;
+    };
+    QVector<int> rest = *translated;
+    if (!take(sum.left, &rest) || !take(sum.right, &rest))
+        return false;
+    const auto first = std::mismatch(rest.begin(), rest.end(), translated->begin()).second;
+    const TextPlace place = m_translation.Tree().PlaceOf(*first);
+    *translated = rest;
+    m_differences.append({place,
+                          QString("\"%1\" is a sum in the statement, and joined as texts here; put it in parentheses")
+                              .arg(m_original.TextOf(original)),
+                          QString()});
+    return true;
 }
 
 /// What a part of the translation most likely stands for, which is taken out of \a originals; -1 when none is left.
@@ -203,6 +233,8 @@ QString StatementComparison::ReasonFor(const Pair& pair) const
             || (pair.translated >= 0 && m_translation.IsOperand(pair.translated)
                 && m_translation.TokenOf(pair.translated).type == type);
     };
+    if (isType(Token::TT_VARIABLE) && pair.original < 0)
+        return "what a statement reads stays as it is, and a text stands in quotes";
     if (isType(Token::TT_VARIABLE))
         return "what a statement reads stays as it is";
     if (pair.reason)

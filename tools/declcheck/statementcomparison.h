@@ -80,6 +80,7 @@ private:
     };
 
     void RemoveCommon(QVector<int>* originals, QVector<int>* translated) const;
+    bool TakeSplitSum(int original, QVector<int>* translated);
     int TakeCounterpart(int translated, QVector<int>* originals) const;
     Pair FindDifference(int original, int translated) const;
     void Report(const Pair& pair, bool isOnly);

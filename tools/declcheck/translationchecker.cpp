@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "common/slips.h"
 #include "declcheck/statementcomparison.h"
 
 namespace {
@@ -85,9 +86,12 @@ bool TranslationChecker::CheckStatement(const TranslationMessage& message, const
 bool TranslationChecker::CheckText(const TranslationMessage::Text& translated, const TranslatableStatement& statement)
 {
     const Diagnosis translation(translated.text);
-    if (!translation.HasExpression() || !translation.Messages().isEmpty()) {
+    if (!translation.Messages().isEmpty()) {
         const Diagnosis::Message& first = translation.Messages().first();
-        Report(Check::TranslationError, first.Whole(), first.place, QString(), translated, statement);
+        const StatementFinding slip = FindSlip(translation);
+        const bool isSlip = !slip.message.isEmpty();
+        Report(Check::TranslationError, isSlip ? slip.message : first.Whole(), isSlip ? slip.place : first.place,
+               QString(), translated, statement);
         return false;
     }
     const auto lookup = [&](const Reference& reference) {
