@@ -142,6 +142,7 @@ void TranslationDocument::ReadForms(QXmlStreamReader* reader, TranslationMessage
         else
             reader->skipCurrentElement();
     }
-    if (!hasForms)
+    // Where there is no text Qt takes the source.
+    if (!hasForms && !text.isEmpty())
         message->translations.append({text, m_source.ContentPlace(*reader, start)});
 }
