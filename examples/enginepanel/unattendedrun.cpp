@@ -21,7 +21,7 @@ const QStringList Moving{"speedDisplay ~text",    "speedBar ~value",          "o
                          "temperatureBar ~value", "temperatureDisplay ~text", "stateLabel ~text",
                          "startLamp ~pixmap",     "temperatureNote ~text",    "cylinderTable ~rows"};
 
-QVariant Read(const QString& package, const QString& name)
+QVariant ReadVariable(const QString& package, const QString& name)
 {
     IDataPeer* const data = Ovex_DataPeerFactory(false)->GetDataPeer(0);
     return data->GetValue(VariableIdentifier(name, package), QVariant());
@@ -108,20 +108,20 @@ void UnattendedRun::ChangeSettings()
     Expect("edited", m_panel->GetBinding().IsEdited(), true);
 
     m_panel->findChild<QAbstractButton*>("applyButton")->click();
-    Expect("limits[0] after applying the limits", Read("Engine", "limits").toList().value(0), newSpeed);
-    Expect("vessel name after applying the limits", Read("Ship", "vessel").toMap().value("name"), oldName);
+    Expect("limits[0] after applying the limits", ReadVariable("Engine", "limits").toList().value(0), newSpeed);
+    Expect("vessel name after applying the limits", ReadVariable("Ship", "vessel").toMap().value("name"), oldName);
 
     auto* const save = m_panel->findChild<QAbstractButton*>("saveButton");
     save->click();
-    Expect("vessel name after the save", Read("Ship", "vessel").toMap().value("name"), "Aurora");
-    Expect("port of the vessel after the save", Read("Ship", "vessel").toMap().value("port"), "Bergen");
-    Expect("quiet after the save", Read("Engine", "quiet"), true);
-    Expect("mode after the save", Read("Engine", "mode"), "manual");
+    Expect("vessel name after the save", ReadVariable("Ship", "vessel").toMap().value("name"), "Aurora");
+    Expect("port of the vessel after the save", ReadVariable("Ship", "vessel").toMap().value("port"), "Bergen");
+    Expect("quiet after the save", ReadVariable("Engine", "quiet"), true);
+    Expect("mode after the save", ReadVariable("Engine", "mode"), "manual");
     Expect("edited after the save", m_panel->GetBinding().IsEdited(), false);
 
     messages->setChecked(true);
     save->click();
-    Expect("quiet after the second save", Read("Engine", "quiet"), false);
+    Expect("quiet after the second save", ReadVariable("Engine", "quiet"), false);
 }
 
 void UnattendedRun::ClickLock()
@@ -131,7 +131,7 @@ void UnattendedRun::ClickLock()
 
 void UnattendedRun::CheckLocked(bool locked)
 {
-    Expect("locked", Read("Engine", "locked"), locked);
+    Expect("locked", ReadVariable("Engine", "locked"), locked);
     for (const char* const name : {"maximumSpeed", "vesselEdit", "messagesBox", "saveButton"})
         Expect(QString(name) + " enabled", m_panel->findChild<QWidget*>(name)->isEnabled(), !locked);
     Expect("lockBox enabled", m_panel->findChild<QWidget*>("lockBox")->isEnabled(), true);
