@@ -208,6 +208,18 @@ private Q_SLOTS:
         QTest::newRow("cut off") << Form("~text", "a").chopped(20) << none << 2 << ":1:";
         QTest::newRow("garbage") << QByteArray("\0\xff\xfe<\x01>&", 7) << none << 2 << ":1:";
         QTest::newRow("invalid UTF-8") << Form("~text", "'\xc3('") << none << 2 << ":1:108: The text is no UTF-8.";
+        const QByteArray limits = Form("~value", "x", "QSpinBox")
+                                      .replace("</widget>",
+                                               "<property name='~minimum'><string notr='true'>y</string></property>"
+                                               "<property name='~maximum'><string notr='true'>y</string></property>"
+                                               "<property name='value'><number>1</number></property></widget>");
+        QTest::newRow("a value before its limits")
+            << limits << QStringList{"--handler"} << 1
+            << ":1:71: warning: \"value\" is declared before \"minimum\", so the limits";
+        QTest::newRow("a value before its limits, bound with the form") << limits << none << 0 << "";
+        QTest::newRow("a value behind its limits")
+            << QByteArray(limits).replace("~value", "~maximum") << QStringList{"--handler"} << 1
+            << ":1:216: error: \"maximum\" of QSpinBox#top is declared already";
         QTest::newRow("nothing to translate")
             << TranslatableForm("x") << none << 0 << ":1:89: note: The statement has no text to show; take";
         QTest::newRow("nothing that is shown") << TranslatableForm("'red'", "~styleSheet") << none << 0
@@ -387,6 +399,7 @@ private Q_SLOTS:
                                                      << QStringList{"--package", "Q"} << 1 << "in the package \"Q\"";
         QTest::newRow("none") << QByteArray("{") << QStringList{"--project", ""} << 1 << "1 error, 1 warning";
         QTest::newRow("damaged") << QByteArray("{") << none << 2 << "declcheck.json: unterminated object";
+        QTest::newRow("handler") << QByteArray(R"({"handler": 1})") << none << 2 << "\"handler\" is neither true nor";
         QTest::newRow("unknown key") << QByteArray(R"({"dat": 1})") << none << 2 << "did you mean \"data\"?";
         QTest::newRow("unknown severity")
             << QByteArray(R"({"severities": {"left-over": "bad"}})") << none << 2 << "The severity of \"left-over\"";

@@ -35,6 +35,7 @@ public:
         if (!file.Read(project, error))
             return false;
         m_options.package = file.package;
+        m_options.usesHandler = file.usesHandler;
         m_options.disabled = file.disabled;
         m_options.severities = file.severities;
         m_options.hostVariables = file.hostVariables;
@@ -45,6 +46,7 @@ public:
 
     void SetPackage(const QString& package) { m_options.package = package; }
     void SetDataFile(const QString& dataFile) { m_dataFile = dataFile; }
+    void UseHandler() { m_options.usesHandler = true; }
     void Disable(const QSet<int>& checks) { m_options.disabled += checks; }
 
     /// False, with the reason, when there are data that cannot be read.
@@ -174,6 +176,8 @@ bool CommandLine::ReadSettings(const QString& project, Settings* settings, QStri
         settings->SetPackage(m_parser.value(m_package));
     if (m_parser.isSet(m_data))
         settings->SetDataFile(m_parser.value(m_data));
+    if (m_parser.isSet(m_handler))
+        settings->UseHandler();
     settings->Disable(m_disabled);
     return settings->ReadData(error);
 }

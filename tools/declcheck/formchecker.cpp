@@ -32,6 +32,8 @@ bool FormChecker::Run(const QByteArray& content, QString* error)
     m_findings.StartStatement();
     ReferenceCycles(m_model, m_properties.Reads(), &m_findings).Run();
     m_properties.ReportQuietReads();
+    if (m_options.usesHandler)
+        m_values.CheckOrder();
     FormTexts::ReportTextless(m_model, Types(), &m_findings);
     m_list.Sort();
     return true;

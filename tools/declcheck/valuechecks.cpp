@@ -1,7 +1,10 @@
 #include "declcheck/valuechecks.h"
 
+#include <QMap>
+
 #include <algorithm>
 
+#include "DeclarationForms/propertyorder.h"
 #include "common/jsondata.h"
 #include "common/statementchecks.h"
 #include "declcheck/propertytrial.h"
@@ -78,4 +81,34 @@ void ValueChecks::CheckStore(const Declaration& declaration)
         m_findings->Report(Check::StoresNowhere,
                            QString("A save of \"%1\" goes nowhere: %2").arg(declaration.property->name, reason),
                            declaration, token.place);
+}
+
+void ValueChecks::CheckOrder()
+{
+    QMap<int, QVector<const Declaration*>> declarations;
+    for (const Declaration& declaration : m_model.Declarations()) {
+        QObject* const object = m_model.Instance().Object(declaration.object);
+        // Others limit nothing, and there may be many.
+        if (object && FormModel::MetaProperty(object, declaration.name).isValid())
+            declarations[declaration.object].append(&declaration);
+    }
+    for (const QVector<const Declaration*>& ofObject : qAsConst(declarations))
+        CheckOrder(ofObject);
+}
+
+/// Of one object.
+void ValueChecks::CheckOrder(const QVector<const Declaration*>& declarations)
+{
+    for (int i = 0; i < declarations.size(); ++i) {
+        const Declaration& value = *declarations.at(i);
+        const auto limit = std::find_if(declarations.begin() + i, declarations.end(), [&](const Declaration* later) {
+            return PropertyOrder::Bounds(later->name, value.name);
+        });
+        if (limit != declarations.end())
+            m_findings->ReportName(Check::ValueBeforeLimit,
+                                   QString("\"%1\" is declared before \"%2\", so the limits of before hold for its "
+                                           "first value; declare \"%2\" first")
+                                       .arg(value.name, (*limit)->name),
+                                   value.object, *value.property);
+    }
 }

@@ -15,9 +15,12 @@ public:
     void CheckValue(const Declaration& declaration, const StatementTypes& types);
     /// Whether a save through the statement ends anywhere. It must have a tree.
     void CheckStore(const Declaration& declaration);
+    /// Whether values come after their limits, for hosts that add the statements of a form in its order.
+    void CheckOrder();
 
 private:
     void CheckRange(const Declaration& declaration, const ValueType& type);
+    void CheckOrder(const QVector<const Declaration*>& declarations);
     bool IsLimitBound(const Declaration& declaration) const;
 
     const FormModel& m_model;
