@@ -7,6 +7,12 @@
 
 #include <random>
 
+#ifdef DECLEVAL_EDITING
+#include <pty.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 #include "common/diagnosis.h"
 #include "common/jsondata.h"
 #include "common/nearestname.h"
@@ -313,6 +319,11 @@ private Q_SLOTS:
         QTest::newRow("control characters") << QStringList{"a \x1b[1m"} << none << 1 << "(invalid)\n"
                                             << "error: Unrecognised token at \"\\u001b[1m\".\n    a \uFFFD[1m\n"
                                                "      ^~~~\n";
+        QTest::newRow("control characters in a value")
+            << QStringList{"'a\x1b[1m" + QString(QChar(0x9b)) + "'"} << none << 0 << "\"a\\u001b[1m\\u009b\"  QString\n"
+            << "";
+        QTest::newRow("control characters in a command") << QStringList{} << QByteArray(":\x1b[1m\n") << 1 << ""
+                                                         << "error: There is no command \":\\u001b[1m\"; see :help\n";
         QTest::newRow("a name that cannot be read") << QStringList{"--set", "two words=1", "1"} << none << 2 << ""
                                                     << "*";
         QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"
@@ -359,6 +370,41 @@ private Q_SLOTS:
             QVERIFY(!run.errors.isEmpty());
         else
             QCOMPARE(run.errors, errors);
+    }
+
+    /// At a terminal an interrupt gives up the line, and the next one counts.
+    void Interrupt()
+    {
+#ifdef DECLEVAL_EDITING
+        int terminal = -1;
+        const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (process == 0) {
+            execl(DECLEVAL, DECLEVAL, nullptr);
+            _exit(127);
+        }
+        QByteArray shown;
+        const auto readUntil = [&](const char* wanted) {
+            char piece[256];
+            for (ssize_t size = 0; !shown.contains(wanted) && (size = read(terminal, piece, sizeof piece)) > 0;)
+                shown.append(piece, int(size));
+        };
+        const auto type = [&](const QByteArray& keys) { return write(terminal, keys, size_t(keys.size())) > 0; };
+        readUntil("> ");
+        QVERIFY(type("9 + "));
+        readUntil("9 + ");
+        shown.clear();
+        QVERIFY(type("\x03"));
+        readUntil("> ");
+        QVERIFY(type("8 - 1\n:quit\n"));
+        readUntil("double");
+        QVERIFY2(shown.contains("7  double"), shown);
+        int status = -1;
+        QCOMPARE(waitpid(process, &status, 0), process);
+        QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 0);
+        close(terminal);
+#else
+        QSKIP("decleval is built without line editing");
+#endif
     }
 
     /// The tools' own reading of statements keeps up with the parser's.
