@@ -7,12 +7,6 @@
 
 #include <random>
 
-#ifdef DECLEVAL_EDITING
-#include <pty.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
-
 #include "common/diagnosis.h"
 #include "common/jsondata.h"
 #include "common/nearestname.h"
@@ -370,41 +364,6 @@ private Q_SLOTS:
             QVERIFY(!run.errors.isEmpty());
         else
             QCOMPARE(run.errors, errors);
-    }
-
-    /// At a terminal an interrupt gives up the line, and the next one counts.
-    void Interrupt()
-    {
-#ifdef DECLEVAL_EDITING
-        int terminal = -1;
-        const pid_t process = forkpty(&terminal, nullptr, nullptr, nullptr);
-        if (process == 0) {
-            execl(DECLEVAL, DECLEVAL, nullptr);
-            _exit(127);
-        }
-        QByteArray shown;
-        const auto readUntil = [&](const char* wanted) {
-            char piece[256];
-            for (ssize_t size = 0; !shown.contains(wanted) && (size = read(terminal, piece, sizeof piece)) > 0;)
-                shown.append(piece, int(size));
-        };
-        const auto type = [&](const QByteArray& keys) { return write(terminal, keys, size_t(keys.size())) > 0; };
-        readUntil("> ");
-        QVERIFY(type("9 + "));
-        readUntil("9 + ");
-        shown.clear();
-        QVERIFY(type("\x03"));
-        readUntil("> ");
-        QVERIFY(type("8 - 1\n:quit\n"));
-        readUntil("double");
-        QVERIFY2(shown.contains("7  double"), shown);
-        int status = -1;
-        QCOMPARE(waitpid(process, &status, 0), process);
-        QVERIFY(WIFEXITED(status) && WEXITSTATUS(status) == 0);
-        close(terminal);
-#else
-        QSKIP("decleval is built without line editing");
-#endif
     }
 
     /// The tools' own reading of statements keeps up with the parser's.
