@@ -44,7 +44,20 @@ QString Written(const QTemporaryDir& folder, const QByteArray& content, const QS
 QByteArray Form(const QByteArray& name, const QByteArray& statement, const QByteArray& className = "QLabel")
 {
     return "<ui version=\"4.0\"><widget class=\"" + className + "\" name=\"top\"><property name=\"" + name
-        + "\" stdset=\"0\"><string>" + statement + "</string></property></widget></ui>";
+        + "\" stdset=\"0\"><string notr=\"true\">" + statement + "</string></property></widget></ui>";
+}
+
+/// A form with a statement that can be translated, and the translation of one.
+QByteArray TranslatableForm(const QByteArray& statement, const QByteArray& property = "~text")
+{
+    return Form(property, statement).replace(" notr=\"true\"", "").replace("<widget", "<class>Panel</class><widget");
+}
+
+QByteArray Translation(const QByteArray& source, const QByteArray& translation)
+{
+    return "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<TS "
+           "version=\"2.1\"><context><name>Panel</name><message>\n<source>"
+        + source + "</source>\n" + translation + "</message></context></TS>\n";
 }
 
 /// What a cell of a table says: the content of its code span, or its text.
@@ -104,15 +117,25 @@ class tst_Tools : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    /// The faults of the form, as the lines that declcheck must write for them, stand in a file beside it.
+    void PlantedFaults_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QString>("expected"); ///< A file with the lines that declcheck must write.
+
+        QTest::newRow("form") << QStringList{"faults.ui", "--data", "faults.json"} << FORMS "/faults.txt";
+        QTest::newRow("translation") << QStringList{"translated.ui", "translated_de.ts"} << FORMS "/translated.txt";
+    }
+
     void PlantedFaults()
     {
-        const Run run = RunTool(DECLCHECK, {"faults.ui", "--data", "faults.json"});
+        QFETCH(QStringList, arguments);
+        QFETCH(QString, expected);
+        const Run run = RunTool(DECLCHECK, arguments);
         QCOMPARE(run.errors, QString());
         QCOMPARE(run.exitCode, 1);
-        QFile expected(FORMS "/faults.txt");
-        QVERIFY(expected.open(QIODevice::ReadOnly));
-        const QStringList wanted = QString::fromUtf8(expected.readAll()).split('\n');
+        QFile file(expected);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QStringList wanted = QString::fromUtf8(file.readAll()).split('\n');
         const QStringList found = run.output.split('\n');
         for (int i = 0; i < qMin(wanted.size(), found.size()); ++i)
             QCOMPARE(found.at(i), wanted.at(i));
@@ -157,19 +180,20 @@ private Q_SLOTS:
         const QStringList none;
 
         QTest::newRow("clean") << Form("~text", "a") << none << 0 << "";
-        QTest::newRow("a note alone") << Form("~text", "@Widget:toolTip") << none << 0 << ":1:103: note: ";
+        QTest::newRow("a note alone") << Form("~text", "@Widget:toolTip") << none << 0 << ":1:115: note: ";
         QTest::newRow("disabled") << Form("~text", "a b") << QStringList{"--disable", "left-over"} << 0 << "";
-        QTest::newRow("a warning") << Form("~text", "a b") << none << 1 << ":1:97: warning: Did not expect";
-        QTest::newRow("werror") << Form("~text", "a b") << QStringList{"--werror"} << 1 << ":1:97: error: Did not";
+        QTest::newRow("a warning") << Form("~text", "a b") << none << 1 << ":1:109: warning: Did not expect";
+        QTest::newRow("werror") << Form("~text", "a b") << QStringList{"--werror"} << 1 << ":1:109: error: Did not";
         QTest::newRow("the trap disabled, the parser speaks")
-            << Form("~text", "a -1") << QStringList{"--disable", "minus-sign"} << 1 << ":1:97: warning: Did not expect";
+            << Form("~text", "a -1") << QStringList{"--disable", "minus-sign"} << 1
+            << ":1:109: warning: Did not expect";
         QTest::newRow("variables") << Form("~text", "@P:a + b + @P:a") << QStringList{"--list-variables"} << 0
-                                   << ":1:102: b\n";
+                                   << ":1:114: b\n";
         QTest::newRow("package") << Form("~text", "b") << QStringList{"--list-variables", "--package", "Q"} << 0
-                                 << ":1:95: Q:b\n";
-        QTest::newRow("empty statement") << Form("~text", "") << none << 1 << ":1:95: error: Unknown parsing error";
+                                 << ":1:107: Q:b\n";
+        QTest::newRow("empty statement") << Form("~text", "") << none << 1 << ":1:107: error: Unknown parsing error";
         QTest::newRow("line breaks and sections") << carriageReturns << none << 1 << ":3:18: warning: Did not expect";
-        QTest::newRow("other encoding") << latin << none << 1 << ":1:142: warning: Did not expect token: \"b\"";
+        QTest::newRow("other encoding") << latin << none << 1 << ":1:154: warning: Did not expect token: \"b\"";
         QTest::newRow("no display") << Form("~text", "a", "QMainWindow") << none << 1
                                     << ":1:74: error: QMainWindow#top has no";
         QTest::newRow("unknown class") << Form("~toolTip", "a", "Nothing") << none << 1 << ":1:34: warning: The class";
@@ -178,13 +202,29 @@ private Q_SLOTS:
         QTest::newRow("a layout that the loader refuses") << QByteArray(
             "<ui><widget class='QToolBar'><widget class='QWidget'/><layout class='QVBoxLayout'/></widget></ui>")
                                                           << none << 0 << "";
-        QTest::newRow("deep statement") << Form("~text", bracket) << none << 1 << ":1:95: error: Expression is nested";
+        QTest::newRow("deep statement") << Form("~text", bracket) << none << 1 << ":1:107: error: Expression is nested";
         QTest::newRow("deep form") << "<ui>" + QByteArray("<widget class='QWidget'>").repeated(10000) << none << 2
                                    << ":1:7229: The elements are nested";
         QTest::newRow("empty") << QByteArray() << none << 2 << ":1:1: Premature end of document.";
         QTest::newRow("cut off") << Form("~text", "a").chopped(20) << none << 2 << ":1:";
         QTest::newRow("garbage") << QByteArray("\0\xff\xfe<\x01>&", 7) << none << 2 << ":1:";
-        QTest::newRow("invalid UTF-8") << Form("~text", "'\xc3('") << none << 2 << ":1:96: The text is no UTF-8.";
+        QTest::newRow("invalid UTF-8") << Form("~text", "'\xc3('") << none << 2 << ":1:108: The text is no UTF-8.";
+        const QByteArray limits = Form("~value", "x", "QSpinBox")
+                                      .replace("</widget>",
+                                               "<property name='~minimum'><string notr='true'>y</string></property>"
+                                               "<property name='~maximum'><string notr='true'>y</string></property>"
+                                               "<property name='value'><number>1</number></property></widget>");
+        QTest::newRow("a value before its limits")
+            << limits << QStringList{"--handler"} << 1
+            << ":1:71: warning: \"value\" is declared before \"minimum\", so the limits";
+        QTest::newRow("a value before its limits, bound with the form") << limits << none << 0 << "";
+        QTest::newRow("a value behind its limits")
+            << QByteArray(limits).replace("~value", "~maximum") << QStringList{"--handler"} << 1
+            << ":1:216: error: \"maximum\" of QSpinBox#top is declared already";
+        QTest::newRow("nothing to translate")
+            << TranslatableForm("x") << none << 0 << ":1:89: note: The statement has no text to show; take";
+        QTest::newRow("nothing that is shown") << TranslatableForm("'red'", "~styleSheet") << none << 0
+                                               << ":1:89: note: The statement has no text to show";
         QTest::newRow("a text of bytes") << Form("~text", "a").replace("string", "cstring") << none << 1
                                          << ":1:69: error: \"~text\" holds no text of the type";
         QTest::newRow("no form") << QByteArray("<html/>") << none << 2 << ":1:8: No form";
@@ -193,9 +233,9 @@ private Q_SLOTS:
         QTest::newRow("suppressed") << Suppressing("left-over") << none << 0 << "";
         QTest::newRow("suppressed for the property") << Suppressing("~text: left-over") << none << 0 << "";
         QTest::newRow("suppressed for another property")
-            << Suppressing("toolTip:left-over") << none << 1 << ":1:97: warning: Did not";
+            << Suppressing("toolTip:left-over") << none << 1 << ":1:109: warning: Did not";
         QTest::newRow("suppressed wrongly") << Suppressing("leftover,left-over") << none << 1
-                                            << ":1:134: warning: There is no check \"leftover\"; did you";
+                                            << ":1:146: warning: There is no check \"leftover\"; did you";
         QTest::newRow("unknown check") << Form("~text", "a") << QStringList{"--disable", "minus"} << 2 << "";
         QTest::newRow("no data") << Form("~text", "a") << QStringList{"--data", "nowhere.json"} << 2 << "";
         QTest::newRow("unknown format") << Form("~text", "a") << QStringList{"--format", "xml"} << 2 << "";
@@ -273,6 +313,11 @@ private Q_SLOTS:
         QTest::newRow("control characters") << QStringList{"a \x1b[1m"} << none << 1 << "(invalid)\n"
                                             << "error: Unrecognised token at \"\\u001b[1m\".\n    a \uFFFD[1m\n"
                                                "      ^~~~\n";
+        QTest::newRow("control characters in a value")
+            << QStringList{"'a\x1b[1m" + QString(QChar(0x9b)) + "'"} << none << 0 << "\"a\\u001b[1m\\u009b\"  QString\n"
+            << "";
+        QTest::newRow("control characters in a command") << QStringList{} << QByteArray(":\x1b[1m\n") << 1 << ""
+                                                         << "error: There is no command \":\\u001b[1m\"; see :help\n";
         QTest::newRow("a name that cannot be read") << QStringList{"--set", "two words=1", "1"} << none << 2 << ""
                                                     << "*";
         QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"
@@ -359,6 +404,7 @@ private Q_SLOTS:
                                                      << QStringList{"--package", "Q"} << 1 << "in the package \"Q\"";
         QTest::newRow("none") << QByteArray("{") << QStringList{"--project", ""} << 1 << "1 error, 1 warning";
         QTest::newRow("damaged") << QByteArray("{") << none << 2 << "declcheck.json: unterminated object";
+        QTest::newRow("handler") << QByteArray(R"({"handler": 1})") << none << 2 << "\"handler\" is neither true nor";
         QTest::newRow("unknown key") << QByteArray(R"({"dat": 1})") << none << 2 << "did you mean \"data\"?";
         QTest::newRow("unknown severity")
             << QByteArray(R"({"severities": {"left-over": "bad"}})") << none << 2 << "The severity of \"left-over\"";
@@ -407,10 +453,136 @@ private Q_SLOTS:
         QCOMPARE(file.readAll(), "\xef\xbb\xbf" + Form("~text", fixed) + "\r\n");
     }
 
+    void Translations_data()
+    {
+        QTest::addColumn<QByteArray>("statement");
+        QTest::addColumn<QByteArray>("translation");
+        QTest::addColumn<QString>("output"); ///< A part of it; empty for none.
+
+        const QByteArray none;
+        QTest::newRow("order and texts") << QByteArray("'a ' + x + ' of ' + (y + '.')") << QByteArray("y + \" b \" + x")
+                                         << "";
+        QTest::newRow("no text left") << QByteArray("x + ' pieces'") << QByteArray("x") << "";
+        QTest::newRow("more texts") << QByteArray("'a'") << QByteArray("('b' + 'c')") << "";
+        QTest::newRow("blanks and parentheses") << QByteArray("x+'a'") << QByteArray("'b' + (x)") << "";
+        QTest::newRow("a sum the other way round")
+            << QByteArray("(x * 2 + y) + 'a'") << QByteArray("'b' + (y + x * 2)") << "";
+        QTest::newRow("another variable") << QByteArray("x + 'a'") << QByteArray("'b' + y")
+                                          << ":4:20: error: \"y\" stands in the place of \"x\"; what";
+        QTest::newRow("another package") << QByteArray("@P:x + 'a'") << QByteArray("'b' + x") << ":4:20: error: \"x\"";
+        QTest::newRow("the default package") << QByteArray("@Q:x + 'a'") << QByteArray("'b' + x") << "";
+        QTest::newRow("another path") << QByteArray("@Widget:toolTip + 'a'") << QByteArray("'b' + @TopWidget:toolTip")
+                                      << ":4:20: error: \"@TopWidget:toolTip\" stands in the place";
+        QTest::newRow("read twice") << QByteArray("x + 'a'") << QByteArray("x + 'b' + x")
+                                    << ":4:24: error: \"x\" is not in the statement";
+        QTest::newRow("a text without quotes") << QByteArray("'a' + x") << QByteArray("b + x")
+                                               << ":4:14: error: \"b\" is not in the statement; what a statement reads "
+                                                  "stays as it is, and a text stands in quotes";
+        QTest::newRow("missing") << QByteArray("x + 'a'") << QByteArray("'b'")
+                                 << ":4:14: error: The translation lacks \"x\"";
+        QTest::newRow("key") << QByteArray("'a' + m .'k'") << QByteArray("'b' + m .'l'")
+                             << ":4:23: error: \"'l'\" stands";
+        QTest::newRow("subscript") << QByteArray("'a' + m['k']['l']") << QByteArray("'b' + m['z']['l']")
+                                   << ":4:22: error: \"'z'\" stands in the place of \"'k'\"; a key";
+        QTest::newRow("compared") << QByteArray("'a' + (x != 'k')") << QByteArray("'b' + (x != 'l')")
+                                  << ":4:26: error: \"'l'\" stands in the place of \"'k'\"; what is compared";
+        QTest::newRow("number") << QByteArray("'a' + x * 2") << QByteArray("'b' + x * 3")
+                                << ":4:24: error: \"3\" stands in the place of \"2\"; a number";
+        QTest::newRow("operator") << QByteArray("'a' + x * y") << QByteArray("'b' + x / y")
+                                  << ":4:20: error: \"x / y\" stands in the place of \"x * y\"; only";
+        QTest::newRow("a text that is no part of what is shown")
+            << QByteArray("'a' + (x - 'b')") << QByteArray("'b' + (x - 'c')")
+            << ":4:25: error: \"'c'\" stands in the place of \"'b'\"; only texts that are shown";
+        QTest::newRow("does not parse") << QByteArray("'a' + x") << QByteArray("'b' + * x")
+                                        << ":4:20: error: Unknown parsing error";
+        QTest::newRow("another language's operator")
+            << QByteArray("'a' + (x AND y)") << QByteArray("'b' + (x &amp;&amp; y)")
+            << ":4:23: error: There is no \"&&\"";
+        QTest::newRow("left over") << QByteArray("'a'") << QByteArray("'it' s'") << ":4:20: error: ";
+        QTest::newRow("finished without a text") << QByteArray("'a'") << none << "";
+        QTest::newRow("control character")
+            << QByteArray("'a' + x") << QByteArray("'b<byte value=\"x1b\"/>' + y") << ":4:14: error: \"y\" stands";
+        QTest::newRow("unfinished") << QByteArray("'a'")
+                                    << QByteArray("!<translation type=\"unfinished\">b c</translation>") << "";
+        QTest::newRow("vanished") << QByteArray("'a'")
+                                  << QByteArray("!<translation type=\"vanished\">b c</translation>") << "";
+        QTest::newRow("lengths") << QByteArray("'a'")
+                                 << QByteArray("!<translation variants=\"yes\"><lengthvariant>'b'</lengthvariant>"
+                                               "<lengthvariant>b c</lengthvariant></translation>")
+                                 << ":4:80: error: Did not expect token: \"c\"";
+        QTest::newRow("another message's") << QByteArray("'c'") << QByteArray("b c") << "";
+        QTest::newRow("nested too deep") << QByteArray("'a'")
+                                         << "!<translation>" + QByteArray("<numerusform>").repeated(10000)
+                                         << ":4:53: The forms of a translation are nested too deep.";
+        QTest::newRow("cut off") << QByteArray("'a'") << QByteArray("!<translation>") << ":4:";
+    }
+
+    void Translations()
+    {
+        QFETCH(QByteArray, statement);
+        QFETCH(QByteArray, translation);
+        QFETCH(QString, output);
+        const QTemporaryDir folder;
+        const QByteArray source = statement == "'c'" ? "'d'" : statement;
+        const QByteArray element
+            = translation.startsWith('!') ? translation.mid(1) : "<translation>" + translation + "</translation>";
+        const QString form = Written(folder, TranslatableForm(statement));
+        const QString file = Written(folder, Translation(source, element), "form.ts");
+        const Run run
+            = RunTool(DECLCHECK, {file, form, "--package", "Q", "--disable", "translatable-statement,never-triggers"});
+        QCOMPARE((run.output + run.errors).left(file.size() + output.size()),
+                 output.isEmpty() ? output : file + output);
+    }
+
+    void TranslationFiles_data()
+    {
+        QTest::addColumn<QByteArray>("content");
+        QTest::addColumn<int>("exitCode");
+        QTest::addColumn<QString>("output"); ///< What both streams start with behind the name of the file.
+
+        const QByteArray right = Translation("'a'", "<translation>'b'</translation>");
+        QTest::newRow("right") << right << 0 << "";
+        QTest::newRow("of other forms") << QByteArray(right).replace("Panel", "Other") << 0
+                                        << ":2:2: note: No context here bears";
+        QTest::newRow("invalid UTF-8") << QByteArray(right).replace("'b'", "'\xfc'") << 2
+                                       << ":4:15: The text is no UTF-8.";
+        QTest::newRow("another encoding") << QByteArray(right).replace("utf-8", "ISO-8859-1") << 2
+                                          << ":1:1: Translations are kept in UTF-8, not in ISO-8859-1.";
+        QTest::newRow("a form") << TranslatableForm("'a'") << 2 << ":1:19: No translations: the outermost";
+        QTest::newRow("empty") << QByteArray() << 2 << ":1:1: Premature end of document.";
+        QTest::newRow("more behind") << right + "<TS/>" << 2 << ":5:6: Extra content at end of document.";
+    }
+
+    void TranslationFiles()
+    {
+        QFETCH(QByteArray, content);
+        QFETCH(QString, output);
+        const QTemporaryDir folder;
+        const QString file = Written(folder, content, "form.ts");
+        const Run run = RunTool(DECLCHECK, {Written(folder, TranslatableForm("'a'")), file});
+        QTEST(run.exitCode, "exitCode");
+        QCOMPARE((run.output + run.errors).left(file.size() + output.size()),
+                 output.isEmpty() ? output : file + output);
+    }
+
+    void FixedTranslation()
+    {
+        const QTemporaryDir folder;
+        const QString form = Written(folder, TranslatableForm("'a' + m .'&lt;k'"));
+        const QByteArray translation
+            = Translation("'a' + m .'&lt;k'", "<translation>&quot;&#228;&quot; + m .&apos;ü&apos;</translation>\r\n");
+        const QString path = Written(folder, translation, "form.TS");
+        const Run run = RunTool(DECLCHECK, {form, path, "--fix"});
+        QCOMPARE(run.exitCode, 0);
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray(translation).replace("&apos;ü&apos;", "&apos;&lt;k&apos;"));
+    }
+
     void StandardInput()
     {
         const Run run = RunTool(DECLCHECK, {"-", "--stdin-name", "panel.ui"}, Form("~text", "a b"));
-        QVERIFY2(run.output.startsWith("panel.ui:1:97: warning: "), qPrintable(run.output + run.errors));
+        QVERIFY2(run.output.startsWith("panel.ui:1:109: warning: "), qPrintable(run.output + run.errors));
         QCOMPARE(run.exitCode, 1);
     }
 
@@ -423,8 +595,8 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         QByteArray form = "<ui><widget class='QWidget' name='top'>\n";
         for (const auto& trap : qAsConst(tables.traps))
-            form += "<widget class='QLabel'><property name='~toolTip'><string>" + trap.first.toHtmlEscaped().toUtf8()
-                + "</string></property></widget>\n";
+            form += "<widget class='QLabel'><property name='~toolTip'><string notr='true'>"
+                + trap.first.toHtmlEscaped().toUtf8() + "</string></property></widget>\n";
         QString error;
         QVERIFY(tables.variables.Write(folder.filePath("data.json"), &error));
         const QString file = Written(folder, form + "</widget></ui>");

@@ -79,6 +79,15 @@ const QVector<CheckInfo>& AllChecks()
         {Check::NeverBound, Severity::Warning, "never-bound",
          "A marked property of an item, a spacer or an attribute never becomes a statement."},
         {Check::UnknownCheck, Severity::Warning, "unknown-check", "A form suppresses a check that there is not."},
+        {Check::TranslationError, Severity::Error, "translation-error",
+         "The translation of a statement does not parse."},
+        {Check::TranslationChange, Severity::Error, "translation-change",
+         "The translation of a statement changes what is not shown."},
+        {Check::TranslationUnused, Severity::Note, "translation-unused", "No form uses the translations."},
+        {Check::TranslatableStatement, Severity::Note, "translatable-statement",
+         "A statement without a text to show is translatable."},
+        {Check::ValueBeforeLimit, Severity::Warning, "value-before-limit",
+         "A value is declared before what limits it."},
     };
     return checks;
 }

@@ -50,7 +50,12 @@ enum class Check
     ValueType,
     ValueRange,
     NeverBound,
-    UnknownCheck
+    UnknownCheck,
+    TranslationError,
+    TranslationChange,
+    TranslationUnused,
+    TranslatableStatement,
+    ValueBeforeLimit
 };
 
 enum class Severity
@@ -81,6 +86,7 @@ struct CheckOptions
     QString package;                           ///< Of variables that are named without one.
     const KnownVariables* variables = nullptr; ///< Where it is known which there are.
     QSet<int> disabled;                        ///< Values of Check.
+    bool usesHandler = false;                  ///< Whether the host adds the statements itself, in their order.
     QHash<int, Severity> severities;           ///< Of checks, where they are not the usual ones.
     QStringList hostVariables;                 ///< Patterns of «PACKAGE:NAME» that are none of the data's.
     QStringList hostProperties;                ///< Patterns of properties that no class has.

@@ -2,10 +2,11 @@
 #define FORMDOCUMENT_H
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 #include <QVector>
 
-#include "common/statementtokens.h"
+#include "common/xmlsource.h"
 
 class QXmlStreamReader;
 
@@ -13,12 +14,14 @@ class QXmlStreamReader;
 struct FormProperty
 {
     QString name;
-    QString text;        ///< Of a property that holds a text.
-    bool isText;         ///< Whether it does.
-    QString element;     ///< What its value stands in, such as "number"; empty when there is none.
-    QString content;     ///< Of a value of another kind that is one word, such as a number.
-    TextPlace namePlace; ///< In the source.
-    TextPlace textPlace; ///< In the source, where entities make it longer.
+    QString text;                ///< Of a property that holds a text.
+    bool isText;                 ///< Whether it does.
+    QString element;             ///< What its value stands in, such as "number"; empty when there is none.
+    QString content;             ///< Of a value of another kind that is one word, such as a number.
+    bool isTranslatable = false; ///< Whether translators get the text.
+    QString comment;             ///< What tells them apart from others of the same text.
+    TextPlace namePlace;         ///< In the source.
+    TextPlace textPlace;         ///< In the source, where entities make it longer.
 };
 
 /// An object of a form, as it stands in the file.
@@ -44,13 +47,6 @@ struct FormObject
     QStringList items;            ///< The texts of its items, such as those of a combo box.
 };
 
-/// Where something stands in the source, both counted from 1.
-struct Position
-{
-    int line;
-    int column; ///< In characters.
-};
-
 /// The objects of a .ui file with the places of their properties. Reads any input without harm.
 class FormDocument
 {
@@ -61,21 +57,21 @@ public:
 
     /// Parents before their children, else in the order of the file.
     const QVector<FormObject>& Objects() const { return m_objects; }
+    /// The name of the form's class, under which translators find its texts.
+    QString ClassName() const { return m_className; }
+    /// All texts of the form.
+    QSet<QString> Texts() const;
     /// The class that a custom widget extends; empty for classes that the form does not know.
     QString BaseClass(const QString& customClass) const { return m_baseClasses.value(customClass); }
 
-    Position PositionOf(int sourceOffset) const;
+    const XmlSource& Source() const { return m_source; }
     /// The place in the source of a piece of the property's text.
-    TextPlace SourcePlace(const FormProperty& property, const TextPlace& place) const;
-
-    /// A piece of the source.
-    QString SourceText(const TextPlace& place) const { return m_source.mid(place.offset, place.length); }
-    /// The content with other texts in some places, which do not overlap and come in their order; null when the
-    /// rest would not stay as it was.
-    QByteArray Replaced(const QVector<QPair<TextPlace, QString>>& replacements) const;
+    TextPlace SourcePlace(const FormProperty& property, const TextPlace& place) const
+    {
+        return m_source.PlaceIn(property.textPlace, property.text, place);
+    }
 
 private:
-    bool SetSource(const QByteArray& content);
     void ReadElements(QXmlStreamReader* reader);
     void ReadStart(QXmlStreamReader* reader);
     void AddObject(const QXmlStreamReader& reader, FormObject::Kind kind);
@@ -84,19 +80,13 @@ private:
     void AddStray(const FormProperty& property);
     void ReadAttribute(QXmlStreamReader* reader);
     void ReadCustomWidget(QXmlStreamReader* reader);
-    TextPlace AttributePlace(const QXmlStreamReader& reader, const QString& attribute) const;
     int EnclosingObject() const;
 
-    QByteArray m_content;
-    QString m_source;
-    QVector<int> m_lineStarts;
-    QVector<int> m_lowSurrogates; ///< Second halves of characters, which count for no column.
+    XmlSource m_source;
+    QString m_className;
     QVector<FormObject> m_objects;
     QVector<int> m_open; ///< The object of each element that is open; -1 for elements that are none.
     QHash<QString, QString> m_baseClasses;
-
-    mutable const FormProperty* m_mapped = nullptr; ///< The property that the map is of.
-    mutable QVector<int> m_map;                     ///< Where in the source each character of the text stands.
 };
 
 #endif

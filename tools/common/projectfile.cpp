@@ -64,7 +64,7 @@ bool ProjectFile::Read(const QString& fileName, QString* error)
 
 bool ProjectFile::Take(const QString& key, const QJsonValue& value, const QString& folder, QString* error)
 {
-    static const QStringList keys{"package", "data", "disable", "severities", "host"};
+    static const QStringList keys{"package", "data", "disable", "severities", "host", "handler"};
     QStringList names;
     switch (keys.indexOf(key)) {
     case 0:
@@ -80,6 +80,11 @@ bool ProjectFile::Take(const QString& key, const QJsonValue& value, const QStrin
         return TakeSeverities(value, error);
     case 4:
         return TakeHost(value, error);
+    case 5:
+        usesHandler = value.toBool();
+        if (!value.isBool())
+            *error = QString("\"%1\" is neither true nor false").arg(key);
+        return value.isBool();
     default:
         *error = QString("\"%1\" is not known here%2").arg(key, NearestName(keys).Hint(key));
         return false;

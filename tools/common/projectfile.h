@@ -10,13 +10,14 @@ class QJsonValue;
 
 /// What holds for all forms of a project: the content of a declcheck.json.
 ///
-///     { "package": "Engine", "data": "forms/data.json", "disable": ["never-triggers"],
+///     { "package": "Engine", "data": "forms/data.json", "handler": true, "disable": ["never-triggers"],
 ///       "severities": { "left-over": "error" },
 ///       "host": { "variables": ["Engine:*"], "properties": ["reading"] } }
 struct ProjectFile
 {
     QString package;
-    QString data; ///< An absolute path; empty when there is none.
+    QString data;             ///< An absolute path; empty when there is none.
+    bool usesHandler = false; ///< Whether the host adds the statements itself.
     QSet<int> disabled;
     QHash<int, Severity> severities;
     QStringList hostVariables;  ///< Patterns of «PACKAGE:NAME» that the host has besides the data.

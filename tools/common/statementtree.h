@@ -32,12 +32,25 @@ public:
     /// again.
     const QVector<Node>& Nodes() const { return m_nodes; }
     const StatementToken& TokenOf(const Node& node) const { return m_tokens.Tokens().at(node.token); }
+    /// From the first to the last token of a node.
+    TextPlace PlaceOf(int node) const;
+    /// The node in the parentheses, if it is one.
+    int Inside(int node) const;
     /// How many tokens the tree is made of; those behind are left over.
     int TokenCount() const { return m_consumed; }
     /// In the order of the parser's messages.
     const QVector<ParserReport>& Reports() const { return m_reports; }
 
 private:
+    /// The first and the last token of a node.
+    struct Span
+    {
+        int first;
+        int last;
+    };
+
+    Span SpanOf(const Node& node) const;
+
     void OnToken(const Token& token, const TextPlace& place) override;
     IExpression* CreateReference(const VariableToken& token, const TextPlace& place, bool readOnly) override;
     void OnNode(const ParsedNode& node) override;
@@ -45,6 +58,7 @@ private:
 
     StatementTokens m_tokens;
     QVector<Node> m_nodes;
+    QVector<Span> m_spans;                    ///< Of the nodes.
     QHash<const IExpression*, int> m_numbers; ///< Of the nodes.
     QVector<ParserReport> m_reports;
     int m_root;

@@ -36,8 +36,6 @@ TypeChecks::TypeChecks(const Diagnosis& diagnosis, const StatementTypes& types, 
       m_nodes(diagnosis.Tree().Nodes()),
       m_findings(findings)
 {
-    for (const Node& node : m_nodes)
-        m_spans.append(SpanOf(node));
     MarkTree();
 }
 
@@ -65,23 +63,6 @@ void TypeChecks::MarkTree()
             m_inTree[child] = true;
             m_isAsked[child] = m_isAsked.at(i) || TokenOf(i).type == Token::TT_HASVALUE;
         }
-    }
-}
-
-TypeChecks::Span TypeChecks::SpanOf(const Node& node) const
-{
-    const int last = m_tree.Tokens().Tokens().size() - 1;
-    switch (node.kind) {
-    case ParsedNode::Operand:
-        return {node.token, node.token};
-    case ParsedNode::Prefix:
-        return {node.token, m_spans.at(node.left).last};
-    case ParsedNode::Parentheses:
-        return {node.token, qMin(last, m_spans.at(node.left).last + 1)};
-    case ParsedNode::Subscript:
-        return {m_spans.at(node.left).first, qMin(last, m_spans.at(node.right).last + 1)};
-    default:
-        return {m_spans.at(node.left).first, m_spans.at(node.right).last};
     }
 }
 
@@ -231,7 +212,7 @@ void TypeChecks::CheckLogic(const Node& node)
 /// What an operand counts as where a truth value is wanted.
 void TypeChecks::CheckTruth(int operand)
 {
-    const int inside = Inside(operand);
+    const int inside = m_tree.Inside(operand);
     const ValueType& type = m_types.Of(inside);
     if (IsQuoted(inside) && type.isKnown && !SpellsTruth(type.value.toString()))
         Report(Check::TextTruth, PlaceOf(inside),
@@ -345,14 +326,6 @@ void TypeChecks::CheckKey(const Node& node)
                QString("The map in the data has no \"%1\"%2").arg(key, NearestName(map.keys()).Hint(key)));
 }
 
-/// The node in the parentheses, if it is one.
-int TypeChecks::Inside(int number) const
-{
-    while (m_nodes.at(number).kind == ParsedNode::Parentheses)
-        number = m_nodes.at(number).left;
-    return number;
-}
-
 bool TypeChecks::IsOperator(int number, Language::Role role) const
 {
     return m_nodes.at(number).kind == ParsedNode::Binary && TokenOf(number).HasRole(role);
@@ -375,13 +348,6 @@ bool TypeChecks::IsTold(int number) const
     return std::any_of(m_findings->begin(), m_findings->end(), [&](const StatementFinding& finding) {
         return finding.place.offset >= place.offset && finding.place.offset < place.End();
     });
-}
-
-TextPlace TypeChecks::PlaceOf(int number) const
-{
-    const QVector<StatementToken>& tokens = m_tree.Tokens().Tokens();
-    const int offset = tokens.at(m_spans.at(number).first).place.offset;
-    return {offset, tokens.at(m_spans.at(number).last).place.End() - offset};
 }
 
 /// As written, with the middle left out where it is long.

@@ -19,15 +19,7 @@ public:
 private:
     using Node = StatementTree::Node;
 
-    /// The first and the last token of a node.
-    struct Span
-    {
-        int first;
-        int last;
-    };
-
     void MarkTree();
-    Span SpanOf(const Node& node) const;
     void CheckNode(int number);
     void CheckLiteral(int number);
     void CheckSum(const Node& node);
@@ -46,13 +38,12 @@ private:
     void CheckKey(const Node& node);
     bool IsDecided(const Node& node, const QVariant& value) const;
 
-    int Inside(int number) const;
     bool IsOperator(int number, Language::Role role) const;
     bool IsNumberLiteral(int number) const;
     bool IsQuoted(int number) const;
     bool IsTold(int number) const;
     const StatementToken& TokenOf(int number) const { return m_tree.TokenOf(m_nodes.at(number)); }
-    TextPlace PlaceOf(int number) const;
+    TextPlace PlaceOf(int number) const { return m_tree.PlaceOf(number); }
     QString TextOf(int number) const;
     void Report(Check check, const TextPlace& place, const QString& message);
 
@@ -62,7 +53,6 @@ private:
     const StatementTree& m_tree;
     const QVector<Node>& m_nodes;
     QVector<StatementFinding>* const m_findings;
-    QVector<Span> m_spans;
     QVector<bool> m_inTree;
     QVector<bool> m_isAsked; ///< Whether it is part of what HASVALUE asks for.
 };

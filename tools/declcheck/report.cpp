@@ -10,6 +10,8 @@
 
 namespace {
 
+const int MaxOriginal = 100;
+
 // Colours of a terminal.
 const char* const Bold = "1";
 const char* const Faint = "2";
@@ -71,6 +73,17 @@ QJsonObject Result(const Finding& finding)
             {"locations", QJsonArray{Location(finding)}}};
 }
 
+/// A line with what a translation is of.
+QString Original(const Finding& finding)
+{
+    if (finding.original.isEmpty())
+        return QString();
+    QString line = finding.original;
+    line.replace('\n', ' ');
+    const bool isLong = line.size() > MaxOriginal;
+    return QString(4, ' ') + "source  " + line.left(MaxOriginal) + (isLong ? "..." : "") + '\n';
+}
+
 QString Counted(int count, const QString& word)
 {
     return QString("%1 %2%3").arg(count).arg(word, count == 1 ? "" : "s");
@@ -88,12 +101,12 @@ QByteArray Report::ToText(const QVector<Finding>& findings, bool isColored)
         text += paint(Bold, Where(finding.file, finding.start))
             + paint(ColorOf(finding.severity), SeverityName(finding.severity) + ':') + ' ' + finding.message + ' '
             + paint(Faint, QString("[%1]").arg(InfoOf(finding.check).name)) + '\n' + finding.excerpt.section('\n', 0, 0)
-            + '\n' + paint(Green, finding.excerpt.section('\n', 1, 1)) + '\n';
+            + '\n' + paint(Green, finding.excerpt.section('\n', 1, 1)) + '\n' + Original(finding);
     }
     return text.toUtf8();
 }
 
-QByteArray Report::CountsToText(const QVector<Finding>& findings, int formCount)
+QByteArray Report::CountsToText(const QVector<Finding>& findings, int formCount, int translationCount)
 {
     QStringList counts;
     for (const Severity severity : {Severity::Error, Severity::Warning, Severity::Note}) {
@@ -102,8 +115,9 @@ QByteArray Report::CountsToText(const QVector<Finding>& findings, int formCount)
         if (count > 0)
             counts.append(Counted(int(count), SeverityName(severity)));
     }
-    const QString text = counts.isEmpty() ? QString() : counts.join(", ") + " in " + Counted(formCount, "form") + '\n';
-    return text.toUtf8();
+    const QString translations = translationCount > 0 ? " and " + Counted(translationCount, "translation") : QString();
+    const QString text = counts.join(", ") + " in " + Counted(formCount, "form") + translations + '\n';
+    return counts.isEmpty() ? QByteArray() : text.toUtf8();
 }
 
 QByteArray Report::ToJson(const QVector<Finding>& findings)
@@ -121,6 +135,7 @@ QByteArray Report::ToJson(const QVector<Finding>& findings)
                                 {"object", finding.object},
                                 {"property", finding.property},
                                 {"statement", finding.statement},
+                                {"source", finding.original},
                                 {"fix", finding.fix}});
     }
     return QJsonDocument(list).toJson();

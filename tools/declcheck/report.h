@@ -11,8 +11,8 @@ namespace Report {
 /// For each finding «file:line:column: severity: message [check-name]» and an excerpt; with the colours of
 /// a terminal, if they are wanted.
 QByteArray ToText(const QVector<Finding>& findings, bool isColored);
-/// A line with the numbers of findings; nothing when there are none.
-QByteArray CountsToText(const QVector<Finding>& findings, int formCount);
+/// A line with the numbers of findings and files; nothing when there are none.
+QByteArray CountsToText(const QVector<Finding>& findings, int formCount, int translationCount);
 /// A list of objects, one for each finding.
 QByteArray ToJson(const QVector<Finding>& findings);
 /// A log in the format SARIF 2.1.0. \a succeeded tells whether all forms could be checked.

@@ -31,18 +31,6 @@ private:
     const QtMessageHandler m_previous;
 };
 
-/// A line for a terminal, which control characters would change.
-QString Escaped(const QString& text)
-{
-    QString escaped;
-    for (const QChar character : text) {
-        const bool isControl = character.category() == QChar::Other_Control;
-        escaped
-            += isControl ? QString("\\u%1").arg(int(character.unicode()), 4, 16, QLatin1Char('0')) : QString(character);
-    }
-    return escaped;
-}
-
 /// An excerpt with what is no line break or tab escaped.
 QString EscapedExcerpt(const QString& statement, const TextPlace& place)
 {
@@ -72,6 +60,17 @@ QJsonObject TokenToJson(const StatementToken& token)
 
 } // namespace
 
+QString Escaped(const QString& text)
+{
+    QString escaped;
+    for (const QChar character : text) {
+        const bool isControl = character.category() == QChar::Other_Control;
+        escaped
+            += isControl ? QString("\\u%1").arg(int(character.unicode()), 4, 16, QLatin1Char('0')) : QString(character);
+    }
+    return escaped;
+}
+
 Evaluation::Evaluation(const QString& statement, IDataPeer* dataPeer, const CheckOptions& options, int line)
     : m_statement(statement),
       m_diagnosis(statement),
@@ -95,7 +94,7 @@ QByteArray Evaluation::ValueToText() const
     if (!m_value.isValid())
         return "(invalid)\n";
     const QByteArray text = IsJsonNumber(m_value) ? JsonData::ValueToJson(m_value) : m_value.toString().toUtf8();
-    return text + "  " + TypeName().toUtf8() + '\n';
+    return Escaped(text).toUtf8() + "  " + TypeName().toUtf8() + '\n';
 }
 
 QByteArray Evaluation::TokensToText() const

@@ -9,6 +9,9 @@
 
 class IDataPeer;
 
+/// A line for a terminal, which control characters would change.
+QString Escaped(const QString& text);
+
 /// A statement with its value, and with all that there is to say about it.
 class Evaluation
 {

@@ -5,8 +5,11 @@
 #include <unistd.h>
 
 #ifdef DECLEVAL_EDITING
+#include <csignal>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <cwchar>
 #include <editline/readline.h>
 
 #include "DeclarationHandler/Tokens/language.h"
@@ -50,12 +53,53 @@ char* NextMatch(const char* text, int state)
     return nullptr;
 }
 
+/// The next character, which the library would wait for again after an interrupt; -1 at the end.
+int ReadCharacter(FILE*)
+{
+    std::mbstate_t state = {};
+    for (;;) {
+        char byte = 0;
+        if (read(STDIN_FILENO, &byte, 1) != 1)
+            return -1;
+        wchar_t character = 0;
+        const std::size_t used = std::mbrtowc(&character, &byte, 1, &state);
+        if (used != std::size_t(-2))
+            return used == std::size_t(-1) ? '?' : int(character);
+    }
+}
+
 char** Complete(const char* text, int, int)
 {
     // No names of files where no word matches.
     rl_attempted_completion_over = 1;
     return rl_completion_matches(text, NextMatch);
 }
+
+volatile std::sig_atomic_t isInterrupted = 0;
+
+void NoteInterrupt(int)
+{
+    isInterrupted = 1;
+}
+
+/// While it lives, an interrupt ends the waiting for input and not the program.
+class InterruptGuard
+{
+public:
+    InterruptGuard()
+    {
+        isInterrupted = 0;
+        struct sigaction action = {};
+        // Without SA_RESTART, so that the read that waits returns.
+        action.sa_handler = NoteInterrupt;
+        sigaction(SIGINT, &action, &m_previous);
+    }
+    ~InterruptGuard() { sigaction(SIGINT, &m_previous, nullptr); }
+    Q_DISABLE_COPY(InterruptGuard)
+
+private:
+    struct sigaction m_previous;
+};
 
 void SetUpEditing(const QStringList& words)
 {
@@ -64,6 +108,7 @@ void SetUpEditing(const QStringList& words)
     static const QByteArray separators = Separators();
     rl_basic_word_break_characters = separators.constData();
     rl_attempted_completion_function = Complete;
+    rl_getc_function = ReadCharacter;
     using_history();
 }
 
@@ -99,10 +144,12 @@ bool LineReader::ReadPlainly(QString* line)
 
 bool LineReader::Edit(QString* line)
 {
+    const InterruptGuard guard;
     char* const text = readline("> ");
     if (!text) {
         std::cout << std::endl;
-        return false;
+        line->clear();
+        return isInterrupted != 0;
     }
     if (*text)
         add_history(text);

@@ -151,7 +151,7 @@ private:
             Publish();
             return Parsed;
         }
-        Print(stderr, "error: " + error.toUtf8() + '\n');
+        Print(stderr, "error: " + Escaped(error).toUtf8() + '\n');
         return NotParsed;
     }
 
