@@ -182,6 +182,106 @@ private Q_SLOTS:
         QVERIFY(!banner->isVisible());
     }
 
+    void Generators_data()
+    {
+        QTest::addColumn<QByteArray>("generator");
+        QTest::addColumn<double>("time");
+        QTest::addColumn<QVariant>("value");
+        const QByteArray ramp = R"({ "$ramp": { "from": 10, "to": 20, "seconds": 4 } })";
+        QTest::newRow("ramp, start") << ramp << 0.0 << QVariant(10.0);
+        QTest::newRow("ramp, rounded") << ramp << 1.111 << QVariant(12.78);
+        QTest::newRow("ramp, anew") << ramp << 5.0 << QVariant(12.5);
+        QTest::newRow("ramp, back") << QByteArray(
+            R"({ "$ramp": { "from": 0, "to": 9, "seconds": 1, "back": true, "decimals": 0 } })")
+                                    << 1.5 << QVariant(5);
+        QTest::newRow("sine, half") << QByteArray(R"({ "$sine": { "from": -1, "to": 1, "seconds": 2 } })") << 1.0
+                                    << QVariant(1.0);
+        QTest::newRow("large") << QByteArray(R"({ "$sine": { "from": 0, "to": 4e9, "seconds": 2, "decimals": 0 } })")
+                               << 1.0 << QVariant(4000000000LL);
+        QTest::newRow("random, always the same")
+            << QByteArray(R"({ "$random": { "from": 0, "to": 100, "seconds": 2 } })") << 3.0 << QVariant(90.53);
+        QTest::newRow("toggle") << QByteArray(R"({ "$toggle": { "seconds": 2 } })") << 6.5 << QVariant(true);
+        QTest::newRow("toggle, texts") << QByteArray(R"({ "$toggle": { "seconds": 2, "values": ["a", "b", "c"] } })")
+                                       << 10.0 << QVariant("c");
+        QTest::newRow("plain data") << QByteArray(R"({ "$ref": "a" })") << 3.0 << QVariant(QVariantMap{{"$ref", "a"}});
+        QTest::newRow("two members") << QByteArray(R"({ "$ramp": {}, "a": 1 })") << 3.0
+                                     << QVariant(QVariantMap{{"$ramp", QVariantMap()}, {"a", 1}});
+    }
+
+    void Generators()
+    {
+        QFETCH(QByteArray, generator);
+        QFETCH(double, time);
+        QFETCH(QVariant, value);
+        JsonData data;
+        QString error;
+        QVERIFY2(data.Parse("{ \"P\": { \"a\": " + generator + " } }", "data", &error), qPrintable(error));
+        const Variable* const variable = data.Find("P", "a");
+        const QVariant found = variable->generator ? variable->generator->Value(time) : variable->value;
+        QCOMPARE(found.typeName(), value.typeName());
+        QCOMPARE(found, value);
+        // Written as it was.
+        JsonData again;
+        QVERIFY(again.Parse(data.ToJson(), "data", &error));
+        QCOMPARE(again.ToJson(), data.ToJson());
+        QCOMPARE(bool(again.Find("P", "a")->generator), bool(variable->generator));
+    }
+
+    void WrongGenerators_data()
+    {
+        QTest::addColumn<QByteArray>("generator");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("unknown") << QByteArray(R"({ "$ramb": {} })") << R"(there is no generator "$ramb")";
+        QTest::newRow("no object") << QByteArray(R"({ "$ramp": 5 })") << R"("$ramp" wants an object with "from", "to")";
+        QTest::newRow("missing") << QByteArray(R"({ "$sine": { "from": 1, "seconds": 1 } })")
+                                 << R"("$sine" wants "to", a number)";
+        QTest::newRow("no time") << QByteArray(R"({ "$toggle": { "seconds": 0 } })")
+                                 << R"(wants "seconds", a number from 0.01)";
+        QTest::newRow("too large") << QByteArray(R"({ "$ramp": { "from": 0, "to": 1e300, "seconds": 1 } })")
+                                   << R"(wants "to")";
+        QTest::newRow("misspelt") << QByteArray(R"({ "$toggle": { "seconds": 1, "value": [1, 2] } })")
+                                  << R"(knows no "value")";
+        QTest::newRow("one value") << QByteArray(R"({ "$toggle": { "seconds": 1, "values": [1] } })")
+                                   << R"(a list of two values)";
+        QTest::newRow("decimals") << QByteArray(R"({ "$ramp": { "from": 0, "to": 1, "seconds": 1, "decimals": 99 } })")
+                                  << R"(wants "decimals", a whole number from 0 to 9)";
+    }
+
+    void WrongGenerators()
+    {
+        QFETCH(QByteArray, generator);
+        JsonData data;
+        QString error;
+        QVERIFY(!data.Parse("{ \"P\": { \"a\": " + generator + " } }", "data", &error));
+        QFETCH(QString, reason);
+        QVERIFY2(error.startsWith("data: P:a: ") && error.contains(reason), qPrintable(error));
+    }
+
+    void VariablesMove()
+    {
+        const Viewer viewer(Settings);
+        viewer.Write("data.json", R"({ "Main": { "limits": { "$toggle": { "seconds": 2, "values": [[1, 2], [3, 4]] } },
+            "name": { "$ramp": { "from": 0, "to": 9, "seconds": 0.1 } } } })");
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 1"));
+        viewer.session->Motion().SetTime(3);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 3"));
+        viewer.session->Motion().SetTime(4.02);
+        QTRY_COMPARE(viewer.Value("name"), QString("1.8"));
+        viewer.Trigger("Run");
+        QTRY_VERIFY(viewer.Value("name") != "1.8");
+        viewer.Trigger("Pause");
+
+        // An edit stops its variable, and goes into the file in the place of the generator.
+        viewer.Edit("limits", "[7, 8]");
+        viewer.session->Motion().SetTime(2);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 7"));
+        viewer.Trigger("Save data");
+        JsonData data;
+        QString error;
+        QVERIFY(data.Read(viewer.dir.filePath("data.json"), &error));
+        QVERIFY(!data.Find("Main", "limits")->generator && data.Find("Main", "name")->generator);
+    }
+
     void ControlClickSelectsDeclarations()
     {
         const Viewer viewer(Settings);
@@ -262,6 +362,9 @@ private Q_SLOTS:
         QTest::newRow("JSON") << QStringList{"--json", "--set", "limits=[7]"} << 0
                               << QByteArray(R"({"property":"text","value":"Limit 7","widget":"TopWidget\\title"})");
         QTest::newRow("picture") << QStringList{"--screenshot", "picture.png"} << 0 << QByteArray();
+        QTest::newRow("time") << QStringList{"--print", "--at", "2.5", "--data", "moving.json"} << 0
+                              << QByteArray("\"Limit 4\"");
+        QTest::newRow("no time") << QStringList{"--print", "--at", "nan"} << 2 << QByteArray();
         QTest::newRow("no JSON") << QStringList{"--print", "--set", "limits=x"} << 2 << QByteArray();
         QTest::newRow("no data") << QStringList{"--print", "--data", "form.ui"} << 2 << QByteArray();
         QTest::newRow("no such form") << QStringList{"--print", "other.ui"} << 2 << QByteArray();
@@ -272,6 +375,8 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, options);
         const Viewer viewer(Settings);
+        viewer.Write("moving.json",
+                     R"({ "Main": { "limits": { "$toggle": { "seconds": 1, "values": [[3], [9], [4]] } } } })");
         QProcess program;
         program.setWorkingDirectory(viewer.dir.path());
         program.start(DECLVIEW, QStringList{"form.ui", "--data", "data.json", "--package", "Main"} + options);

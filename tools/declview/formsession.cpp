@@ -77,6 +77,7 @@ bool FormSession::Load(QString* error)
     }
     m_text = text;
     m_variables.Load(data);
+    m_motion.Show();
     Replace(form);
     return true;
 }

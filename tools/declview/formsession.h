@@ -11,6 +11,7 @@
 #include <memory>
 
 #include "DeclarationForms/formbinding.h"
+#include "declview/datamotion.h"
 #include "declview/formresources.h"
 #include "declview/messagelog.h"
 #include "declview/variablestore.h"
@@ -49,6 +50,7 @@ public:
     QWidget* Form() const { return m_form; }
     const QVector<ViewedProperty>& Properties() const { return m_properties; }
     VariableStore& Variables() { return m_variables; }
+    DataMotion& Motion() { return m_motion; }
     MessageLog& Log() { return m_log; }
     /// Names of the widgets that something to save lies in, from the outside in.
     QStringList Scopes() const;
@@ -83,6 +85,7 @@ private:
     SessionFiles m_files;
     MessageLog m_log;
     VariableStore m_variables;
+    DataMotion m_motion{&m_variables};
     FormResources m_resources;
     QPointer<QWidget> m_form;
     QByteArray m_text; ///< What the form was made of.

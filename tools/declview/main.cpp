@@ -12,12 +12,14 @@ namespace {
 
 const int CannotRun = 2;
 const QSize LargestPicture(4000, 3000);
+const int LatestTime = 1000000;
 
 struct Options
 {
     SessionFiles files;
     UnattendedTasks tasks;
     JsonData assignments;
+    double time; ///< At which generators stand for the tasks.
 };
 
 int Fail(const QString& reason)
@@ -40,11 +42,13 @@ QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Op
     const QCommandLineOption set("set", "Give a variable a value; may be repeated.", "[PACKAGE:]NAME=JSON");
     const QCommandLineOption screenshot("screenshot", "Save a picture of the window and exit.", "FILE");
     const QCommandLineOption print("print", "Print what the bound properties hold and exit.");
+    const QCommandLineOption at("at", "Show data that move as they are then, with the options that exit.", "SECONDS",
+                                "0");
     const QCommandLineOption json("json", "Print it as JSON.");
     parser->setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
     parser->addHelpOption();
     parser->addVersionOption();
-    parser->addOptions({data, package, set, screenshot, print, json});
+    parser->addOptions({data, package, set, screenshot, print, json, at});
     parser->addPositionalArgument("FORM.ui", "The form.");
 
     if (!parser->parse(arguments))
@@ -55,6 +59,10 @@ QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Op
         return "one form is wanted (see --help)";
     options->files = {parser->positionalArguments().constFirst(), parser->value(data), parser->value(package)};
     options->tasks = {parser->value(screenshot), parser->isSet(print) || parser->isSet(json), parser->isSet(json)};
+    bool isNumber = false;
+    options->time = parser->value(at).toDouble(&isNumber);
+    if (!isNumber || !(options->time >= 0 && options->time <= LatestTime))
+        return QString("--at wants seconds, from 0 to %1").arg(LatestTime);
     const QStringList assignments = parser->values(set);
     QString error;
     for (const QString& assignment : assignments) {
@@ -74,6 +82,8 @@ int Run(const Options& options)
         return Fail(error);
     const bool unattended = options.tasks.Any();
     window.FitToForm(unattended ? LargestPicture : QApplication::primaryScreen()->availableSize());
+    session.Motion().SetTime(options.time);
+    window.SetMotion(!unattended);
     window.show();
     if (unattended)
         return RunUnattended(options.tasks, session, &window) ? 0 : CannotRun;

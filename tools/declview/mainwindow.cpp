@@ -68,6 +68,12 @@ void MainWindow::Reload()
     Tell("Loaded " + QFileInfo(m_session->Files().form).fileName());
 }
 
+void MainWindow::SetMotion(bool running)
+{
+    m_motion->setChecked(running);
+    ShowMotion();
+}
+
 void MainWindow::FitToForm(const QSize& limit)
 {
     const QSize wanted = m_stage->minimumSize() + QSize(m_dockWidth + Spare, Spare);
@@ -96,6 +102,10 @@ void MainWindow::AddToolBar()
         = toolBar->addAction(style()->standardIcon(QStyle::SP_BrowserReload), "Reload", this, &MainWindow::Reload);
     reload->setShortcut(QKeySequence::Refresh);
     reload->setToolTip("Reads form and data again; edited variables stay");
+    m_motion = toolBar->addAction("Run");
+    m_motion->setCheckable(true);
+    m_motion->setToolTip("Lets the variables move that the data file gives a generator");
+    connect(m_motion, &QAction::toggled, this, &MainWindow::ShowMotion);
 }
 
 void MainWindow::AddStage()
@@ -175,6 +185,7 @@ void MainWindow::OnFormReplaced()
 {
     m_highlight->SetTarget(nullptr);
     m_stage->SetForm(m_session->Form());
+    m_motion->setVisible(m_session->Variables().AnyMoves());
     ShowScopes();
     const SessionFiles& files = m_session->Files();
     setWindowTitle(QFileInfo(files.form).fileName() + " - declview");
@@ -195,6 +206,14 @@ void MainWindow::ShowMissing()
 {
     const int missing = m_variables.MissingCount();
     m_variablesPanel->SetNote(missing ? QString(", %1 missing").arg(missing) : QString());
+}
+
+void MainWindow::ShowMotion()
+{
+    const bool running = m_motion->isChecked();
+    m_session->Motion().SetRunning(running);
+    m_motion->setIcon(style()->standardIcon(running ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+    m_motion->setText(running ? "Pause" : "Run");
 }
 
 void MainWindow::SaveForm()

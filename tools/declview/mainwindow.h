@@ -27,6 +27,8 @@ public:
 
     /// Reads the files again. When that fails the form stays as it is, and a banner says so.
     void Reload();
+    /// Lets the clock of the generators run, or stand.
+    void SetMotion(bool running);
     /// Takes the size in which the whole form is seen, up to that one.
     void FitToForm(const QSize& limit);
 
@@ -38,6 +40,7 @@ private:
     void OnFormReplaced();
     void ShowScopes();
     void ShowMissing();
+    void ShowMotion();
     void SaveForm();
     void SaveData();
     void Highlight();
@@ -55,6 +58,7 @@ private:
     WidgetHighlight* m_highlight;
     QLabel* m_banner;
     QComboBox* m_scopes;
+    QAction* m_motion;
     int m_dockWidth;
     TablePanel* m_variablesPanel;
     TablePanel* m_declarationsPanel;
