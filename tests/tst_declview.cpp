@@ -8,6 +8,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 #include <QtTest>
 
 #include <thread>
@@ -94,8 +95,10 @@ struct Viewer
     {
         const QList<QAction*> actions = window->findChildren<QAction*>();
         for (QAction* const candidate : actions) {
-            if (candidate->text() == action)
-                candidate->trigger();
+            if (candidate->text() != action)
+                continue;
+            QTRY_VERIFY(candidate->isEnabled());
+            candidate->trigger();
         }
     }
 
@@ -145,9 +148,67 @@ private Q_SLOTS:
         QCOMPARE(data.Variables().size(), 2);
     }
 
+    void EditsAreSavedOrReverted()
+    {
+        const Viewer viewer(Form(Widget("QSpinBox", "box", Property("_value", "limits[0]"))
+                                 + Widget("QSpinBox", "other", Property("_value", "limits[0] * 2"))));
+        QVERIFY(!viewer.window->isWindowModified());
+        viewer.Find<QSpinBox>("box")->setValue(5);
+        QTRY_VERIFY(viewer.window->isWindowModified());
+        viewer.Trigger("Revert");
+        QTRY_VERIFY(!viewer.window->isWindowModified());
+        QCOMPARE(viewer.Find<QSpinBox>("box")->value(), 30);
+
+        viewer.Find<QSpinBox>("other")->setValue(5);
+        viewer.Trigger("Save");
+        QTRY_COMPARE(viewer.Cell("declarations", DeclarationsModel::Widget, "other", DeclarationsModel::Diagnostic),
+                     QString("_value of QSpinBox \"other\": the statement passes no value on."));
+    }
+
+    void ProblemsStandUntilTheyGo()
+    {
+        const Viewer viewer(Form(Widget("QSpinBox", "box", Property("~value", "limits[0] * 10"))));
+        const auto problem = [&viewer] {
+            return viewer.Cell("declarations", DeclarationsModel::Widget, "box", DeclarationsModel::Diagnostic);
+        };
+        QVERIFY2(problem().contains("300") && problem().contains("99"), qPrintable(problem()));
+        viewer.Edit("limits", "[3]");
+        QTRY_COMPARE(problem(), QString());
+    }
+
+    void DetailsOfADeclaration()
+    {
+        const Viewer viewer(
+            Form(Widget("QLabel", "one", Property("~text", "'Limit ' + (limits[0] + @Widget:objectName)"))
+                 + Widget("QLabel", "two", Property("~text", "@TopWidget\\one:text + limits[8]"))));
+        const auto* const detail = viewer.window->findChild<QTreeWidget*>("detail");
+        const auto lines = [detail] {
+            QStringList found;
+            for (QTreeWidgetItemIterator it(const_cast<QTreeWidget*>(detail)); *it; ++it)
+                found.append((*it)->text(0) + " | " + (*it)->text(1));
+            return found;
+        };
+        const auto* const view = viewer.window->findChild<QTableView*>("declarations");
+        view->selectionModel()->select(view->model()->index(0, 0),
+                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QCOMPARE(lines(),
+                 (QStringList{"'Limit ' + (limits[0] + @Widget:objectName) | \"Limit 30one\"",
+                              "limits[0] + @Widget:objectName | \"30one\"", "limits[0] | 30", "limits | [30,20]",
+                              "@Widget:objectName | \"one\"", "Reads | ", "Main:limits | [30,20]",
+                              "TopWidget\\one:objectName | \"one\"", "Is read by | ",
+                              "TopWidget\\two:text | \"Limit 30one\""}));
+        viewer.Edit("limits", "[7]");
+        QTRY_VERIFY(lines().contains("limits[0] | 7"));
+
+        view->selectionModel()->select(view->model()->index(1, 0),
+                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QVERIFY2(lines().contains("limits[8] | no value: the index is out of bounds"), qPrintable(lines().join('\n')));
+    }
+
     void MissingVariablesAreListed()
     {
         const Viewer viewer(Settings);
+        QCOMPARE(viewer.Table("variables")->index(0, VariablesModel::Name).data().toString(), QString("missing"));
         QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Package), QString("Other"));
         QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Type), QString("missing"));
         viewer.Edit("missing", "no JSON");
@@ -365,6 +426,13 @@ private Q_SLOTS:
         QTest::newRow("time") << QStringList{"--print", "--at", "2.5", "--data", "moving.json"} << 0
                               << QByteArray("\"Limit 4\"");
         QTest::newRow("no time") << QStringList{"--print", "--at", "nan"} << 2 << QByteArray();
+        QTest::newRow("form alone") << QStringList{"--screenshot", "form.png", "--size", "500x300", "--scale", "2"} << 0
+                                    << QByteArray();
+        QTest::newRow("no size") << QStringList{"--screenshot", "a.png", "--size", "500"} << 2 << QByteArray();
+        QTest::newRow("no scale") << QStringList{"--screenshot", "a.png", "--scale", "x"} << 2 << QByteArray();
+        QTest::newRow("size of nothing") << QStringList{"--print", "--size", "500x300"} << 2 << QByteArray();
+        QTest::newRow("watch and exit") << QStringList{"--print", "--watch"} << 2 << QByteArray();
+        QTest::newRow("no translation") << QStringList{"--print", "--translation", "form.ui"} << 2 << QByteArray();
         QTest::newRow("no JSON") << QStringList{"--print", "--set", "limits=x"} << 2 << QByteArray();
         QTest::newRow("no data") << QStringList{"--print", "--data", "form.ui"} << 2 << QByteArray();
         QTest::newRow("no such form") << QStringList{"--print", "other.ui"} << 2 << QByteArray();
@@ -386,6 +454,27 @@ private Q_SLOTS:
         QVERIFY2(program.readAllStandardOutput().contains(output), program.readAllStandardError());
         if (options.contains("picture.png"))
             QVERIFY(QImage(viewer.dir.filePath("picture.png")).width() > 800);
+        if (options.contains("form.png"))
+            QCOMPARE(QImage(viewer.dir.filePath("form.png")).size(), QSize(1000, 600));
+    }
+
+    void ChangesArePrinted()
+    {
+        const Viewer viewer(Settings);
+        QProcess program;
+        program.setWorkingDirectory(viewer.dir.path());
+        program.start(DECLVIEW, {"form.ui", "--data", "data.json", "--package", "Main", "--watch"});
+        QByteArray output;
+        const auto prints = [&](const QByteArray& line) {
+            output += program.readAllStandardOutput();
+            return output.contains(line);
+        };
+        QTRY_VERIFY(prints("TopWidget\\title\ttext\t\"Limit 30\"\n"));
+        viewer.Write("data.json", R"({ "Main": { "limits": [31, 20] } })");
+        QTRY_VERIFY(prints("TopWidget\\title\ttext\t\"Limit 31\"\n"));
+        QCOMPARE(output.count("lower"), 1);
+        program.kill();
+        program.waitForFinished();
     }
 
     // Qt's loader crashes on each of them.

@@ -41,8 +41,10 @@ public:
     /// when either cannot be read.
     bool Load(QString* error);
     /// Writes back what was edited in the object of that name and below; an empty name stands for the form.
-    /// Answers how many properties were saved.
-    int Save(const QString& objectName);
+    FormSaveResult Save(const QString& objectName);
+    /// Gives up what was edited there.
+    void Revert(const QString& objectName);
+    bool IsEdited() const { return m_binding && m_binding->IsEdited(); }
     /// Writes the variables, from then on to that file.
     bool SaveData(const QString& fileName, QString* error);
 
@@ -52,6 +54,10 @@ public:
     VariableStore& Variables() { return m_variables; }
     DataMotion& Motion() { return m_motion; }
     MessageLog& Log() { return m_log; }
+    /// What the binding says of a property; without an object for one that is not bound.
+    BoundProperty Bound(int position) const;
+    /// Positions of the properties whose statements read that one.
+    QVector<int> ReadersOf(int position) const;
     /// Names of the widgets that something to save lies in, from the outside in.
     QStringList Scopes() const;
 
@@ -61,6 +67,8 @@ Q_SIGNALS:
     void FormReplaced();
     /// The value of a bound property may be another, or it was evaluated, or has a new diagnostic.
     void PropertyChanged(int position);
+    /// Whether anything in the form is edited has changed.
+    void EditedChanged(bool edited);
     /// Messages, with their declarations put in where they were found.
     void MessagesArrived(const QVector<LogMessage>& messages);
 
@@ -76,7 +84,10 @@ private:
     void NoteReads();
     void WatchProperties();
     void Watch(const QObject* object, const QString& property);
-    void CountEvaluations();
+    void StartTaking();
+    void TakeState();
+    void TakeProblems();
+    QObject* Scope(const QString& objectName) const;
     void OnProblem(const FormProblem& problem);
     void OnMessages(QVector<LogMessage> messages);
     /// -1 for none.
@@ -92,7 +103,8 @@ private:
     std::unique_ptr<FormBinding> m_binding;
     QVector<ViewedProperty> m_properties;
     QHash<const QObject*, QVector<int>> m_positions; ///< In m_properties, of the objects with some.
-    QTimer m_counting;                               ///< Runs when something may have been evaluated.
+    QHash<QPair<const QObject*, QString>, QVector<int>> m_readers;
+    QTimer m_taking; ///< Runs when something may have been evaluated.
 };
 
 #endif

@@ -6,6 +6,7 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QHeaderView>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScrollArea>
@@ -16,6 +17,7 @@
 
 #include <utility>
 
+#include "declview/detailpanel.h"
 #include "declview/formstage.h"
 #include "declview/tablepanel.h"
 #include "declview/widgethighlight.h"
@@ -41,6 +43,7 @@ MainWindow::MainWindow(FormSession* session)
     statusBar()->showMessage("Ctrl and a click on a widget selects its declarations.");
 
     connect(session, &FormSession::FormReplaced, this, &MainWindow::OnFormReplaced);
+    connect(session, &FormSession::EditedChanged, this, &MainWindow::SetEdited);
     connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
     connect(&m_watcher, &FileWatcher::Changed, this, &MainWindow::Reload);
     m_watcher.Add(session->Files().form);
@@ -88,10 +91,13 @@ void MainWindow::AddToolBar()
 
     m_scopes = new QComboBox;
     m_scopes->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    m_scopes->setToolTip("What \"Save\" writes back into the variables");
-    QAction* const save
+    m_scopes->setToolTip("What \"Save\" and \"Revert\" are for");
+    m_save
         = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogApplyButton), "Save", this, &MainWindow::SaveForm);
-    save->setToolTip("Writes what was edited in the form back into the variables");
+    m_save->setToolTip("Writes what was edited in the form back into the variables");
+    m_revert = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogResetButton), "Revert", this,
+                                  &MainWindow::RevertForm);
+    m_revert->setToolTip("Gives up what was edited in the form");
     toolBar->addWidget(m_scopes);
     toolBar->addSeparator();
     QAction* const saveData = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogSaveButton), "Save data", this,
@@ -133,8 +139,11 @@ void MainWindow::AddStage()
 
 void MainWindow::AddDock()
 {
-    m_variablesPanel = new TablePanel("Variables", &m_variables, {20, 18, 12});
-    m_declarationsPanel = new TablePanel("Declarations", &m_declarations, {18, 16, 30, 22, 8});
+    m_variablesPanel = new TablePanel("Variables", &m_variables, {24, 24, 20});
+    m_declarationsPanel = new TablePanel("Declarations", &m_declarations, {24, 20, 36, 24, 8});
+    m_detail = new DetailPanel(m_session);
+    m_detail->setFont(m_declarationsPanel->View()->font());
+    m_detail->header()->setFont(m_detail->font());
     m_messagesPanel = new TablePanel("Messages", &m_messages, {16, 26});
     m_variablesPanel->View()->setObjectName("variables");
     m_declarationsPanel->View()->setObjectName("declarations");
@@ -145,10 +154,12 @@ void MainWindow::AddDock()
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_variablesPanel);
     splitter->addWidget(m_declarationsPanel);
+    splitter->addWidget(m_detail);
     splitter->addWidget(m_messagesPanel);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 4);
     splitter->setStretchFactor(2, 2);
+    splitter->setStretchFactor(3, 2);
 
     auto* const dock = new QDockWidget("Behind the form");
     dock->setObjectName("dock");
@@ -160,6 +171,7 @@ void MainWindow::AddDock()
 
     connect(m_declarationsPanel->View()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &MainWindow::Highlight);
+    connect(&m_declarations, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowProblemCount);
     connect(&m_variables, &QAbstractItemModel::modelReset, this, &MainWindow::ShowMissing);
     connect(&m_variables, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowMissing);
 }
@@ -186,9 +198,12 @@ void MainWindow::OnFormReplaced()
     m_highlight->SetTarget(nullptr);
     m_stage->SetForm(m_session->Form());
     m_motion->setVisible(m_session->Variables().AnyMoves());
+    m_detail->SetDeclaration(m_declarations.FirstProblem());
     ShowScopes();
+    ShowProblemCount();
+    SetEdited(false);
     const SessionFiles& files = m_session->Files();
-    setWindowTitle(QFileInfo(files.form).fileName() + " - declview");
+    setWindowTitle(QFileInfo(files.form).fileName() + "[*] - declview");
 }
 
 void MainWindow::ShowScopes()
@@ -208,6 +223,21 @@ void MainWindow::ShowMissing()
     m_variablesPanel->SetNote(missing ? QString(", %1 missing").arg(missing) : QString());
 }
 
+void MainWindow::ShowProblemCount()
+{
+    const int problems = m_declarations.ProblemCount();
+    m_declarationsPanel->SetNote(problems ? QString(", %1 with a problem").arg(problems) : QString());
+    m_detail->Refresh();
+}
+
+/// As a host enables its button.
+void MainWindow::SetEdited(bool edited)
+{
+    m_save->setEnabled(edited);
+    m_revert->setEnabled(edited);
+    setWindowModified(edited);
+}
+
 void MainWindow::ShowMotion()
 {
     const bool running = m_motion->isChecked();
@@ -218,8 +248,16 @@ void MainWindow::ShowMotion()
 
 void MainWindow::SaveForm()
 {
-    const int saved = m_session->Save(m_scopes->currentData().toString());
-    Tell(QString("Saved: %1, %2 edited").arg(m_scopes->currentText()).arg(saved));
+    const FormSaveResult result = m_session->Save(m_scopes->currentData().toString());
+    QString text = QString("Saved: %1, %2 edited").arg(m_scopes->currentText()).arg(result.saved);
+    if (!result.refused.isEmpty())
+        text += QString(", %1 refused. %2").arg(result.refused.size()).arg(result.refused.constFirst().message);
+    Tell(text);
+}
+
+void MainWindow::RevertForm()
+{
+    m_session->Revert(m_scopes->currentData().toString());
 }
 
 void MainWindow::SaveData()
@@ -241,6 +279,7 @@ void MainWindow::SaveData()
 void MainWindow::Highlight()
 {
     const int row = m_declarationsPanel->CurrentRow();
+    m_detail->SetDeclaration(row);
     auto* const widget = row < 0 ? nullptr : qobject_cast<QWidget*>(m_declarations.Object(row));
     m_highlight->SetTarget(widget);
     if (widget && !m_highlight->Shows())

@@ -9,6 +9,7 @@
 #include "declview/messagesmodel.h"
 #include "declview/variablesmodel.h"
 
+class DetailPanel;
 class FormStage;
 class QComboBox;
 class QLabel;
@@ -41,7 +42,10 @@ private:
     void ShowScopes();
     void ShowMissing();
     void ShowMotion();
+    void ShowProblemCount();
+    void SetEdited(bool edited);
     void SaveForm();
+    void RevertForm();
     void SaveData();
     void Highlight();
     bool SelectDeclarationsOf(const QObject* clicked);
@@ -58,10 +62,13 @@ private:
     WidgetHighlight* m_highlight;
     QLabel* m_banner;
     QComboBox* m_scopes;
+    QAction* m_save;
+    QAction* m_revert;
     QAction* m_motion;
     int m_dockWidth;
     TablePanel* m_variablesPanel;
     TablePanel* m_declarationsPanel;
+    DetailPanel* m_detail;
     TablePanel* m_messagesPanel;
     bool m_clickIsOurs = false; ///< Until the button is released.
 };

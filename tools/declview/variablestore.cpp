@@ -111,13 +111,22 @@ bool VariableStore::Save(const QString& fileName, QString* error)
 
 QVariant VariableStore::Value(int position) const
 {
-    return m_data->GetValue(m_variables.at(position).identifier, QVariant());
+    return Value(m_variables.at(position).identifier);
+}
+
+QVariant VariableStore::Value(const VariableIdentifier& identifier) const
+{
+    return m_data->GetValue(identifier, QVariant());
 }
 
 bool VariableStore::IsMissing(int position) const
 {
-    const StoredVariable& variable = m_variables.at(position);
-    return variable.isRead && !variable.inFile && !Value(position).isValid();
+    return IsMissing(m_variables.at(position));
+}
+
+bool VariableStore::IsMissing(const StoredVariable& variable) const
+{
+    return variable.isRead && !variable.inFile && !Value(variable.identifier).isValid();
 }
 
 void VariableStore::Flush()
@@ -170,6 +179,8 @@ void VariableStore::RemoveUnused()
     const auto isUnused
         = [](const StoredVariable& variable) { return !variable.inFile && !variable.edited && !variable.isRead; };
     m_variables.erase(std::remove_if(m_variables.begin(), m_variables.end(), isUnused), m_variables.end());
+    std::stable_partition(m_variables.begin(), m_variables.end(),
+                          [this](const StoredVariable& variable) { return IsMissing(variable); });
     m_positions.clear();
     for (int i = 0; i < m_variables.size(); ++i)
         m_positions.insert(m_variables.at(i).identifier, i);

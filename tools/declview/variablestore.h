@@ -55,6 +55,7 @@ public:
 
     const QVector<StoredVariable>& Variables() const { return m_variables; }
     QVariant Value(int position) const;
+    QVariant Value(const VariableIdentifier& identifier) const;
     /// Whether a statement reads it and nobody has given it a value.
     bool IsMissing(int position) const;
 
@@ -70,7 +71,9 @@ Q_SIGNALS:
 private:
     void OnNotify(const VariableIdentifier& identifier) override;
     void customEvent(QEvent* event) override;
+    bool IsMissing(const StoredVariable& variable) const;
     StoredVariable& Find(const VariableIdentifier& identifier);
+    /// Puts what is missing first, too.
     void RemoveUnused();
 
     IDataPeer* const m_data;
