@@ -398,6 +398,70 @@ private Q_SLOTS:
                  2);
     }
 
+    void QualifiedValues()
+    {
+        const Viewer viewer(Form(Widget("QLabel", "label",
+                                        "<property name=\"alignment\"><set>Qt::AlignmentFlag::AlignRight|"
+                                        "Qt::AlignmentFlag::AlignBottom</set></property><property name=\"frameShape\">"
+                                        "<enum>QFrame::Shape::Box</enum></property><property name=\"textFormat\">"
+                                        "<enum>Qt::PlainText</enum></property>")));
+        const auto* const label = viewer.Find<QLabel>("label");
+        QCOMPARE(label->alignment(), Qt::AlignRight | Qt::AlignBottom);
+        QCOMPARE(label->frameShape(), QFrame::Box);
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+    }
+
+    void CustomWidgetsAreOutlined()
+    {
+        const QByteArray classes
+            = "</widget><customwidgets><customwidget><class>Gauge</class><extends>QWidget</extends>"
+              "</customwidget></customwidgets></ui>";
+        const QString size
+            = "<property name=\"minimumSize\"><size><width>90</width><height>60</height></size></property>";
+        const Viewer viewer(Form("<layout class=\"QVBoxLayout\">"
+                                 + (QString("<item>%1</item>").arg(Widget("Gauge", "gauge", size))
+                                    + QString("<item>%1</item>").arg(Widget("Unheard", "a", size)).repeated(2)
+                                    + QString("<item>%1</item>").arg(Widget("QWidget", "plain", size)))
+                                 + "</layout>")
+                                .replace("</widget></ui>", classes));
+        const auto colors = [&viewer](const QString& name) {
+            const QImage image = viewer.Find<QWidget>(name)->grab().toImage();
+            QSet<QRgb> found;
+            for (int x = 0; x < image.width(); ++x)
+                found.insert(image.pixel(x, 0));
+            return found.size();
+        };
+        QCOMPARE(colors("gauge"), 2);
+        QCOMPARE(colors("a"), 2);
+        QCOMPARE(colors("plain"), 1);
+        viewer.session->Log().Flush();
+        const QAbstractItemModel* const messages = viewer.Table("messages");
+        QCOMPARE(messages->match(messages->index(0, 2), Qt::DisplayRole, "a: the class Unheard", -1).size(), 1);
+        QVERIFY(messages->match(messages->index(0, 2), Qt::DisplayRole, "(2 times)", 1, Qt::MatchContains).size() == 1);
+    }
+
+    void FormLeavesTheStage()
+    {
+        const auto tells = [](const Viewer& viewer, const QString& text) {
+            const QList<QLabel*> labels = viewer.window->findChildren<QLabel*>();
+            return std::any_of(labels.begin(), labels.end(),
+                               [&text](const QLabel* label) { return label->text() == text; });
+        };
+        const Viewer viewer(Settings);
+        QWidget host;
+        viewer.session->Form()->setParent(&host);
+        QVERIFY(tells(viewer, "The form has been moved elsewhere."));
+        viewer.session->Form()->setParent(nullptr);
+        viewer.Trigger("Reload");
+        QVERIFY(!tells(viewer, "The form has been moved elsewhere."));
+        delete viewer.session->Form();
+        QVERIFY(tells(viewer, "The form has been deleted."));
+        viewer.Edit("limits", "[1]");
+        QTRY_COMPARE(viewer.Value("limits"), QString("[1]"));
+        viewer.Trigger("Reload");
+        QCOMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 1"));
+    }
+
     void TwoThousandDeclarations()
     {
         QString labels;

@@ -1,36 +1,48 @@
 #include "declview/detailpanel.h"
 
 #include <QHeaderView>
+#include <QLabel>
+#include <QTreeWidget>
+#include <QVBoxLayout>
 
 #include <algorithm>
 
 #include "declview/formsession.h"
 #include "declview/statementparts.h"
 
-namespace {
-
-const int LinesWanted = 9;
-const double TextShare = 0.6;
-
-} // namespace
-
-DetailPanel::DetailPanel(FormSession* session) : m_session(session)
+DetailPanel::DetailPanel(FormSession* session, const QFont& font)
+    : m_session(session), m_label(new QLabel), m_tree(new QTreeWidget)
 {
-    setObjectName("detail");
-    setAlternatingRowColors(true);
-    setUniformRowHeights(true);
+    m_tree->setObjectName("detail");
+    m_tree->setFont(font);
+    m_tree->header()->setFont(font);
+    m_tree->setHeaderLabels({"Part", "Value at present"});
+    m_tree->header()->setSectionResizeMode(QHeaderView::Stretch);
+    m_tree->setAlternatingRowColors(true);
+    m_tree->setUniformRowHeights(true);
+    auto* const layout = new QVBoxLayout(this);
+    layout->addWidget(m_label);
+    layout->addWidget(m_tree);
     SetDeclaration(-1);
 }
 
 void DetailPanel::SetDeclaration(int position)
 {
     m_position = position;
-    const bool isThere = position >= 0 && position < m_session->Properties().size();
-    const QString name = isThere
-        ? m_session->Properties().at(position).path + ':' + m_session->Properties().at(position).name
-        : "No declaration is selected";
-    setHeaderLabels({name, "Value at present"});
+    QString name;
+    if (IsThere()) {
+        const ViewedProperty& property = m_session->Properties().at(position);
+        name = property.path.section('\\', -1) + ':' + property.name;
+    }
+    m_label->setText("<b>Declaration</b>&nbsp; " + name.toHtmlEscaped());
     Refresh();
+}
+
+/// False also for one whose object has been deleted.
+bool DetailPanel::IsThere() const
+{
+    return m_position >= 0 && m_position < m_session->Properties().size()
+        && m_session->Properties().at(m_position).object;
 }
 
 void DetailPanel::Refresh()
@@ -48,15 +60,10 @@ void DetailPanel::Refresh()
     }
 }
 
-QSize DetailPanel::sizeHint() const
-{
-    return {QTreeWidget::sizeHint().width(), LinesWanted * (fontMetrics().height() + 4)};
-}
-
 QVector<DetailPanel::Row> DetailPanel::Rows() const
 {
     QVector<Row> rows;
-    if (m_position < 0 || m_position >= m_session->Properties().size())
+    if (!IsThere())
         return rows;
     AppendParts(&rows);
     AppendReads(&rows);
@@ -109,17 +116,16 @@ void DetailPanel::AppendReaders(QVector<Row>* rows) const
 
 void DetailPanel::Rebuild(const QVector<Row>& rows)
 {
-    clear();
+    m_tree->clear();
     m_items.clear();
     QVector<QTreeWidgetItem*> above; // The last item of each level.
     for (const Row& row : rows) {
         above.resize(row.level);
-        QTreeWidgetItem* const parent = above.isEmpty() ? invisibleRootItem() : above.last();
+        QTreeWidgetItem* const parent = above.isEmpty() ? m_tree->invisibleRootItem() : above.last();
         auto* const item = new QTreeWidgetItem(parent, {row.text});
         item->setToolTip(0, row.text);
         above.append(item);
         m_items.append(item);
     }
-    expandAll();
-    header()->resizeSection(0, int(viewport()->width() * TextShare));
+    m_tree->expandAll();
 }

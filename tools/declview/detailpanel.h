@@ -1,26 +1,27 @@
 #ifndef DETAILPANEL_H
 #define DETAILPANEL_H
 
-#include <QTreeWidget>
 #include <QVector>
+#include <QWidget>
 
 class FormSession;
+class QLabel;
+class QTreeWidget;
+class QTreeWidgetItem;
 
 /// What is behind one declaration: its parts with their values, what it reads and who reads it.
-class DetailPanel : public QTreeWidget
+class DetailPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The session outlives this.
-    explicit DetailPanel(FormSession* session);
+    /// The session outlives this. The font is that of the tables.
+    DetailPanel(FormSession* session, const QFont& font);
 
     /// Shows the declaration at that position of the session; -1 for none.
     void SetDeclaration(int position);
     /// Reads the values again.
     void Refresh();
-
-    QSize sizeHint() const override;
 
 private:
     struct Row
@@ -30,6 +31,7 @@ private:
         QString value;
     };
 
+    bool IsThere() const;
     QVector<Row> Rows() const;
     void AppendParts(QVector<Row>* rows) const;
     void AppendReads(QVector<Row>* rows) const;
@@ -37,6 +39,8 @@ private:
     void Rebuild(const QVector<Row>& rows);
 
     FormSession* const m_session;
+    QLabel* const m_label;
+    QTreeWidget* const m_tree;
     int m_position = -1;
     QVector<QTreeWidgetItem*> m_items; ///< One for each row that is shown.
 };

@@ -75,6 +75,11 @@ bool FormSession::Load(QString* error)
         *error = QString("%1: %2").arg(m_files.form, reason);
         return false;
     }
+    for (const FormLoader::StandIn& standIn : loader.StandIns()) {
+        // Others show what their base class does.
+        if (standIn.widget && qstrcmp(standIn.widget->metaObject()->className(), "QWidget") == 0)
+            m_outlines.Add(standIn.widget, standIn.className);
+    }
     m_text = text;
     m_variables.Load(data);
     m_motion.Show();
@@ -97,7 +102,7 @@ void FormSession::Revert(const QString& objectName)
 
 QObject* FormSession::Scope(const QString& objectName) const
 {
-    return objectName.isEmpty() ? nullptr : m_form->findChild<QObject*>(objectName);
+    return objectName.isEmpty() || !m_form ? nullptr : m_form->findChild<QObject*>(objectName);
 }
 
 BoundProperty FormSession::Bound(int position) const

@@ -16,6 +16,7 @@
 #include "declview/messagelog.h"
 #include "declview/variablestore.h"
 #include "declview/viewedproperty.h"
+#include "declview/widgetoutlines.h"
 
 class JsonData;
 
@@ -98,6 +99,7 @@ private:
     VariableStore m_variables;
     DataMotion m_motion{&m_variables};
     FormResources m_resources;
+    WidgetOutlines m_outlines;
     QPointer<QWidget> m_form;
     QByteArray m_text; ///< What the form was made of.
     std::unique_ptr<FormBinding> m_binding;

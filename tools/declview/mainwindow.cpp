@@ -6,7 +6,6 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHeaderView>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScrollArea>
@@ -141,9 +140,7 @@ void MainWindow::AddDock()
 {
     m_variablesPanel = new TablePanel("Variables", &m_variables, {24, 24, 20});
     m_declarationsPanel = new TablePanel("Declarations", &m_declarations, {24, 20, 36, 24, 8});
-    m_detail = new DetailPanel(m_session);
-    m_detail->setFont(m_declarationsPanel->View()->font());
-    m_detail->header()->setFont(m_detail->font());
+    m_detail = new DetailPanel(m_session, m_declarationsPanel->View()->font());
     m_messagesPanel = new TablePanel("Messages", &m_messages, {16, 26});
     m_variablesPanel->View()->setObjectName("variables");
     m_declarationsPanel->View()->setObjectName("declarations");
@@ -198,7 +195,7 @@ void MainWindow::OnFormReplaced()
     m_highlight->SetTarget(nullptr);
     m_stage->SetForm(m_session->Form());
     m_motion->setVisible(m_session->Variables().AnyMoves());
-    m_detail->SetDeclaration(m_declarations.FirstProblem());
+    m_detail->SetDeclaration(qMax(0, m_declarations.FirstProblem()));
     ShowScopes();
     ShowProblemCount();
     SetEdited(false);
