@@ -25,7 +25,7 @@ namespace {
 
 /// In letters.
 const int DockWidth = 125;
-const QSize MinimumSize(1200, 780);
+const QSize MinimumSize(1200, 920);
 /// For bars and frames.
 const int Spare = 100;
 const int NoteDuration = 8000;
@@ -155,7 +155,7 @@ void MainWindow::AddDock()
     splitter->addWidget(m_messagesPanel);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 4);
-    splitter->setStretchFactor(2, 2);
+    splitter->setStretchFactor(2, 3);
     splitter->setStretchFactor(3, 2);
 
     auto* const dock = new QDockWidget("Behind the form");
