@@ -181,10 +181,10 @@ private Q_SLOTS:
         const Viewer viewer(
             Form(Widget("QLabel", "one", Property("~text", "'Limit ' + (limits[0] + @Widget:objectName)"))
                  + Widget("QLabel", "two", Property("~text", "@TopWidget\\one:text + limits[8]"))));
-        const auto* const detail = viewer.window->findChild<QTreeWidget*>("detail");
+        auto* const detail = viewer.window->findChild<QTreeWidget*>("detail");
         const auto lines = [detail] {
             QStringList found;
-            for (QTreeWidgetItemIterator it(const_cast<QTreeWidget*>(detail)); *it; ++it)
+            for (QTreeWidgetItemIterator it(detail); *it; ++it)
                 found.append((*it)->text(0) + " | " + (*it)->text(1));
             return found;
         };
