@@ -45,7 +45,6 @@ public:
     FormSaveResult Save(const QString& objectName);
     /// Gives up what was edited there.
     void Revert(const QString& objectName);
-    bool IsEdited() const { return m_binding && m_binding->IsEdited(); }
     /// Writes the variables, from then on to that file.
     bool SaveData(const QString& fileName, QString* error);
 

@@ -16,7 +16,7 @@ namespace {
 
 const int CannotRun = 2;
 const QSize LargestPicture(4000, 3000);
-const QSize LargestForm(8000, 8000);
+const QSize LargestForm(4000, 4000);
 const double SmallestScale = 0.1;
 const double LargestScale = 4;
 const int LatestTime = 1000000;
@@ -197,7 +197,7 @@ int main(int argc, char* argv[])
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
     CommandLine commandLine;
-    Options options;
+    Options options{};
     const QString problem = commandLine.Read(arguments, &options);
     if (!problem.isEmpty())
         return Fail(problem);
