@@ -8,6 +8,7 @@
 #include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
+#include <QTreeWidget>
 #include <QtTest>
 
 #include <thread>
@@ -94,8 +95,10 @@ struct Viewer
     {
         const QList<QAction*> actions = window->findChildren<QAction*>();
         for (QAction* const candidate : actions) {
-            if (candidate->text() == action)
-                candidate->trigger();
+            if (candidate->text() != action)
+                continue;
+            QTRY_VERIFY(candidate->isEnabled());
+            candidate->trigger();
         }
     }
 
@@ -145,9 +148,67 @@ private Q_SLOTS:
         QCOMPARE(data.Variables().size(), 2);
     }
 
+    void EditsAreSavedOrReverted()
+    {
+        const Viewer viewer(Form(Widget("QSpinBox", "box", Property("_value", "limits[0]"))
+                                 + Widget("QSpinBox", "other", Property("_value", "limits[0] * 2"))));
+        QVERIFY(!viewer.window->isWindowModified());
+        viewer.Find<QSpinBox>("box")->setValue(5);
+        QTRY_VERIFY(viewer.window->isWindowModified());
+        viewer.Trigger("Revert");
+        QTRY_VERIFY(!viewer.window->isWindowModified());
+        QCOMPARE(viewer.Find<QSpinBox>("box")->value(), 30);
+
+        viewer.Find<QSpinBox>("other")->setValue(5);
+        viewer.Trigger("Save");
+        QTRY_COMPARE(viewer.Cell("declarations", DeclarationsModel::Widget, "other", DeclarationsModel::Diagnostic),
+                     QString("_value of QSpinBox \"other\": the statement passes no value on."));
+    }
+
+    void ProblemsStandUntilTheyGo()
+    {
+        const Viewer viewer(Form(Widget("QSpinBox", "box", Property("~value", "limits[0] * 10"))));
+        const auto problem = [&viewer] {
+            return viewer.Cell("declarations", DeclarationsModel::Widget, "box", DeclarationsModel::Diagnostic);
+        };
+        QVERIFY2(problem().contains("300") && problem().contains("99"), qPrintable(problem()));
+        viewer.Edit("limits", "[3]");
+        QTRY_COMPARE(problem(), QString());
+    }
+
+    void DetailsOfADeclaration()
+    {
+        const Viewer viewer(
+            Form(Widget("QLabel", "one", Property("~text", "'Limit ' + (limits[0] + @Widget:objectName)"))
+                 + Widget("QLabel", "two", Property("~text", "@TopWidget\\one:text + limits[8]"))));
+        auto* const detail = viewer.window->findChild<QTreeWidget*>("detail");
+        const auto lines = [detail] {
+            QStringList found;
+            for (QTreeWidgetItemIterator it(detail); *it; ++it)
+                found.append((*it)->text(0) + " | " + (*it)->text(1));
+            return found;
+        };
+        const auto* const view = viewer.window->findChild<QTableView*>("declarations");
+        view->selectionModel()->select(view->model()->index(0, 0),
+                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QCOMPARE(lines(),
+                 (QStringList{"'Limit ' + (limits[0] + @Widget:objectName) | \"Limit 30one\"",
+                              "limits[0] + @Widget:objectName | \"30one\"", "limits[0] | 30", "limits | [30,20]",
+                              "@Widget:objectName | \"one\"", "Reads | ", "Main:limits | [30,20]",
+                              "TopWidget\\one:objectName | \"one\"", "Is read by | ",
+                              "TopWidget\\two:text | \"Limit 30one\""}));
+        viewer.Edit("limits", "[7]");
+        QTRY_VERIFY(lines().contains("limits[0] | 7"));
+
+        view->selectionModel()->select(view->model()->index(1, 0),
+                                       QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        QVERIFY2(lines().contains("limits[8] | no value: the index is out of bounds"), qPrintable(lines().join('\n')));
+    }
+
     void MissingVariablesAreListed()
     {
         const Viewer viewer(Settings);
+        QCOMPARE(viewer.Table("variables")->index(0, VariablesModel::Name).data().toString(), QString("missing"));
         QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Package), QString("Other"));
         QCOMPARE(viewer.Cell("variables", VariablesModel::Name, "missing", VariablesModel::Type), QString("missing"));
         viewer.Edit("missing", "no JSON");
@@ -180,6 +241,106 @@ private Q_SLOTS:
         viewer.Write("form.ui", Settings);
         QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
         QVERIFY(!banner->isVisible());
+    }
+
+    void Generators_data()
+    {
+        QTest::addColumn<QByteArray>("generator");
+        QTest::addColumn<double>("time");
+        QTest::addColumn<QVariant>("value");
+        const QByteArray ramp = R"({ "$ramp": { "from": 10, "to": 20, "seconds": 4 } })";
+        QTest::newRow("ramp, start") << ramp << 0.0 << QVariant(10.0);
+        QTest::newRow("ramp, rounded") << ramp << 1.111 << QVariant(12.78);
+        QTest::newRow("ramp, anew") << ramp << 5.0 << QVariant(12.5);
+        QTest::newRow("ramp, back") << QByteArray(
+            R"({ "$ramp": { "from": 0, "to": 9, "seconds": 1, "back": true, "decimals": 0 } })")
+                                    << 1.5 << QVariant(5);
+        QTest::newRow("sine, half") << QByteArray(R"({ "$sine": { "from": -1, "to": 1, "seconds": 2 } })") << 1.0
+                                    << QVariant(1.0);
+        QTest::newRow("large") << QByteArray(R"({ "$sine": { "from": 0, "to": 4e9, "seconds": 2, "decimals": 0 } })")
+                               << 1.0 << QVariant(4000000000LL);
+        QTest::newRow("random, always the same")
+            << QByteArray(R"({ "$random": { "from": 0, "to": 100, "seconds": 2 } })") << 3.0 << QVariant(90.53);
+        QTest::newRow("toggle") << QByteArray(R"({ "$toggle": { "seconds": 2 } })") << 6.5 << QVariant(true);
+        QTest::newRow("toggle, texts") << QByteArray(R"({ "$toggle": { "seconds": 2, "values": ["a", "b", "c"] } })")
+                                       << 10.0 << QVariant("c");
+        QTest::newRow("plain data") << QByteArray(R"({ "$ref": "a" })") << 3.0 << QVariant(QVariantMap{{"$ref", "a"}});
+        QTest::newRow("two members") << QByteArray(R"({ "$ramp": {}, "a": 1 })") << 3.0
+                                     << QVariant(QVariantMap{{"$ramp", QVariantMap()}, {"a", 1}});
+    }
+
+    void Generators()
+    {
+        QFETCH(QByteArray, generator);
+        QFETCH(double, time);
+        QFETCH(QVariant, value);
+        JsonData data;
+        QString error;
+        QVERIFY2(data.Parse("{ \"P\": { \"a\": " + generator + " } }", "data", &error), qPrintable(error));
+        const Variable* const variable = data.Find("P", "a");
+        const QVariant found = variable->generator ? variable->generator->Value(time) : variable->value;
+        QCOMPARE(found.typeName(), value.typeName());
+        QCOMPARE(found, value);
+        // Written as it was.
+        JsonData again;
+        QVERIFY(again.Parse(data.ToJson(), "data", &error));
+        QCOMPARE(again.ToJson(), data.ToJson());
+        QCOMPARE(bool(again.Find("P", "a")->generator), bool(variable->generator));
+    }
+
+    void WrongGenerators_data()
+    {
+        QTest::addColumn<QByteArray>("generator");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("unknown") << QByteArray(R"({ "$ramb": {} })") << R"(there is no generator "$ramb")";
+        QTest::newRow("no object") << QByteArray(R"({ "$ramp": 5 })") << R"("$ramp" wants an object with "from", "to")";
+        QTest::newRow("missing") << QByteArray(R"({ "$sine": { "from": 1, "seconds": 1 } })")
+                                 << R"("$sine" wants "to", a number)";
+        QTest::newRow("no time") << QByteArray(R"({ "$toggle": { "seconds": 0 } })")
+                                 << R"(wants "seconds", a number from 0.01)";
+        QTest::newRow("too large") << QByteArray(R"({ "$ramp": { "from": 0, "to": 1e300, "seconds": 1 } })")
+                                   << R"(wants "to")";
+        QTest::newRow("misspelt") << QByteArray(R"({ "$toggle": { "seconds": 1, "value": [1, 2] } })")
+                                  << R"(knows no "value")";
+        QTest::newRow("one value") << QByteArray(R"({ "$toggle": { "seconds": 1, "values": [1] } })")
+                                   << R"(a list of two values)";
+        QTest::newRow("decimals") << QByteArray(R"({ "$ramp": { "from": 0, "to": 1, "seconds": 1, "decimals": 99 } })")
+                                  << R"(wants "decimals", a whole number from 0 to 9)";
+    }
+
+    void WrongGenerators()
+    {
+        QFETCH(QByteArray, generator);
+        JsonData data;
+        QString error;
+        QVERIFY(!data.Parse("{ \"P\": { \"a\": " + generator + " } }", "data", &error));
+        QFETCH(QString, reason);
+        QVERIFY2(error.startsWith("data: P:a: ") && error.contains(reason), qPrintable(error));
+    }
+
+    void VariablesMove()
+    {
+        const Viewer viewer(Settings);
+        viewer.Write("data.json", R"({ "Main": { "limits": { "$toggle": { "seconds": 2, "values": [[1, 2], [3, 4]] } },
+            "name": { "$ramp": { "from": 0, "to": 9, "seconds": 0.1 } } } })");
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 1"));
+        viewer.session->Motion().SetTime(3);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 3"));
+        viewer.session->Motion().SetTime(4.02);
+        QTRY_COMPARE(viewer.Value("name"), QString("1.8"));
+        viewer.Trigger("Run");
+        QTRY_VERIFY(viewer.Value("name") != "1.8");
+        viewer.Trigger("Pause");
+
+        // An edit stops its variable, and goes into the file in the place of the generator.
+        viewer.Edit("limits", "[7, 8]");
+        viewer.session->Motion().SetTime(2);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 7"));
+        viewer.Trigger("Save data");
+        JsonData data;
+        QString error;
+        QVERIFY(data.Read(viewer.dir.filePath("data.json"), &error));
+        QVERIFY(!data.Find("Main", "limits")->generator && data.Find("Main", "name")->generator);
     }
 
     void ControlClickSelectsDeclarations()
@@ -237,6 +398,70 @@ private Q_SLOTS:
                  2);
     }
 
+    void QualifiedValues()
+    {
+        const Viewer viewer(Form(Widget("QLabel", "label",
+                                        "<property name=\"alignment\"><set>Qt::AlignmentFlag::AlignRight|"
+                                        "Qt::AlignmentFlag::AlignBottom</set></property><property name=\"frameShape\">"
+                                        "<enum>QFrame::Shape::Box</enum></property><property name=\"textFormat\">"
+                                        "<enum>Qt::PlainText</enum></property>")));
+        const auto* const label = viewer.Find<QLabel>("label");
+        QCOMPARE(label->alignment(), Qt::AlignRight | Qt::AlignBottom);
+        QCOMPARE(label->frameShape(), QFrame::Box);
+        QCOMPARE(label->textFormat(), Qt::PlainText);
+    }
+
+    void CustomWidgetsAreOutlined()
+    {
+        const QByteArray classes
+            = "</widget><customwidgets><customwidget><class>Gauge</class><extends>QWidget</extends>"
+              "</customwidget></customwidgets></ui>";
+        const QString size
+            = "<property name=\"minimumSize\"><size><width>90</width><height>60</height></size></property>";
+        const Viewer viewer(Form("<layout class=\"QVBoxLayout\">"
+                                 + (QString("<item>%1</item>").arg(Widget("Gauge", "gauge", size))
+                                    + QString("<item>%1</item>").arg(Widget("Unheard", "a", size)).repeated(2)
+                                    + QString("<item>%1</item>").arg(Widget("QWidget", "plain", size)))
+                                 + "</layout>")
+                                .replace("</widget></ui>", classes));
+        const auto colors = [&viewer](const QString& name) {
+            const QImage image = viewer.Find<QWidget>(name)->grab().toImage();
+            QSet<QRgb> found;
+            for (int x = 0; x < image.width(); ++x)
+                found.insert(image.pixel(x, 0));
+            return found.size();
+        };
+        QCOMPARE(colors("gauge"), 2);
+        QCOMPARE(colors("a"), 2);
+        QCOMPARE(colors("plain"), 1);
+        viewer.session->Log().Flush();
+        const QAbstractItemModel* const messages = viewer.Table("messages");
+        QCOMPARE(messages->match(messages->index(0, 2), Qt::DisplayRole, "a: the class Unheard", -1).size(), 1);
+        QVERIFY(messages->match(messages->index(0, 2), Qt::DisplayRole, "(2 times)", 1, Qt::MatchContains).size() == 1);
+    }
+
+    void FormLeavesTheStage()
+    {
+        const auto tells = [](const Viewer& viewer, const QString& text) {
+            const QList<QLabel*> labels = viewer.window->findChildren<QLabel*>();
+            return std::any_of(labels.begin(), labels.end(),
+                               [&text](const QLabel* label) { return label->text() == text; });
+        };
+        const Viewer viewer(Settings);
+        QWidget host;
+        viewer.session->Form()->setParent(&host);
+        QVERIFY(tells(viewer, "The form has been moved elsewhere."));
+        viewer.session->Form()->setParent(nullptr);
+        viewer.Trigger("Reload");
+        QVERIFY(!tells(viewer, "The form has been moved elsewhere."));
+        delete viewer.session->Form();
+        QVERIFY(tells(viewer, "The form has been deleted."));
+        viewer.Edit("limits", "[1]");
+        QTRY_COMPARE(viewer.Value("limits"), QString("[1]"));
+        viewer.Trigger("Reload");
+        QCOMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 1"));
+    }
+
     void TwoThousandDeclarations()
     {
         QString labels;
@@ -262,6 +487,16 @@ private Q_SLOTS:
         QTest::newRow("JSON") << QStringList{"--json", "--set", "limits=[7]"} << 0
                               << QByteArray(R"({"property":"text","value":"Limit 7","widget":"TopWidget\\title"})");
         QTest::newRow("picture") << QStringList{"--screenshot", "picture.png"} << 0 << QByteArray();
+        QTest::newRow("time") << QStringList{"--print", "--at", "2.5", "--data", "moving.json"} << 0
+                              << QByteArray("\"Limit 4\"");
+        QTest::newRow("no time") << QStringList{"--print", "--at", "nan"} << 2 << QByteArray();
+        QTest::newRow("form alone") << QStringList{"--screenshot", "form.png", "--size", "500x300", "--scale", "2"} << 0
+                                    << QByteArray();
+        QTest::newRow("no size") << QStringList{"--screenshot", "a.png", "--size", "500"} << 2 << QByteArray();
+        QTest::newRow("no scale") << QStringList{"--screenshot", "a.png", "--scale", "x"} << 2 << QByteArray();
+        QTest::newRow("size of nothing") << QStringList{"--print", "--size", "500x300"} << 2 << QByteArray();
+        QTest::newRow("watch and exit") << QStringList{"--print", "--watch"} << 2 << QByteArray();
+        QTest::newRow("no translation") << QStringList{"--print", "--translation", "form.ui"} << 2 << QByteArray();
         QTest::newRow("no JSON") << QStringList{"--print", "--set", "limits=x"} << 2 << QByteArray();
         QTest::newRow("no data") << QStringList{"--print", "--data", "form.ui"} << 2 << QByteArray();
         QTest::newRow("no such form") << QStringList{"--print", "other.ui"} << 2 << QByteArray();
@@ -272,6 +507,8 @@ private Q_SLOTS:
     {
         QFETCH(QStringList, options);
         const Viewer viewer(Settings);
+        viewer.Write("moving.json",
+                     R"({ "Main": { "limits": { "$toggle": { "seconds": 1, "values": [[3], [9], [4]] } } } })");
         QProcess program;
         program.setWorkingDirectory(viewer.dir.path());
         program.start(DECLVIEW, QStringList{"form.ui", "--data", "data.json", "--package", "Main"} + options);
@@ -281,6 +518,27 @@ private Q_SLOTS:
         QVERIFY2(program.readAllStandardOutput().contains(output), program.readAllStandardError());
         if (options.contains("picture.png"))
             QVERIFY(QImage(viewer.dir.filePath("picture.png")).width() > 800);
+        if (options.contains("form.png"))
+            QCOMPARE(QImage(viewer.dir.filePath("form.png")).size(), QSize(1000, 600));
+    }
+
+    void ChangesArePrinted()
+    {
+        const Viewer viewer(Settings);
+        QProcess program;
+        program.setWorkingDirectory(viewer.dir.path());
+        program.start(DECLVIEW, {"form.ui", "--data", "data.json", "--package", "Main", "--watch"});
+        QByteArray output;
+        const auto prints = [&](const QByteArray& line) {
+            output += program.readAllStandardOutput();
+            return output.contains(line);
+        };
+        QTRY_VERIFY(prints("TopWidget\\title\ttext\t\"Limit 30\"\n"));
+        viewer.Write("data.json", R"({ "Main": { "limits": [31, 20] } })");
+        QTRY_VERIFY(prints("TopWidget\\title\ttext\t\"Limit 31\"\n"));
+        QCOMPARE(output.count("lower"), 1);
+        program.kill();
+        program.waitForFinished();
     }
 
     // Qt's loader crashes on each of them.

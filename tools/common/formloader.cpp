@@ -3,6 +3,7 @@
 #include <QBuffer>
 #include <QDebug>
 #include <QLayout>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QWidget>
 #include <QXmlStreamReader>
@@ -32,12 +33,21 @@ QVector<bool> FindLayouts(const QByteArray& text)
     return hasLayout;
 }
 
+/// A value of an enumeration or several, each as Qt's loader knows it: newer versions of Designer write the
+/// enumeration's own name, too, which has its place between class and value.
+QString WithoutEnumerations(const QString& values)
+{
+    static const QRegularExpression qualified("\\b(Q\\w+)::\\w+::(\\w+)");
+    return QString(values).replace(qualified, "\\1::\\2");
+}
+
 /// The text with the attribute «native» for plain widgets without a layout. At any other plain widget the loader
 /// resolves to set the margins of the next layout, which crashes where that is one that it refuses to make.
 QByteArray Mended(const QByteArray& text)
 {
     const QVector<bool> hasLayout = FindLayouts(text);
     int widgets = 0;
+    bool isValue = false; // Inside an element with values of an enumeration.
     QByteArray mended;
     QXmlStreamReader reader(text);
     QXmlStreamWriter writer(&mended);
@@ -45,7 +55,13 @@ QByteArray Mended(const QByteArray& text)
         reader.readNext();
         if (reader.hasError())
             return text;
-        writer.writeCurrentToken(reader);
+        if (reader.isCharacters() && isValue)
+            writer.writeCharacters(WithoutEnumerations(reader.text().toString()));
+        else
+            writer.writeCurrentToken(reader);
+        if (!reader.isCharacters())
+            isValue = reader.isStartElement()
+                && (reader.name() == QLatin1String("set") || reader.name() == QLatin1String("enum"));
         if (reader.isStartElement() && reader.name() == QLatin1String("widget") && !hasLayout.at(widgets++)
             && reader.attributes().value("class") == QLatin1String("QWidget")
             && !reader.attributes().hasAttribute("native"))
@@ -85,11 +101,16 @@ QWidget* FormLoader::createWidget(const QString& className, QWidget* parent, con
     m_asked.insert(className);
     QWidget* widget = isAsked ? nullptr : QUiLoader::createWidget(className, parent, name);
     m_asked.remove(className);
+    // What the loader itself makes a plain widget of is no stand-in.
+    if (widget && className != QLatin1String("QLayoutWidget")
+        && className != QLatin1String(widget->metaObject()->className()))
+        m_standIns.append({widget, className});
     if (widget)
         return widget;
     TellStandIn(name, className, "plain widget");
     widget = new QWidget(parent);
     widget->setObjectName(name);
+    m_standIns.append({widget, className});
     return widget;
 }
 

@@ -5,6 +5,7 @@
 #include <QSet>
 #include <QUiLoader>
 #include <QVector>
+#include <QWidget>
 
 class QByteArray;
 class QLayout;
@@ -21,12 +22,21 @@ public:
     /// none. How deep its elements are nested, FormDocument::Parse() has to check before.
     QWidget* Load(const QByteArray& text, QString* error);
 
+    /// The widgets that stand for ones of a class that is not known here, in the last form.
+    struct StandIn
+    {
+        QPointer<QWidget> widget;
+        QString className;
+    };
+    const QVector<StandIn>& StandIns() const { return m_standIns; }
+
     QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override;
     QLayout* createLayout(const QString& className, QObject* parent, const QString& name) override;
 
 private:
     QSet<QString> m_asked; ///< Classes of which each extends the one before, while their widget is made.
     QVector<QPointer<QLayout>> m_layouts;
+    QVector<StandIn> m_standIns;
 };
 
 #endif

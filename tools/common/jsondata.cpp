@@ -130,6 +130,20 @@ bool CheckPackages(const QJsonDocument& document, QString* error)
     return true;
 }
 
+/// Makes a generator of the value if it is meant as one. False, with the reason, when that is not sound.
+bool ReadGenerator(Variable* variable, QString* error)
+{
+    const QVariantMap object = variable->value.toMap();
+    if (!ValueGenerator::IsMeant(object))
+        return true;
+    ValueGenerator generator;
+    if (!generator.Read(object, variable->package + ':' + variable->name, error))
+        return false;
+    variable->generator = generator;
+    variable->value = generator.Value(0);
+    return true;
+}
+
 } // namespace
 
 bool JsonData::Read(const QString& fileName, QString* error)
@@ -167,13 +181,18 @@ bool JsonData::Parse(const QByteArray& text, const QString& source, QString* err
         *error = QString("%1: %2").arg(source, reason);
         return false;
     }
-    m_variables.clear();
-    m_index.clear();
+    JsonData read;
     const QVector<VariableIdentifier> keys = KeyOrder(text).Read();
     for (const VariableIdentifier& key : keys) {
         const QJsonValue value = document.object().value(key.GetPackage()).toObject().value(key.GetName());
-        Set({key.GetPackage(), key.GetName(), ToVariant(value)});
+        Variable variable{key.GetPackage(), key.GetName(), ToVariant(value)};
+        if (!ReadGenerator(&variable, &reason)) {
+            *error = QString("%1: %2:%3: %4").arg(source, variable.package, variable.name, reason);
+            return false;
+        }
+        read.Set(variable);
     }
+    *this = read;
     return true;
 }
 
@@ -186,7 +205,7 @@ QByteArray JsonData::ToJson() const
         if (body.isEmpty())
             packages.append(variable.package);
         body += (body.isEmpty() ? "" : ",\n") + QByteArray(8, ' ') + ValueToJson(variable.name) + ": "
-            + ValueToJson(variable.value);
+            + ValueToJson(variable.generator ? variable.generator->Object() : variable.value);
     }
     QByteArray json;
     for (const QString& package : qAsConst(packages)) {
@@ -220,7 +239,7 @@ void JsonData::Set(const Variable& variable)
     const VariableIdentifier identifier(variable.name, variable.package);
     const auto found = m_index.constFind(identifier);
     if (found != m_index.constEnd()) {
-        m_variables[found.value()].value = variable.value;
+        m_variables[found.value()] = variable;
         return;
     }
     m_index.insert(identifier, m_variables.size());

@@ -6,7 +6,10 @@
 #include <QVariant>
 #include <QVector>
 
+#include <optional>
+
 #include "DataLayer/variableidentifier.h"
+#include "common/valuegenerator.h"
 
 class IDataPeer;
 
@@ -15,7 +18,8 @@ struct Variable
 {
     QString package;
     QString name;
-    QVariant value; ///< Invalid for JSON's null.
+    QVariant value;                            ///< Invalid for JSON's null.
+    std::optional<ValueGenerator> generator{}; ///< What moves it; \a value is what it starts with.
 };
 
 /// The variables of a DATA.json: an object of packages, each an object of names with their values.
@@ -23,7 +27,8 @@ struct Variable
 ///     { "Engine": { "rpm": 900, "names": ["red", "green"], "mode": { "ordered": true } } }
 ///
 /// Whole numbers become int, or qlonglong where an int is too small, other numbers double, lists
-/// QVariantList and objects QVariantMap. The variables keep the order of the file.
+/// QVariantList and objects QVariantMap. The variables keep the order of the file. In the place of a value a
+/// generator may stand.
 class JsonData
 {
 public:

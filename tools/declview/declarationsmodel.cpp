@@ -1,7 +1,9 @@
 #include "declview/declarationsmodel.h"
 
 #include <QBrush>
+#include <QFont>
 
+#include <algorithm>
 #include <utility>
 
 #include "declview/formsession.h"
@@ -56,7 +58,7 @@ int DeclarationsModel::columnCount(const QModelIndex& parent) const
 
 QVariant DeclarationsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static const QStringList titles{"Widget", "Property", "Statement", "Value", "Count", "Last diagnostic"};
+    static const QStringList titles{"Widget", "Property", "Statement", "Value", "Count", "Problem"};
     if (orientation != Qt::Horizontal)
         return QVariant();
     if (role == Qt::ToolTipRole && section == Evaluations)
@@ -76,7 +78,12 @@ QVariant DeclarationsModel::data(const QModelIndex& index, int role) const
         return int(index.column() == Evaluations ? Qt::AlignRight | Qt::AlignVCenter
                                                  : Qt::AlignLeft | Qt::AlignVCenter);
     case Qt::ForegroundRole:
-        return index.column() == Diagnostic ? QBrush(TableColors::Error) : QVariant();
+        return Color(property, index.column());
+    case Qt::FontRole: {
+        QFont font;
+        font.setBold(index.column() == Value && property.edited);
+        return font;
+    }
     default:
         return QVariant();
     }
@@ -92,7 +99,32 @@ void DeclarationsModel::MarkChanged(int row)
 void DeclarationsModel::Announce()
 {
     ForEachRange(std::exchange(m_changed, {}),
-                 [this](int first, int last) { Q_EMIT dataChanged(index(first, Value), index(last, Diagnostic)); });
+                 [this](int first, int last) { Q_EMIT dataChanged(index(first, Widget), index(last, Diagnostic)); });
+}
+
+int DeclarationsModel::FirstProblem() const
+{
+    const QVector<ViewedProperty>& properties = m_session->Properties();
+    const auto found = std::find_if(properties.begin(), properties.end(),
+                                    [](const ViewedProperty& property) { return !property.problem.isEmpty(); });
+    return found == properties.end() ? -1 : int(found - properties.begin());
+}
+
+int DeclarationsModel::ProblemCount() const
+{
+    const QVector<ViewedProperty>& properties = m_session->Properties();
+    return int(std::count_if(properties.begin(), properties.end(),
+                             [](const ViewedProperty& property) { return !property.problem.isEmpty(); }));
+}
+
+/// A row with a problem is marked from its start, which is always in sight.
+QVariant DeclarationsModel::Color(const ViewedProperty& property, int column)
+{
+    if (column != Widget && column != Property && column != Diagnostic)
+        return QVariant();
+    if (property.problem.isEmpty())
+        return column == Diagnostic ? QBrush(TableColors::Error) : QVariant();
+    return QBrush(property.severity == FormProblem::Error ? TableColors::Error : TableColors::Warning);
 }
 
 QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) const
@@ -109,7 +141,7 @@ QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) con
     case Evaluations:
         return property.evaluations;
     default:
-        return property.diagnostic;
+        return property.Problem();
     }
 }
 
@@ -119,5 +151,7 @@ QString DeclarationsModel::ToolTip(const ViewedProperty& property, int column) c
         return property.path;
     if (column == Statement)
         return property.statement;
+    if (column == Value && property.edited)
+        return Cell(property, column).toString() + "\nEdited in the form, and not saved.";
     return Cell(property, column).toString();
 }

@@ -29,6 +29,10 @@ public:
     explicit DeclarationsModel(FormSession* session);
 
     QObject* Object(int row) const;
+    /// The row of the first declaration with a problem; -1 for none.
+    int FirstProblem() const;
+    /// How many declarations have a problem.
+    int ProblemCount() const;
     /// The rows of the nearest object, from that one outwards, that has declarations.
     QVector<int> RowsOf(const QObject* object) const;
 
@@ -40,6 +44,7 @@ public:
 private:
     void MarkChanged(int row);
     void Announce();
+    static QVariant Color(const ViewedProperty& property, int column);
     QVariant Cell(const ViewedProperty& property, int column) const;
     QString ToolTip(const ViewedProperty& property, int column) const;
 

@@ -15,7 +15,7 @@
 
 namespace {
 
-const int CountingDelay = 50;
+const int TakingDelay = 50;
 
 bool ReadFile(const QString& fileName, QByteArray* contents, QString* error)
 {
@@ -42,10 +42,10 @@ QHash<const QObject*, int> OrderOf(const QObject* form)
 
 FormSession::FormSession(const SessionFiles& files) : m_files(files)
 {
-    m_counting.setSingleShot(true);
-    m_counting.setInterval(CountingDelay);
-    connect(&m_counting, &QTimer::timeout, this, &FormSession::CountEvaluations);
-    connect(&m_variables, &VariableStore::Changed, &m_counting, QOverload<>::of(&QTimer::start));
+    m_taking.setSingleShot(true);
+    m_taking.setInterval(TakingDelay);
+    connect(&m_taking, &QTimer::timeout, this, &FormSession::TakeState);
+    connect(&m_variables, &VariableStore::Changed, this, &FormSession::StartTaking);
     connect(&m_log, &MessageLog::Arrived, this, &FormSession::OnMessages);
 }
 
@@ -75,16 +75,52 @@ bool FormSession::Load(QString* error)
         *error = QString("%1: %2").arg(m_files.form, reason);
         return false;
     }
+    for (const FormLoader::StandIn& standIn : loader.StandIns()) {
+        // Others show what their base class does.
+        if (standIn.widget && qstrcmp(standIn.widget->metaObject()->className(), "QWidget") == 0)
+            m_outlines.Add(standIn.widget, standIn.className);
+    }
     m_text = text;
     m_variables.Load(data);
+    m_motion.Show();
     Replace(form);
     return true;
 }
 
-int FormSession::Save(const QString& objectName)
+FormSaveResult FormSession::Save(const QString& objectName)
 {
-    QObject* const scope = objectName.isEmpty() ? nullptr : m_form->findChild<QObject*>(objectName);
-    return m_binding->Save(scope).saved;
+    const FormSaveResult result = m_binding->Save(Scope(objectName));
+    StartTaking();
+    return result;
+}
+
+void FormSession::Revert(const QString& objectName)
+{
+    m_binding->Revert(Scope(objectName));
+    StartTaking();
+}
+
+QObject* FormSession::Scope(const QString& objectName) const
+{
+    return objectName.isEmpty() || !m_form ? nullptr : m_form->findChild<QObject*>(objectName);
+}
+
+BoundProperty FormSession::Bound(int position) const
+{
+    const ViewedProperty& viewed = m_properties.at(position);
+    const QVector<BoundProperty> bound
+        = viewed.object ? m_binding->BoundProperties(viewed.object) : QVector<BoundProperty>();
+    for (const BoundProperty& property : bound) {
+        if (property.object == viewed.object && property.property.mid(1) == viewed.name)
+            return property;
+    }
+    return BoundProperty();
+}
+
+QVector<int> FormSession::ReadersOf(int position) const
+{
+    const ViewedProperty& property = m_properties.at(position);
+    return m_readers.value({property.object, property.name});
 }
 
 bool FormSession::SaveData(const QString& fileName, QString* error)
@@ -131,6 +167,7 @@ void FormSession::Unbind()
     m_binding.reset();
     m_properties.clear();
     m_positions.clear();
+    m_readers.clear();
 }
 
 void FormSession::Bind()
@@ -144,7 +181,9 @@ void FormSession::Bind()
     const QVector<FormProblem> problems = m_binding->Problems();
     for (const FormProblem& problem : problems)
         OnProblem(problem);
+    TakeProblems();
     connect(m_binding.get(), &FormBinding::ProblemFound, this, &FormSession::OnProblem);
+    connect(m_binding.get(), &FormBinding::EditedChanged, this, &FormSession::EditedChanged);
 }
 
 /// What is bound, and what is not, for an error, in the order of the form.
@@ -192,8 +231,10 @@ void FormSession::WatchProperties()
     const QVector<BoundProperty> bound = m_binding->BoundProperties();
     for (const BoundProperty& property : bound) {
         Watch(property.object, property.property.mid(1));
-        for (const QPair<QPointer<QObject>, QString>& read : property.properties)
+        for (const QPair<QPointer<QObject>, QString>& read : property.properties) {
             Watch(read.first, read.second);
+            m_readers[{read.first, read.second}].append(Find(property.object, property.property));
+        }
     }
 }
 
@@ -213,32 +254,64 @@ void FormSession::OnPropertyChanged()
     const QVector<int> positions = m_positions.value(sender());
     for (const int position : positions)
         Q_EMIT PropertyChanged(position);
-    m_counting.start();
+    StartTaking();
 }
 
-void FormSession::CountEvaluations()
+/// What is under way already is not put off, since data may change all the time.
+void FormSession::StartTaking()
+{
+    if (!m_taking.isActive())
+        m_taking.start();
+}
+
+void FormSession::TakeState()
 {
     const QVector<BoundProperty> bound = m_binding ? m_binding->BoundProperties() : QVector<BoundProperty>();
     for (const BoundProperty& property : bound) {
         const int position = Find(property.object, property.property);
-        if (position < 0 || m_properties.at(position).evaluations == property.evaluations)
+        if (position < 0)
             continue;
-        m_properties[position].evaluations = property.evaluations;
+        ViewedProperty& viewed = m_properties[position];
+        if (viewed.evaluations == property.evaluations && viewed.edited == property.edited)
+            continue;
+        viewed.evaluations = property.evaluations;
+        viewed.edited = property.edited;
         Q_EMIT PropertyChanged(position);
+    }
+    TakeProblems();
+}
+
+void FormSession::TakeProblems()
+{
+    QHash<int, FormProblem> first;
+    const QVector<FormProblem> problems = m_binding ? m_binding->Problems() : QVector<FormProblem>();
+    for (const FormProblem& problem : problems) {
+        const int position = Find(problem.object, problem.property);
+        if (!first.contains(position))
+            first.insert(position, problem);
+    }
+    for (int i = 0; i < m_properties.size(); ++i) {
+        const FormProblem problem = first.value(i);
+        if (m_properties.at(i).problem == problem.message)
+            continue;
+        m_properties[i].problem = problem.message;
+        m_properties[i].severity = problem.severity;
+        Q_EMIT PropertyChanged(i);
     }
 }
 
 void FormSession::OnProblem(const FormProblem& problem)
 {
     m_log.Note(QtWarningMsg, problem.message, Find(problem.object, problem.property));
-    m_counting.start();
+    StartTaking();
 }
 
 void FormSession::OnMessages(QVector<LogMessage> messages)
 {
     for (LogMessage& message : messages) {
-        if (message.declaration < 0 && message.object)
-            message.declaration = Find(message.object, message.property);
+        if (message.declaration >= 0 || !message.object)
+            continue;
+        message.declaration = Find(message.object, message.property);
         if (message.declaration < 0)
             continue;
         m_properties[message.declaration].diagnostic = message.text;

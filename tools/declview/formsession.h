@@ -11,10 +11,12 @@
 #include <memory>
 
 #include "DeclarationForms/formbinding.h"
+#include "declview/datamotion.h"
 #include "declview/formresources.h"
 #include "declview/messagelog.h"
 #include "declview/variablestore.h"
 #include "declview/viewedproperty.h"
+#include "declview/widgetoutlines.h"
 
 class JsonData;
 
@@ -40,8 +42,9 @@ public:
     /// when either cannot be read.
     bool Load(QString* error);
     /// Writes back what was edited in the object of that name and below; an empty name stands for the form.
-    /// Answers how many properties were saved.
-    int Save(const QString& objectName);
+    FormSaveResult Save(const QString& objectName);
+    /// Gives up what was edited there.
+    void Revert(const QString& objectName);
     /// Writes the variables, from then on to that file.
     bool SaveData(const QString& fileName, QString* error);
 
@@ -49,7 +52,12 @@ public:
     QWidget* Form() const { return m_form; }
     const QVector<ViewedProperty>& Properties() const { return m_properties; }
     VariableStore& Variables() { return m_variables; }
+    DataMotion& Motion() { return m_motion; }
     MessageLog& Log() { return m_log; }
+    /// What the binding says of a property; without an object for one that is not bound.
+    BoundProperty Bound(int position) const;
+    /// Positions of the properties whose statements read that one.
+    QVector<int> ReadersOf(int position) const;
     /// Names of the widgets that something to save lies in, from the outside in.
     QStringList Scopes() const;
 
@@ -59,6 +67,8 @@ Q_SIGNALS:
     void FormReplaced();
     /// The value of a bound property may be another, or it was evaluated, or has a new diagnostic.
     void PropertyChanged(int position);
+    /// Whether anything in the form is edited has changed.
+    void EditedChanged(bool edited);
     /// Messages, with their declarations put in where they were found.
     void MessagesArrived(const QVector<LogMessage>& messages);
 
@@ -74,7 +84,10 @@ private:
     void NoteReads();
     void WatchProperties();
     void Watch(const QObject* object, const QString& property);
-    void CountEvaluations();
+    void StartTaking();
+    void TakeState();
+    void TakeProblems();
+    QObject* Scope(const QString& objectName) const;
     void OnProblem(const FormProblem& problem);
     void OnMessages(QVector<LogMessage> messages);
     /// -1 for none.
@@ -83,13 +96,16 @@ private:
     SessionFiles m_files;
     MessageLog m_log;
     VariableStore m_variables;
+    DataMotion m_motion{&m_variables};
     FormResources m_resources;
+    WidgetOutlines m_outlines;
     QPointer<QWidget> m_form;
     QByteArray m_text; ///< What the form was made of.
     std::unique_ptr<FormBinding> m_binding;
     QVector<ViewedProperty> m_properties;
     QHash<const QObject*, QVector<int>> m_positions; ///< In m_properties, of the objects with some.
-    QTimer m_counting;                               ///< Runs when something may have been evaluated.
+    QHash<QPair<const QObject*, QString>, QVector<int>> m_readers;
+    QTimer m_taking; ///< Runs when something may have been evaluated.
 };
 
 #endif

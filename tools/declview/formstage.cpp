@@ -47,6 +47,7 @@ void FormStage::SetForm(QWidget* form)
     if (m_form) {
         CopyPages(m_form, form);
         m_form->removeEventFilter(this);
+        m_form->disconnect(this);
         m_form->hide();
         m_form->setParent(nullptr);
     }
@@ -54,6 +55,7 @@ void FormStage::SetForm(QWidget* form)
     m_designedSize = form->size();
     form->setParent(this, Qt::Widget);
     form->installEventFilter(this);
+    connect(form, &QObject::destroyed, this, [this] { Lose("The form has been deleted."); });
     form->show();
     ShowTitle();
     Place();
@@ -83,6 +85,10 @@ bool FormStage::eventFilter(QObject*, QEvent* event)
     case QEvent::HideToParent:
         ShowTitle();
         break;
+    case QEvent::ParentChange:
+        if (m_form->parentWidget() != this)
+            Lose("The form has been moved elsewhere.");
+        break;
     case QEvent::LayoutRequest:
         Place();
         break;
@@ -102,6 +108,19 @@ void FormStage::Place()
     const QPoint corner((width() - form.width()) / 2, (height() - form.height() - titleHeight) / 2);
     m_title->setGeometry(QRect(corner, QSize(form.width(), titleHeight)));
     m_form->setGeometry(QRect(corner + QPoint(0, titleHeight), form));
+    update();
+}
+
+/// The form has left the stage on its own.
+void FormStage::Lose(const QString& reason)
+{
+    if (m_form) {
+        m_form->removeEventFilter(this);
+        m_form->disconnect(this);
+    }
+    m_form = nullptr;
+    m_title->setText(reason);
+    m_title->setGeometry(QRect(QPoint(0, 0), QSize(width(), m_title->sizeHint().height())));
     update();
 }
 

@@ -26,6 +26,7 @@ private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void Place();
     void ShowTitle();
+    void Lose(const QString& reason);
     QSize FormSize() const;
 
     QPointer<QWidget> m_form;

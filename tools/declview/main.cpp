@@ -2,22 +2,33 @@
 #include <QCommandLineParser>
 #include <QScreen>
 #include <QTextStream>
+#include <QTranslator>
+
+#include <memory>
 
 #include "common/jsondata.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
+#include "declview/propertyprinter.h"
 #include "declview/unattendedrun.h"
 
 namespace {
 
 const int CannotRun = 2;
 const QSize LargestPicture(4000, 3000);
+const QSize LargestForm(4000, 4000);
+const double SmallestScale = 0.1;
+const double LargestScale = 4;
+const int LatestTime = 1000000;
 
 struct Options
 {
     SessionFiles files;
     UnattendedTasks tasks;
+    bool watches;
+    QString translation; ///< May be empty.
     JsonData assignments;
+    double time; ///< At which generators start, or stand for the tasks.
 };
 
 int Fail(const QString& reason)
@@ -26,58 +37,156 @@ int Fail(const QString& reason)
     return CannotRun;
 }
 
-bool AsksAboutTheProgram(const QCommandLineParser& parser)
+/// False when the text is no «WIDTHxHEIGHT».
+bool ReadSize(const QString& text, QSize* size)
 {
-    return parser.isSet("help") || parser.isSet("version");
+    const QStringList sides = text.split('x');
+    *size = QSize(sides.value(0).toInt(), sides.value(1).toInt());
+    return sides.size() == 2 && QRect({}, LargestForm).contains(QRect({}, *size)) && !size->isEmpty();
 }
 
-/// Works without an application, since what is asked for decides on the platform. An empty text, or what
-/// is wrong.
-QString ReadOptions(QCommandLineParser* parser, const QStringList& arguments, Options* options)
+/// The options of the command line.
+class CommandLine
 {
-    const QCommandLineOption data("data", "Variables by package and name.", "DATA.json");
-    const QCommandLineOption package("package", "Package of variables that the form names without one.", "NAME");
-    const QCommandLineOption set("set", "Give a variable a value; may be repeated.", "[PACKAGE:]NAME=JSON");
-    const QCommandLineOption screenshot("screenshot", "Save a picture of the window and exit.", "FILE");
-    const QCommandLineOption print("print", "Print what the bound properties hold and exit.");
-    const QCommandLineOption json("json", "Print it as JSON.");
-    parser->setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
-    parser->addHelpOption();
-    parser->addVersionOption();
-    parser->addOptions({data, package, set, screenshot, print, json});
-    parser->addPositionalArgument("FORM.ui", "The form.");
-
-    if (!parser->parse(arguments))
-        return parser->errorText();
-    if (AsksAboutTheProgram(*parser))
-        return QString();
-    if (parser->positionalArguments().size() != 1)
-        return "one form is wanted (see --help)";
-    options->files = {parser->positionalArguments().constFirst(), parser->value(data), parser->value(package)};
-    options->tasks = {parser->value(screenshot), parser->isSet(print) || parser->isSet(json), parser->isSet(json)};
-    const QStringList assignments = parser->values(set);
-    QString error;
-    for (const QString& assignment : assignments) {
-        if (!options->assignments.Assign(assignment, options->files.defaultPackage, &error))
-            return error;
+public:
+    CommandLine()
+    {
+        m_parser.setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
+        m_parser.addHelpOption();
+        m_parser.addVersionOption();
+        m_parser.addOptions(
+            {m_data, m_package, m_set, m_translation, m_screenshot, m_size, m_scale, m_print, m_watch, m_json, m_at});
+        m_parser.addPositionalArgument("FORM.ui", "The form.");
     }
-    return QString();
+
+    /// Works without an application, since what is asked for decides on the platform. An empty text, or what
+    /// is wrong.
+    QString Read(const QStringList& arguments, Options* options)
+    {
+        if (!m_parser.parse(arguments))
+            return m_parser.errorText();
+        if (AsksAboutTheProgram())
+            return QString();
+        if (m_parser.positionalArguments().size() != 1)
+            return "one form is wanted (see --help)";
+        options->files
+            = {m_parser.positionalArguments().constFirst(), m_parser.value(m_data), m_parser.value(m_package)};
+        options->translation = m_parser.value(m_translation);
+        options->watches = m_parser.isSet(m_watch);
+        QString error;
+        ReadTasks(&options->tasks, &error);
+        ReadTime(options, &error);
+        const QStringList assignments = m_parser.values(m_set);
+        for (const QString& assignment : assignments) {
+            if (error.isEmpty() && !options->assignments.Assign(assignment, options->files.defaultPackage, &error))
+                return error;
+        }
+        return error;
+    }
+
+    bool AsksAboutTheProgram() const
+    {
+        return m_parser.isSet("help") || m_parser.isSet("help-all") || m_parser.isSet("version");
+    }
+
+    /// Ends the program.
+    void TellAboutTheProgram()
+    {
+        if (m_parser.isSet("version"))
+            m_parser.showVersion();
+        m_parser.showHelp();
+    }
+
+private:
+    void ReadTasks(UnattendedTasks* tasks, QString* error) const
+    {
+        const bool watches = m_parser.isSet(m_watch);
+        tasks->asJson = m_parser.isSet(m_json);
+        tasks->print = m_parser.isSet(m_print) || (tasks->asJson && !watches);
+        tasks->picture = m_parser.value(m_screenshot);
+        tasks->formAlone = m_parser.isSet(m_size) || m_parser.isSet(m_scale);
+        tasks->scale = m_parser.value(m_scale).toDouble();
+        if (watches && tasks->Any())
+            *error = "--watch goes on, and --screenshot and --print exit";
+        else if (tasks->formAlone && tasks->picture.isEmpty())
+            *error = "--size and --scale are for --screenshot";
+        else if (m_parser.isSet(m_size) && !ReadSize(m_parser.value(m_size), &tasks->formSize))
+            *error
+                = QString("--size wants WIDTHxHEIGHT, up to %1x%2").arg(LargestForm.width()).arg(LargestForm.height());
+        else if (!(tasks->scale >= SmallestScale && tasks->scale <= LargestScale))
+            *error = QString("--scale wants a number from %1 to %2").arg(SmallestScale).arg(LargestScale);
+    }
+
+    void ReadTime(Options* options, QString* error) const
+    {
+        bool isNumber = false;
+        options->time = m_parser.value(m_at).toDouble(&isNumber);
+        if (!isNumber || !(options->time >= 0 && options->time <= LatestTime))
+            *error = QString("--at wants seconds, from 0 to %1").arg(LatestTime);
+    }
+
+    QCommandLineParser m_parser;
+    const QCommandLineOption m_data{"data", "Variables by package and name.", "DATA.json"};
+    const QCommandLineOption m_package{"package", "Package of variables that the form names without one.", "NAME"};
+    const QCommandLineOption m_set{"set", "Give a variable a value; may be repeated.", "[PACKAGE:]NAME=JSON"};
+    const QCommandLineOption m_translation{"translation", "Show the form in another language.", "FILE.qm"};
+    const QCommandLineOption m_screenshot{"screenshot", "Save a picture of the window and exit.", "FILE"};
+    const QCommandLineOption m_size{"size", "Picture the form alone, in that size.", "WIDTHxHEIGHT"};
+    const QCommandLineOption m_scale{"scale", "Picture the form alone, with so many pixels for each of a screen.", "N",
+                                     "1"};
+    const QCommandLineOption m_print{"print", "Print what the bound properties hold and exit."};
+    const QCommandLineOption m_watch{"watch", "Print what the bound properties hold, and what changes."};
+    const QCommandLineOption m_json{"json", "Print it as JSON."};
+    const QCommandLineOption m_at{"at", "The time at which data that move start, and stand for the options that exit.",
+                                  "SECONDS", "0"};
+};
+
+/// Without a window, and out of sight.
+bool PictureForm(const Options& options, const FormSession& session)
+{
+    QWidget* const form = session.Form();
+    form->setAttribute(Qt::WA_DontShowOnScreen);
+    if (options.tasks.formSize.isValid())
+        form->resize(options.tasks.formSize);
+    form->show();
+    if (options.tasks.formSize.isValid() && form->size() != options.tasks.formSize)
+        QTextStream(stderr) << "declview: the form is " << form->width() << 'x' << form->height()
+                            << ", as its limits want it\n";
+    return RunUnattended(options.tasks, session, form);
+}
+
+int RunWindow(const Options& options, FormSession* session, MainWindow* window)
+{
+    const bool unattended = options.tasks.Any();
+    window->FitToForm(unattended ? LargestPicture : QApplication::primaryScreen()->availableSize());
+    window->SetMotion(!unattended);
+    window->show();
+    if (unattended)
+        return RunUnattended(options.tasks, *session, window) ? 0 : CannotRun;
+    std::unique_ptr<PropertyPrinter> printer;
+    if (options.watches)
+        printer = std::make_unique<PropertyPrinter>(session, options.tasks.asJson);
+    return QApplication::exec();
 }
 
 int Run(const Options& options)
 {
+    QTranslator translator;
+    if (!options.translation.isEmpty() && !translator.load(options.translation))
+        return Fail(options.translation + ": this is no translation that can be read");
+    QApplication::installTranslator(&translator);
     FormSession session(options.files);
     session.Variables().Set(options.assignments);
-    MainWindow window(&session);
+    std::unique_ptr<MainWindow> window;
+    if (!options.tasks.formAlone)
+        window = std::make_unique<MainWindow>(&session);
     QString error;
     if (!session.Load(&error))
         return Fail(error);
-    const bool unattended = options.tasks.Any();
-    window.FitToForm(unattended ? LargestPicture : QApplication::primaryScreen()->availableSize());
-    window.show();
-    if (unattended)
-        return RunUnattended(options.tasks, session, &window) ? 0 : CannotRun;
-    return QApplication::exec();
+    session.Motion().SetTime(options.time);
+    if (options.tasks.formAlone)
+        return PictureForm(options, session) ? 0 : CannotRun;
+    return RunWindow(options, &session, window.get());
 }
 
 } // namespace
@@ -87,19 +196,17 @@ int main(int argc, char* argv[])
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
-    QCommandLineParser parser;
-    Options options;
-    const QString problem = ReadOptions(&parser, arguments, &options);
+    CommandLine commandLine;
+    Options options{};
+    const QString problem = commandLine.Read(arguments, &options);
     if (!problem.isEmpty())
         return Fail(problem);
-    if ((options.tasks.Any() || AsksAboutTheProgram(parser)) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+    if ((options.tasks.Any() || commandLine.AsksAboutTheProgram()) && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
 
     QApplication application(argc, argv);
     application.setApplicationVersion(DECLARATIONHANDLER_VERSION);
-    if (parser.isSet("help"))
-        parser.showHelp();
-    if (parser.isSet("version"))
-        parser.showVersion();
+    if (commandLine.AsksAboutTheProgram())
+        commandLine.TellAboutTheProgram();
     return Run(options);
 }

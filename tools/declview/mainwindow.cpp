@@ -16,6 +16,7 @@
 
 #include <utility>
 
+#include "declview/detailpanel.h"
 #include "declview/formstage.h"
 #include "declview/tablepanel.h"
 #include "declview/widgethighlight.h"
@@ -24,7 +25,7 @@ namespace {
 
 /// In letters.
 const int DockWidth = 125;
-const QSize MinimumSize(1200, 780);
+const QSize MinimumSize(1200, 920);
 /// For bars and frames.
 const int Spare = 100;
 const int NoteDuration = 8000;
@@ -41,6 +42,7 @@ MainWindow::MainWindow(FormSession* session)
     statusBar()->showMessage("Ctrl and a click on a widget selects its declarations.");
 
     connect(session, &FormSession::FormReplaced, this, &MainWindow::OnFormReplaced);
+    connect(session, &FormSession::EditedChanged, this, &MainWindow::SetEdited);
     connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
     connect(&m_watcher, &FileWatcher::Changed, this, &MainWindow::Reload);
     m_watcher.Add(session->Files().form);
@@ -68,6 +70,12 @@ void MainWindow::Reload()
     Tell("Loaded " + QFileInfo(m_session->Files().form).fileName());
 }
 
+void MainWindow::SetMotion(bool running)
+{
+    m_motion->setChecked(running);
+    ShowMotion();
+}
+
 void MainWindow::FitToForm(const QSize& limit)
 {
     const QSize wanted = m_stage->minimumSize() + QSize(m_dockWidth + Spare, Spare);
@@ -82,10 +90,13 @@ void MainWindow::AddToolBar()
 
     m_scopes = new QComboBox;
     m_scopes->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    m_scopes->setToolTip("What \"Save\" writes back into the variables");
-    QAction* const save
+    m_scopes->setToolTip("What \"Save\" and \"Revert\" are for");
+    m_save
         = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogApplyButton), "Save", this, &MainWindow::SaveForm);
-    save->setToolTip("Writes what was edited in the form back into the variables");
+    m_save->setToolTip("Writes what was edited in the form back into the variables");
+    m_revert = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogResetButton), "Revert", this,
+                                  &MainWindow::RevertForm);
+    m_revert->setToolTip("Gives up what was edited in the form");
     toolBar->addWidget(m_scopes);
     toolBar->addSeparator();
     QAction* const saveData = toolBar->addAction(style()->standardIcon(QStyle::SP_DialogSaveButton), "Save data", this,
@@ -96,6 +107,10 @@ void MainWindow::AddToolBar()
         = toolBar->addAction(style()->standardIcon(QStyle::SP_BrowserReload), "Reload", this, &MainWindow::Reload);
     reload->setShortcut(QKeySequence::Refresh);
     reload->setToolTip("Reads form and data again; edited variables stay");
+    m_motion = toolBar->addAction("Run");
+    m_motion->setCheckable(true);
+    m_motion->setToolTip("Lets the variables move that the data file gives a generator");
+    connect(m_motion, &QAction::toggled, this, &MainWindow::ShowMotion);
 }
 
 void MainWindow::AddStage()
@@ -123,8 +138,9 @@ void MainWindow::AddStage()
 
 void MainWindow::AddDock()
 {
-    m_variablesPanel = new TablePanel("Variables", &m_variables, {20, 18, 12});
-    m_declarationsPanel = new TablePanel("Declarations", &m_declarations, {18, 16, 30, 22, 8});
+    m_variablesPanel = new TablePanel("Variables", &m_variables, {24, 24, 20});
+    m_declarationsPanel = new TablePanel("Declarations", &m_declarations, {24, 20, 36, 24, 8});
+    m_detail = new DetailPanel(m_session, m_declarationsPanel->View()->font());
     m_messagesPanel = new TablePanel("Messages", &m_messages, {16, 26});
     m_variablesPanel->View()->setObjectName("variables");
     m_declarationsPanel->View()->setObjectName("declarations");
@@ -135,10 +151,12 @@ void MainWindow::AddDock()
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(m_variablesPanel);
     splitter->addWidget(m_declarationsPanel);
+    splitter->addWidget(m_detail);
     splitter->addWidget(m_messagesPanel);
     splitter->setStretchFactor(0, 3);
     splitter->setStretchFactor(1, 4);
-    splitter->setStretchFactor(2, 2);
+    splitter->setStretchFactor(2, 3);
+    splitter->setStretchFactor(3, 2);
 
     auto* const dock = new QDockWidget("Behind the form");
     dock->setObjectName("dock");
@@ -150,6 +168,7 @@ void MainWindow::AddDock()
 
     connect(m_declarationsPanel->View()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &MainWindow::Highlight);
+    connect(&m_declarations, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowProblemCount);
     connect(&m_variables, &QAbstractItemModel::modelReset, this, &MainWindow::ShowMissing);
     connect(&m_variables, &QAbstractItemModel::dataChanged, this, &MainWindow::ShowMissing);
 }
@@ -175,9 +194,13 @@ void MainWindow::OnFormReplaced()
 {
     m_highlight->SetTarget(nullptr);
     m_stage->SetForm(m_session->Form());
+    m_motion->setVisible(m_session->Variables().AnyMoves());
+    m_detail->SetDeclaration(qMax(0, m_declarations.FirstProblem()));
     ShowScopes();
+    ShowProblemCount();
+    SetEdited(false);
     const SessionFiles& files = m_session->Files();
-    setWindowTitle(QFileInfo(files.form).fileName() + " - declview");
+    setWindowTitle(QFileInfo(files.form).fileName() + "[*] - declview");
 }
 
 void MainWindow::ShowScopes()
@@ -197,10 +220,41 @@ void MainWindow::ShowMissing()
     m_variablesPanel->SetNote(missing ? QString(", %1 missing").arg(missing) : QString());
 }
 
+void MainWindow::ShowProblemCount()
+{
+    const int problems = m_declarations.ProblemCount();
+    m_declarationsPanel->SetNote(problems ? QString(", %1 with a problem").arg(problems) : QString());
+    m_detail->Refresh();
+}
+
+/// As a host enables its button.
+void MainWindow::SetEdited(bool edited)
+{
+    m_save->setEnabled(edited);
+    m_revert->setEnabled(edited);
+    setWindowModified(edited);
+}
+
+void MainWindow::ShowMotion()
+{
+    const bool running = m_motion->isChecked();
+    m_session->Motion().SetRunning(running);
+    m_motion->setIcon(style()->standardIcon(running ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
+    m_motion->setText(running ? "Pause" : "Run");
+}
+
 void MainWindow::SaveForm()
 {
-    const int saved = m_session->Save(m_scopes->currentData().toString());
-    Tell(QString("Saved: %1, %2 edited").arg(m_scopes->currentText()).arg(saved));
+    const FormSaveResult result = m_session->Save(m_scopes->currentData().toString());
+    QString text = QString("Saved: %1, %2 edited").arg(m_scopes->currentText()).arg(result.saved);
+    if (!result.refused.isEmpty())
+        text += QString(", %1 refused. %2").arg(result.refused.size()).arg(result.refused.constFirst().message);
+    Tell(text);
+}
+
+void MainWindow::RevertForm()
+{
+    m_session->Revert(m_scopes->currentData().toString());
 }
 
 void MainWindow::SaveData()
@@ -222,6 +276,7 @@ void MainWindow::SaveData()
 void MainWindow::Highlight()
 {
     const int row = m_declarationsPanel->CurrentRow();
+    m_detail->SetDeclaration(row);
     auto* const widget = row < 0 ? nullptr : qobject_cast<QWidget*>(m_declarations.Object(row));
     m_highlight->SetTarget(widget);
     if (widget && !m_highlight->Shows())

@@ -9,6 +9,7 @@
 #include "declview/messagesmodel.h"
 #include "declview/variablesmodel.h"
 
+class DetailPanel;
 class FormStage;
 class QComboBox;
 class QLabel;
@@ -27,6 +28,8 @@ public:
 
     /// Reads the files again. When that fails the form stays as it is, and a banner says so.
     void Reload();
+    /// Lets the clock of the generators run, or stand.
+    void SetMotion(bool running);
     /// Takes the size in which the whole form is seen, up to that one.
     void FitToForm(const QSize& limit);
 
@@ -38,7 +41,11 @@ private:
     void OnFormReplaced();
     void ShowScopes();
     void ShowMissing();
+    void ShowMotion();
+    void ShowProblemCount();
+    void SetEdited(bool edited);
     void SaveForm();
+    void RevertForm();
     void SaveData();
     void Highlight();
     bool SelectDeclarationsOf(const QObject* clicked);
@@ -55,9 +62,13 @@ private:
     WidgetHighlight* m_highlight;
     QLabel* m_banner;
     QComboBox* m_scopes;
+    QAction* m_save;
+    QAction* m_revert;
+    QAction* m_motion;
     int m_dockWidth;
     TablePanel* m_variablesPanel;
     TablePanel* m_declarationsPanel;
+    DetailPanel* m_detail;
     TablePanel* m_messagesPanel;
     bool m_clickIsOurs = false; ///< Until the button is released.
 };

@@ -1,6 +1,7 @@
 #include "declview/messagesmodel.h"
 
 #include <QBrush>
+#include <QHash>
 
 #include "declview/formsession.h"
 #include "declview/tablecolors.h"
@@ -8,6 +9,28 @@
 namespace {
 
 const int MaxRows = 10000;
+
+/// With those that say the same of the same in one line, in the place of the first.
+QVector<LogMessage> Counted(const QVector<LogMessage>& messages)
+{
+    QVector<LogMessage> different;
+    QVector<int> counts;
+    QHash<QPair<int, QString>, int> positions;
+    for (const LogMessage& message : messages) {
+        int& position = positions[{message.declaration, message.text}];
+        if (position == 0) {
+            different.append(message);
+            counts.append(0);
+            position = different.size();
+        }
+        ++counts[position - 1];
+    }
+    for (int i = 0; i < different.size(); ++i) {
+        if (counts.at(i) > 1)
+            different[i].text += QString(" (%1 times)").arg(counts.at(i));
+    }
+    return different;
+}
 
 } // namespace
 
@@ -49,8 +72,9 @@ QVariant MessagesModel::data(const QModelIndex& index, int role) const
     }
 }
 
-void MessagesModel::Append(const QVector<LogMessage>& messages)
+void MessagesModel::Append(const QVector<LogMessage>& arrived)
 {
+    const QVector<LogMessage> messages = Counted(arrived);
     beginInsertRows(QModelIndex(), m_rows.size(), m_rows.size() + messages.size() - 1);
     for (const LogMessage& message : messages) {
         QString name;

@@ -7,7 +7,8 @@
 
 class FormSession;
 
-/// The messages as a table, the oldest first. The oldest go when there are too many.
+/// The messages as a table, the oldest first; those that come in together and say the same are one row. The oldest go
+/// when there are too many.
 class MessagesModel : public QAbstractTableModel
 {
     Q_OBJECT
@@ -36,7 +37,7 @@ private:
         QString declaration;
     };
 
-    void Append(const QVector<LogMessage>& messages);
+    void Append(const QVector<LogMessage>& arrived);
     QString Cell(const Row& row, int column) const;
 
     FormSession* const m_session;

@@ -12,6 +12,8 @@ namespace {
 
 const int RowPadding = 7;
 const int FilterWidth = 180;
+/// From the first one in sight on, to find the widths.
+const int MeasuredRows = 500;
 const double FontScale = 0.88;
 
 QFont SmallFont(QFont font)
@@ -27,7 +29,8 @@ TablePanel::TablePanel(const QString& caption, QAbstractItemModel* model, const 
       m_model(model),
       m_proxy(new QSortFilterProxyModel(this)),
       m_view(new QTableView),
-      m_label(new QLabel)
+      m_label(new QLabel),
+      m_columnWidths(columnWidths)
 {
     m_proxy->setSourceModel(model);
     m_proxy->setFilterKeyColumn(-1);
@@ -48,8 +51,8 @@ TablePanel::TablePanel(const QString& caption, QAbstractItemModel* model, const 
     m_view->horizontalHeader()->setStretchLastSection(true);
     m_view->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     m_view->horizontalHeader()->setHighlightSections(false);
-    for (int column = 0; column < columnWidths.size(); ++column)
-        m_view->setColumnWidth(column, columnWidths.at(column) * m_view->fontMetrics().averageCharWidth());
+    m_view->horizontalHeader()->setResizeContentsPrecision(MeasuredRows);
+    FitColumns();
 
     auto* const filter = new QLineEdit;
     filter->setPlaceholderText("Filter");
@@ -67,6 +70,7 @@ TablePanel::TablePanel(const QString& caption, QAbstractItemModel* model, const 
     for (const auto signal : {&QAbstractItemModel::rowsInserted, &QAbstractItemModel::rowsRemoved})
         connect(model, signal, this, &TablePanel::ShowCaption);
     connect(model, &QAbstractItemModel::modelReset, this, &TablePanel::ShowCaption);
+    connect(m_proxy, &QAbstractItemModel::modelReset, this, &TablePanel::FitColumns);
     ShowCaption();
 }
 
@@ -107,6 +111,19 @@ void TablePanel::SetNote(const QString& note)
 {
     m_note = note;
     ShowCaption();
+}
+
+/// As wide as what stands there needs it; an empty table is to be filled yet.
+void TablePanel::FitColumns()
+{
+    const int letter = m_view->fontMetrics().averageCharWidth();
+    for (int column = 0; column < m_columnWidths.size(); ++column) {
+        if (m_proxy->rowCount() > 0)
+            m_view->resizeColumnToContents(column);
+        const int most = m_columnWidths.at(column) * letter;
+        if (m_proxy->rowCount() == 0 || m_view->columnWidth(column) > most)
+            m_view->setColumnWidth(column, most);
+    }
 }
 
 void TablePanel::ShowCaption()

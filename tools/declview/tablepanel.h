@@ -12,7 +12,7 @@ class TablePanel : public QWidget
     Q_OBJECT
 
 public:
-    /// The widths are in letters; the last column takes the rest.
+    /// The widths are in letters, the largest that a column is given; the last one takes the rest.
     TablePanel(const QString& caption, QAbstractItemModel* model, const QVector<int>& columnWidths);
 
     QTableView* View() const { return m_view; }
@@ -26,6 +26,7 @@ public:
 
 private:
     void ShowCaption();
+    void FitColumns();
 
     const QString m_caption;
     QString m_note;
@@ -33,6 +34,7 @@ private:
     QSortFilterProxyModel* const m_proxy;
     QTableView* const m_view;
     QLabel* const m_label;
+    const QVector<int> m_columnWidths;
 };
 
 #endif

@@ -1,13 +1,13 @@
 #include "declview/unattendedrun.h"
 
 #include <QEventLoop>
-#include <QPixmap>
+#include <QImage>
 #include <QTextStream>
 #include <QTimer>
+#include <QWidget>
 
-#include "common/jsondata.h"
 #include "declview/formsession.h"
-#include "declview/mainwindow.h"
+#include "declview/propertyprinter.h"
 #include "qtversion.h"
 
 namespace {
@@ -22,27 +22,11 @@ void LetSettle()
     loop.exec();
 }
 
-QString ToTextLine(const ViewedProperty& property)
-{
-    return QStringList{property.path, property.name, ValueToText(property.Value())}.join('\t');
-}
-
-QString ToJsonLine(const ViewedProperty& property)
-{
-    const QVariant value = property.Value();
-    // What JSON does not know stands there as a text.
-    const bool known = !value.isValid() || JsonData::ValueToJson(value) != "null";
-    const QVariantMap object{{"widget", property.path},
-                             {"property", property.name},
-                             {"value", known ? value : QVariant(ValueToText(value))}};
-    return QString::fromUtf8(JsonData::ValueToJson(object));
-}
-
 void Print(const QVector<ViewedProperty>& properties, bool asJson)
 {
     QStringList lines;
     for (const ViewedProperty& property : properties)
-        lines.append(asJson ? ToJsonLine(property) : ToTextLine(property));
+        lines.append(PropertyLine(property, asJson));
     QTextStream out(stdout);
     QtVersion::UseUtf8(out);
     if (asJson)
@@ -55,20 +39,31 @@ void PrintDiagnostics(const QVector<ViewedProperty>& properties)
 {
     QTextStream err(stderr);
     for (const ViewedProperty& property : properties) {
-        if (!property.diagnostic.isEmpty())
-            err << property.path << ':' << property.name << ": " << property.diagnostic << '\n';
+        if (!property.Problem().isEmpty())
+            err << property.path << ':' << property.name << ": " << property.Problem() << '\n';
     }
+}
+
+/// On the background of a window, which a form alone does not paint itself.
+QImage PictureOf(QWidget* widget, double scale)
+{
+    QImage image((QSizeF(widget->size()) * scale).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(scale);
+    image.fill(widget->palette().color(QPalette::Window));
+    if (!image.isNull())
+        widget->render(&image);
+    return image;
 }
 
 } // namespace
 
-bool RunUnattended(const UnattendedTasks& tasks, const FormSession& session, MainWindow* window)
+bool RunUnattended(const UnattendedTasks& tasks, const FormSession& session, QWidget* shown)
 {
     LetSettle();
     PrintDiagnostics(session.Properties());
     if (tasks.print)
         Print(session.Properties(), tasks.asJson);
-    if (tasks.picture.isEmpty() || window->grab().save(tasks.picture))
+    if (tasks.picture.isEmpty() || PictureOf(shown, tasks.scale).save(tasks.picture))
         return true;
     QTextStream(stderr) << "The picture cannot be written: " << tasks.picture << '\n';
     return false;

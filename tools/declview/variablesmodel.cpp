@@ -133,10 +133,19 @@ QString VariablesModel::Text(int row, int column) const
     case Name:
         return identifier.GetName();
     case Type:
-        return m_store->IsMissing(row) ? "missing" : TypeName(m_store->Value(row));
+        return TypeText(row);
     default:
         return ValueToText(m_store->Value(row));
     }
+}
+
+QString VariablesModel::TypeText(int row) const
+{
+    if (m_store->IsMissing(row))
+        return "missing";
+    const StoredVariable& variable = m_store->Variables().at(row);
+    const QString type = TypeName(m_store->Value(row));
+    return variable.generator && !variable.edited ? QString("%1, %2").arg(type, variable.generator->Kind()) : type;
 }
 
 QString VariablesModel::ToolTip(int row) const

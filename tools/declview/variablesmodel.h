@@ -39,6 +39,7 @@ Q_SIGNALS:
 private:
     void Announce(const QVector<int>& positions);
     QString Text(int row, int column) const;
+    QString TypeText(int row) const;
     QString ToolTip(int row) const;
 
     VariableStore* const m_store;

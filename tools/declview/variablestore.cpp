@@ -26,11 +26,13 @@ void VariableStore::Load(const JsonData& file)
         if (variable.inFile && !found && !variable.edited)
             m_data->ChangeValue(variable.identifier, QVariant(), IDataPeer::NoFlag);
         variable.inFile = found;
+        variable.generator.reset();
     }
     for (const Variable& variable : file.Variables()) {
         const VariableIdentifier identifier(variable.name, variable.package);
         StoredVariable& stored = Find(identifier);
         stored.inFile = true;
+        stored.generator = variable.generator;
         if (!stored.edited)
             m_data->ChangeValue(identifier, variable.value, IDataPeer::NoFlag);
     }
@@ -52,6 +54,24 @@ bool VariableStore::SetValue(int position, const QVariant& value)
     return m_data->ChangeValue(m_variables.at(position).identifier, value, IDataPeer::NoFlag);
 }
 
+void VariableStore::Move(double seconds)
+{
+    // An edit that is under way stops its variable now.
+    Flush();
+    m_loading = true;
+    for (const StoredVariable& variable : qAsConst(m_variables)) {
+        if (variable.generator && !variable.edited)
+            m_data->ChangeValue(variable.identifier, variable.generator->Value(seconds), IDataPeer::NoFlag);
+    }
+    m_loading = false;
+}
+
+bool VariableStore::AnyMoves() const
+{
+    return std::any_of(m_variables.begin(), m_variables.end(),
+                       [](const StoredVariable& variable) { return variable.generator.has_value(); });
+}
+
 void VariableStore::SetRead(const QSet<VariableIdentifier>& identifiers)
 {
     Flush();
@@ -70,10 +90,12 @@ bool VariableStore::Save(const QString& fileName, QString* error)
     Flush();
     JsonData data;
     for (int i = 0; i < m_variables.size(); ++i) {
-        const VariableIdentifier& identifier = m_variables.at(i).identifier;
+        StoredVariable& variable = m_variables[i];
+        if (variable.edited)
+            variable.generator.reset();
         const QVariant value = Value(i);
-        if (value.isValid() || m_variables.at(i).inFile)
-            data.Set({identifier.GetPackage(), identifier.GetName(), value});
+        if (value.isValid() || variable.inFile)
+            data.Set({variable.identifier.GetPackage(), variable.identifier.GetName(), value, variable.generator});
     }
     if (!data.Write(fileName, error))
         return false;
@@ -89,13 +111,22 @@ bool VariableStore::Save(const QString& fileName, QString* error)
 
 QVariant VariableStore::Value(int position) const
 {
-    return m_data->GetValue(m_variables.at(position).identifier, QVariant());
+    return Value(m_variables.at(position).identifier);
+}
+
+QVariant VariableStore::Value(const VariableIdentifier& identifier) const
+{
+    return m_data->GetValue(identifier, QVariant());
 }
 
 bool VariableStore::IsMissing(int position) const
 {
-    const StoredVariable& variable = m_variables.at(position);
-    return variable.isRead && !variable.inFile && !Value(position).isValid();
+    return IsMissing(m_variables.at(position));
+}
+
+bool VariableStore::IsMissing(const StoredVariable& variable) const
+{
+    return variable.isRead && !variable.inFile && !Value(variable.identifier).isValid();
 }
 
 void VariableStore::Flush()
@@ -138,7 +169,7 @@ StoredVariable& VariableStore::Find(const VariableIdentifier& identifier)
     if (found != m_positions.constEnd())
         return m_variables[found.value()];
     m_positions.insert(identifier, m_variables.size());
-    m_variables.append({identifier, false, false, false});
+    m_variables.append({identifier, false, false, false, {}});
     m_data->AddObserver(identifier, this);
     return m_variables.last();
 }
@@ -148,6 +179,8 @@ void VariableStore::RemoveUnused()
     const auto isUnused
         = [](const StoredVariable& variable) { return !variable.inFile && !variable.edited && !variable.isRead; };
     m_variables.erase(std::remove_if(m_variables.begin(), m_variables.end(), isUnused), m_variables.end());
+    std::stable_partition(m_variables.begin(), m_variables.end(),
+                          [this](const StoredVariable& variable) { return IsMissing(variable); });
     m_positions.clear();
     for (int i = 0; i < m_variables.size(); ++i)
         m_positions.insert(m_variables.at(i).identifier, i);

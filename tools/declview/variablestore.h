@@ -8,9 +8,11 @@
 #include <QVector>
 
 #include <atomic>
+#include <optional>
 
 #include "DataLayer/idataobserver.h"
 #include "DataLayer/variableidentifier.h"
+#include "common/valuegenerator.h"
 
 class IDataPeer;
 class JsonData;
@@ -19,9 +21,10 @@ class JsonData;
 struct StoredVariable
 {
     VariableIdentifier identifier;
-    bool inFile; ///< As it was read or written last.
-    bool edited; ///< Changed since then; a later reading of the file leaves it alone.
-    bool isRead; ///< By a statement of the form.
+    bool inFile;                               ///< As it was read or written last.
+    bool edited;                               ///< Changed since then; a later reading of the file leaves it alone.
+    bool isRead;                               ///< By a statement of the form.
+    std::optional<ValueGenerator> generator{}; ///< What moves it, unless it is edited.
 };
 
 /// The variables in the data layer: what the data file says, and what is changed afterwards, by whomever
@@ -39,14 +42,20 @@ public:
     /// Writes values of the user's own, which count as edited.
     void Set(const JsonData& values);
     bool SetValue(int position, const QVariant& value);
+    /// Writes the values that generators have so many seconds after the start, except where one was edited.
+    void Move(double seconds);
+    /// Whether a generator moves any.
+    bool AnyMoves() const;
     /// Which variables the statements read; those that are neither read, edited nor in the file go.
     void SetRead(const QSet<VariableIdentifier>& identifiers);
 
-    /// Writes all variables that have a value to a file. They count as unedited then.
+    /// Writes all variables that have a value to a file, those that move as their generators. They count as unedited
+    /// then.
     bool Save(const QString& fileName, QString* error);
 
     const QVector<StoredVariable>& Variables() const { return m_variables; }
     QVariant Value(int position) const;
+    QVariant Value(const VariableIdentifier& identifier) const;
     /// Whether a statement reads it and nobody has given it a value.
     bool IsMissing(int position) const;
 
@@ -62,7 +71,9 @@ Q_SIGNALS:
 private:
     void OnNotify(const VariableIdentifier& identifier) override;
     void customEvent(QEvent* event) override;
+    bool IsMissing(const StoredVariable& variable) const;
     StoredVariable& Find(const VariableIdentifier& identifier);
+    /// Puts what is missing first, too.
     void RemoveUnused();
 
     IDataPeer* const m_data;

@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVariant>
 
+#include "DeclarationForms/formproblem.h"
+
 /// A property of the form that is bound to a statement, and what is known about it.
 struct ViewedProperty
 {
@@ -14,8 +16,13 @@ struct ViewedProperty
     QString path;  ///< Of the object, as a statement would write it; names are not always unique.
     bool writable; ///< Whether a save writes it back.
     quint64 evaluations;
-    QString diagnostic; ///< The last one: a problem of the binding, or what was written during an evaluation.
+    QString diagnostic;                                 ///< What was written last during an evaluation.
+    QString problem{};                                  ///< Of the binding, the first that stands; may be empty.
+    FormProblem::Severity severity = FormProblem::Note; ///< Of that problem.
+    bool edited = false;                                ///< Whether a save would write it back now.
 
+    /// The problem that stands, or else the diagnostic.
+    QString Problem() const { return problem.isEmpty() ? diagnostic : problem; }
     /// Invalid once the object is gone.
     QVariant Value() const;
 };

@@ -1,0 +1,36 @@
+#ifndef DATAMOTION_H
+#define DATAMOTION_H
+
+#include <QElapsedTimer>
+#include <QObject>
+#include <QTimer>
+
+class VariableStore;
+
+/// The clock of the variables that a generator moves. It stands at 0 at first.
+class DataMotion : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// The variables outlive this.
+    explicit DataMotion(VariableStore* variables);
+
+    /// Lets the clock run, or stand where it is.
+    void SetRunning(bool running);
+    bool IsRunning() const { return m_timer.isActive(); }
+    /// Sets the clock, in seconds from 0 on.
+    void SetTime(double seconds);
+    /// Gives the variables their values of now, as when they have been read anew.
+    void Show();
+
+private:
+    double Time() const;
+
+    VariableStore* const m_variables;
+    QTimer m_timer;
+    QElapsedTimer m_running; ///< Since the clock was set or started.
+    double m_start = 0;      ///< The time then, in seconds.
+};
+
+#endif
