@@ -283,7 +283,9 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     }
     m_edits.End(statement);
     statement->isReverting = false;
-    const bool isAsBefore = statement->access->IsRewritten() && statement->isShown
+    const bool isWanted
+        = std::exchange(statement->isOverwritten, false) || ProblemBook::Has(*statement, FormProblem::NotTaken);
+    const bool isAsBefore = !isWanted && statement->access->IsRewritten() && statement->isShown
         && FormValues::AreEqual(held, statement->shown) && FormValues::AreEqual(previous, statement->value);
     if (isAsBefore)
         return;
