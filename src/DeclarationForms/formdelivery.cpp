@@ -344,6 +344,18 @@ void FormDelivery::WriteAgain(const Statement& statement)
     TellTaken(statement, target, true, QString());
 }
 
+void FormDelivery::CheckTaken(const Statement& statement)
+{
+    if (!ProblemBook::Has(*statement, FormProblem::NotTaken))
+        return;
+    const QVariant held = statement->Read();
+    const QVariant target = statement->Target();
+    if (!statement->property || !target.isValid() || !statement->Holds(held, target))
+        return;
+    statement->shown = held;
+    TellTaken(statement, target, true, QString());
+}
+
 void FormDelivery::TellTaken(const Statement& statement, const QVariant& target, bool isTaken, const QString& reason)
 {
     statement->isCut = !isTaken && WaitsForBound(*statement);

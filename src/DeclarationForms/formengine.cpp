@@ -270,6 +270,8 @@ void FormEngine::OnChanged(WatchedProperty* property)
         statement->shown = statement->Read();
         return;
     }
+    if (writer && !statement->isEdited)
+        m_delivery.CheckTaken(statement);
     if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);
 }
