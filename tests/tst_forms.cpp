@@ -17,6 +17,7 @@ private Q_SLOTS:
     void Walk();
     void Rebinding();
     void Defaults();
+    void TakenLater();
     void Unbinding();
     void ToldOnce();
     void NoValue();
@@ -156,6 +157,25 @@ void FormsTest::Defaults()
     QCOMPARE(form.Told(), QString("w: Syntax ~toolTip 0+1"));
     QVERIFY(form.m_binding->BindDefault(label, "~toolTip", "'tip'"));
     QCOMPARE(form.Problems(), QString());
+    form.m_binding->Bind(label, "~colors[red]", "#f00");
+    QVERIFY(form.m_binding->BindDefault(label, "~colors[red]", "#fff"));
+    QVERIFY(form.m_binding->BindDefault(label, "~colors[green]", "#0f0"));
+    QCOMPARE(Exact(label->property("colors")), QString("{'green': '#0f0', 'red': '#f00'}"));
+}
+
+/// What was refused once is tried again.
+void FormsTest::TakenLater()
+{
+    Form form;
+    form.m_peer.Set("v", 2);
+    QComboBox* const combo = form.Add<QComboBox>("c", {{"~currentData", "v"}});
+    combo->addItem("one", 1);
+    form.m_binding->Bind();
+    QCOMPARE(form.Problems(), QString("c: NotTaken ~currentData -1+0"));
+    combo->addItem("two", 2);
+    form.m_peer.Set("v", 2);
+    form.Turn();
+    QCOMPARE(combo->currentText() + form.Problems(), QString("two"));
 }
 
 void FormsTest::Unbinding()
@@ -352,6 +372,11 @@ void FormsTest::LatePage()
         form.Turn();
         QCOMPARE(form.Told(), QString("w: UnknownObject ~text 0+25"));
     }
+    // By one property of a page, all that is on it.
+    QWidget* const page = form.Add<QWidget>("page");
+    form.Add<QLineEdit>("late", {{"text", "plain"}}, page);
+    form.m_binding->Bind(page, "~toolTip", "'tip'");
+    QCOMPARE(label->text() + form.Problems(), QString("plain"));
 }
 
 void FormsTest::Circle_data()

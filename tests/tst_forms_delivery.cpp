@@ -1,6 +1,7 @@
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QTest>
+#include <QTextEdit>
 
 #include <atomic>
 #include <functional>
@@ -21,6 +22,9 @@ private Q_SLOTS:
     void Translation();
     void TranslatedStatements();
     void TranslationIsNoEdit();
+    void TranslationShowsDataAgain();
+    void TranslationEndsBinding_data();
+    void TranslationEndsBinding();
     void TranslationUnbinds();
     void Destruction_data();
     void Destruction();
@@ -217,6 +221,77 @@ void FormDeliveryTest::TranslationIsNoEdit()
     QCOMPARE(label->text(), QString("2"));
     QCOMPARE(form.m_peer.m_writes, 1);
     QCOMPARE(form.Told(), QString());
+    form.m_form.setParent(nullptr);
+}
+
+/// What is compared by its values alone, and statements that were none in the language before.
+void FormDeliveryTest::TranslationShowsDataAgain()
+{
+    Form form;
+    TranslatedWindow window;
+    window.setCentralWidget(&form.m_form);
+    form.m_peer.Set("v", "data");
+    form.m_peer.Set("l", QVariantList{"one", "two"});
+    QComboBox* const combo = form.Add<QComboBox>("c", {{"~items", "l"}});
+    QTextEdit* const text = form.Add<QTextEdit>("t", {{"~html", "v"}});
+    QLabel* const wrong = form.Add<QLabel>("w", {{"~text", "v + ("}, {"~toolTip", ""}});
+    form.m_binding->Bind();
+    window.m_retranslate = [&] {
+        combo->setItemText(0, "plain");
+        text->setHtml("plain");
+        wrong->setProperty("~text", "v");
+        wrong->setProperty("~toolTip", "v + v");
+    };
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&window, &change);
+    form.Turn();
+    QCOMPARE(combo->itemText(0), QString("one"));
+    QCOMPARE(text->toPlainText(), QString("data"));
+    QCOMPARE(wrong->text() + ", " + wrong->toolTip() + form.Problems(), QString("data, datadata"));
+    form.m_form.setParent(nullptr);
+}
+
+/// A write that puts an edit back is told by the widget, and whoever hears of it may end the binding.
+void FormDeliveryTest::TranslationEndsBinding_data()
+{
+    QTest::addColumn<QString>("operation");
+    for (const char* const operation : {"bind", "bind one", "update", "revert", "save", "turn"})
+        QTest::newRow(operation) << operation;
+}
+
+void FormDeliveryTest::TranslationEndsBinding()
+{
+    QFETCH(QString, operation);
+    Form form;
+    TranslatedWindow window;
+    window.setCentralWidget(&form.m_form);
+    form.m_peer.Set("v", "data");
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"_text", "v"}});
+    QLabel* const label = form.Add<QLabel>("w", {{"~text", "v"}});
+    form.m_binding->Bind();
+    edit->setText("typed");
+    window.m_retranslate = [&] {
+        edit->setText("plain");
+        label->setProperty("~text", "v + v");
+        connect(edit, &QLineEdit::textChanged, [&] { delete std::exchange(form.m_binding, nullptr); });
+    };
+    QEvent change(QEvent::LanguageChange);
+    QCoreApplication::sendEvent(&window, &change);
+    FormBinding* const binding = form.m_binding;
+    if (operation == "bind")
+        binding->Bind();
+    else if (operation == "bind one")
+        binding->Bind(label, "~toolTip", "v");
+    else if (operation == "update")
+        binding->Update();
+    else if (operation == "revert")
+        binding->Revert();
+    else if (operation == "save")
+        binding->Save();
+    form.Turn();
+    QVERIFY(!form.m_binding);
+    QCOMPARE(form.m_peer.m_observers.count(), 0);
+    form.m_peer.Set("v", "later");
     form.m_form.setParent(nullptr);
 }
 

@@ -1,6 +1,7 @@
 #include <QFocusEvent>
 #include <QGroupBox>
 #include <QPlainTextEdit>
+#include <QRadioButton>
 #include <QSignalBlocker>
 #include <QTest>
 
@@ -27,6 +28,8 @@ private Q_SLOTS:
     void Policies_data();
     void Policies();
     void PolicyProperty();
+    void SideEffects_data();
+    void SideEffects();
     void FormattedEdits_data();
     void FormattedEdits();
 };
@@ -309,6 +312,8 @@ void FormEditsTest::Policies_data()
         "edit, text; 0; set, finish => 0, 0",
         "edit, text; 1; set, set, finish, finish => 0, 0, 1, 1",
         "edit, text; 2; set, set, finish => 1, 2, 2",
+        "edit, placeholderText; 1; set, finish => 0, 1",
+        "edit, placeholderText; 2; set, finish => 0, 1",
         "spin, value; 1; set, finish => 0, 1",
         "slider, value; 1; set, finish => 0, 1",
         "check, checked; 1; click, click => 1, 2",
@@ -355,6 +360,50 @@ void FormEditsTest::Policies()
     QCOMPARE(saves.join(", "), expected);
     QCOMPARE(form.m_told.filter("saved 1").count(), form.m_peer.m_writes);
     QCOMPARE(form.m_told.filter("saved").count(), form.m_peer.m_writes);
+}
+
+/// What one write of a delivery does to other widgets is no edit, and is not saved.
+void FormEditsTest::SideEffects_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("the one that is unchecked is first") << "v = 1"
+                                                        << "v = 2";
+    QTest::newRow("the one that is checked is first") << "v = 2"
+                                                      << "v = 1";
+    QTest::newRow("each has its variable") << "a"
+                                           << "b";
+    QTest::newRow("each has the other's variable") << "b"
+                                                   << "a";
+}
+
+void FormEditsTest::SideEffects()
+{
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    Form form;
+    const auto set = [&form](int number) {
+        form.m_peer.Set("v", number);
+        form.m_peer.Set("a", number == 1);
+        form.m_peer.Set("b", number == 2);
+    };
+    set(1);
+    form.m_binding->SetSavePolicy(FormBinding::SaveAtOnce);
+    QRadioButton* const left = form.Add<QRadioButton>("l", {{"_checked", first}});
+    QRadioButton* const right = form.Add<QRadioButton>("r", {{"_checked", second}});
+    QSlider* const slider = form.Add<QSlider>("s", {{"_value", "v"}});
+    QSpinBox* const spin = form.Add<QSpinBox>("n", {{"_value", "v"}});
+    connect(slider, &QSlider::valueChanged, spin, &QSpinBox::setValue);
+    form.m_binding->Bind();
+    form.m_peer.m_writes = 0;
+    const bool wasLeft = left->isChecked();
+    set(2);
+    form.Turn();
+    QVERIFY(left->isChecked() != wasLeft && right->isChecked() == wasLeft);
+    QCOMPARE(spin->value(), 2);
+    QCOMPARE(form.Told() + form.Problems(), QString());
+    QCOMPARE(form.m_peer.m_writes, 3);
+    QVERIFY(!form.m_binding->IsEdited());
 }
 
 void FormEditsTest::PolicyProperty()

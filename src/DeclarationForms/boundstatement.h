@@ -60,12 +60,13 @@ public:
     bool isWritable = false;
     bool isShown = false; ///< Evaluated once.
     bool isEdited = false;
-    bool isTouched = false;    ///< May be edited: in the list of those.
-    bool isUnwatched = false;  ///< In the list of those that do not tell of edits.
-    bool isDirty = false;      ///< Waits for an evaluation.
-    bool isReverting = false;  ///< The next evaluation overwrites an edit.
-    bool isUnresolved = false; ///< In the list of those with a path that leads nowhere.
-    bool isCut = false;        ///< Not taken, with a bound that has not caught up.
+    bool isTouched = false;     ///< May be edited: in the list of those.
+    bool isUnwatched = false;   ///< In the list of those that do not tell of edits.
+    bool isDirty = false;       ///< Waits for an evaluation.
+    bool isReverting = false;   ///< The next evaluation overwrites an edit.
+    bool isOverwritten = false; ///< To be written, though it is as before by all that can be compared.
+    bool isUnresolved = false;  ///< In the list of those with a path that leads nowhere.
+    bool isCut = false;         ///< Not taken, with a bound that has not caught up.
 
     QString name; ///< Without marker.
     QString marked;

@@ -42,6 +42,8 @@ bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
     const QObject* object = nullptr;
     QSet<QString> names; // Of this object, whose properties follow each other.
     for (const MarkedProperty& property : properties) {
+        if (m_state.isClosed)
+            return false;
         if (!property.object)
             continue;
         if (property.object != object)
@@ -105,6 +107,8 @@ bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, co
 {
     // Nobody tells when the object is destroyed.
     m_state.objects.ForgetAccesses();
+    if (property.object)
+        m_state.objects.WatchTexts(property.object);
     m_state.problems.AddFailed(
         ProblemBook::Make(property.object, property.name, property.text.toString(), kind, reason, place));
     return false;
@@ -144,8 +148,15 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
     if (!statement->isWritable)
         m_edits.End(statement);
     else if (!statement->property->hasNotifier)
-        m_edits.AddUnwatched(statement);
+        WatchUntold(statement);
     m_delivery.Mark(statement);
+}
+
+/// Nothing tells of its edits but the end of editing, if that does.
+void FormBinder::WatchUntold(const Statement& statement)
+{
+    m_edits.AddUnwatched(statement);
+    m_state.objects.WatchFinish(statement->property->owner);
 }
 
 /// The statement of the property, which is bound from now on.
@@ -302,7 +313,9 @@ void FormBinder::Unbind(const QObject* scope)
         if (statement->property)
             Unbind(statement);
     }
-    m_state.problems.RemoveFailed([scope](const QObject* object) { return FormState::IsIn(object, scope); });
+    const auto isMeant = [scope](const QObject* object) { return FormState::IsIn(object, scope); };
+    m_state.problems.RemoveFailed(isMeant);
+    m_state.objects.IgnoreTexts(isMeant);
 }
 
 void FormBinder::Unbind(const Statement& statement)
@@ -327,6 +340,8 @@ void FormBinder::Unbind(const Statement& statement)
 void FormBinder::Forget(const WatchedObject* object)
 {
     const std::unique_ptr<WatchedObject> gone = m_state.objects.Take(object);
+    if (gone->hasUnbound)
+        m_state.problems.RemoveFailed([](const QObject*) { return false; });
     for (WatchedProperty& property : gone->properties) {
         property.slot = -1;
         const Statement statement = property.statement;

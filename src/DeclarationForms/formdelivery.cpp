@@ -283,7 +283,9 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     }
     m_edits.End(statement);
     statement->isReverting = false;
-    const bool isAsBefore = statement->access->IsRewritten() && statement->isShown
+    const bool isWanted
+        = std::exchange(statement->isOverwritten, false) || ProblemBook::Has(*statement, FormProblem::NotTaken);
+    const bool isAsBefore = !isWanted && statement->access->IsRewritten() && statement->isShown
         && FormValues::AreEqual(held, statement->shown) && FormValues::AreEqual(previous, statement->value);
     if (isAsBefore)
         return;
@@ -338,6 +340,18 @@ void FormDelivery::WriteAgain(const Statement& statement)
         Write(statement, held, target);
         return;
     }
+    statement->shown = held;
+    TellTaken(statement, target, true, QString());
+}
+
+void FormDelivery::CheckTaken(const Statement& statement)
+{
+    if (!ProblemBook::Has(*statement, FormProblem::NotTaken))
+        return;
+    const QVariant held = statement->Read();
+    const QVariant target = statement->Target();
+    if (!statement->property || !target.isValid() || !statement->Holds(held, target))
+        return;
     statement->shown = held;
     TellTaken(statement, target, true, QString());
 }

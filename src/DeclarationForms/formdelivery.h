@@ -31,6 +31,9 @@ public:
     /// Whether anything is marked.
     bool IsWaiting() const { return !m_waiting.empty(); }
 
+    /// A value that was not taken may have come by the write of another property.
+    void CheckTaken(const std::shared_ptr<BoundStatement>& statement);
+
     /// Writes a property for the binding. Answers whether it was taken.
     bool WriteProperty(const BoundStatement& statement, const QVariant& target);
     /// Whose property is being written so; null for none.

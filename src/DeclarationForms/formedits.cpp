@@ -19,6 +19,27 @@ void Prune(std::vector<std::weak_ptr<BoundStatement>>* statements, bool (*isMean
     statements->erase(std::remove_if(statements->begin(), statements->end(), isGone), statements->end());
 }
 
+bool IsTouched(const BoundStatement& statement)
+{
+    return statement.isTouched;
+}
+
+bool IsBound(const BoundStatement& statement)
+{
+    return statement.property;
+}
+
+/// Where memory would be taken, that of others is let go first.
+void Append(std::vector<std::weak_ptr<BoundStatement>>* statements, const std::shared_ptr<BoundStatement>& statement,
+            bool (*isMeant)(const BoundStatement&))
+{
+    if (statements->size() == statements->capacity()) {
+        Prune(statements, isMeant);
+        statements->reserve(2 * (statements->size() + 1));
+    }
+    statements->push_back(statement);
+}
+
 void Collect(const std::vector<std::weak_ptr<BoundStatement>>& statements, const QObject* scope,
              FormEdits::Statements* found)
 {
@@ -90,21 +111,21 @@ void FormEdits::AddUnwatched(const std::shared_ptr<BoundStatement>& statement)
     if (statement->isUnwatched)
         return;
     statement->isUnwatched = true;
-    m_unwatched.push_back(statement);
+    Append(&m_unwatched, statement, IsBound);
 }
 
 void FormEdits::Touch(const std::shared_ptr<BoundStatement>& statement)
 {
     if (statement->isTouched)
         return;
+    Append(&m_touched, statement, IsTouched);
     statement->isTouched = true;
-    m_touched.push_back(statement);
 }
 
 FormEdits::Statements FormEdits::Candidates(const QObject* scope)
 {
-    Prune(&m_touched, [](const BoundStatement& statement) { return statement.isTouched; });
-    Prune(&m_unwatched, [](const BoundStatement&) { return true; });
+    Prune(&m_touched, IsTouched);
+    Prune(&m_unwatched, IsBound);
     Statements found;
     Collect(m_touched, scope, &found);
     Collect(m_unwatched, scope, &found);

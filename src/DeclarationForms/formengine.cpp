@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
+#include "Common/qtcompat.h"
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/formlog.h"
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/formvalues.h"
 #include "DeclarationForms/formwalk.h"
 #include "DeclarationForms/savepolicies.h"
+#include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
 
 namespace {
@@ -82,8 +84,11 @@ bool FormEngine::Bind(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
     const FormState::Guard guard(&m_state);
-    QObject* const top = scope ? scope : m_state.form.data();
+    const QPointer<QObject> guarded = scope;
     m_translation.Absorb();
+    if (m_state.isClosed || (scope && !guarded))
+        return false;
+    QObject* const top = scope ? scope : m_state.form.data();
     const bool hasNoError
         = top ? m_binder.Bind(FormWalk::Collect(top)) : m_binder.Bind(MarkedProperty{nullptr, QString(), QString()});
     m_delivery.Run(false);
@@ -95,15 +100,29 @@ bool FormEngine::Bind(QObject* object, const QString& property, const QString& s
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
     const FormState::Guard guard(&m_state);
-    if (isDefault && PropertyInfo::IsOvexProperty(property) && m_state.Find(object, PropertyInfo::ToNormal(property)))
+    if (isDefault && HasDeclaration(object, property))
         return true;
+    const QPointer<QObject> guarded = object;
     m_translation.Absorb();
+    if (m_state.isClosed || (object && !guarded))
+        return false;
     const bool hasNoError = m_binder.Bind(MarkedProperty{object, property, statement});
-    if (hasNoError && !object->objectName().isEmpty())
-        m_binder.ResolveAgain(object->objectName());
+    // Paths may lead to what is below it.
+    if (hasNoError && guarded && !(object->objectName().isEmpty() && object->children().isEmpty()))
+        m_binder.ResolveAgain(object->children().isEmpty() ? object->objectName() : QString());
     m_delivery.Run(false);
     Tell();
     return hasNoError;
+}
+
+/// Whether the property, or the entry of a map, has its text already.
+bool FormEngine::HasDeclaration(QObject* object, const QString& property) const
+{
+    QString map;
+    QString key;
+    if (object && property.contains(QLatin1Char('[')) && ConstantMapParser::Parse(property, &map, &key))
+        return object->property(QtCompat::ToAscii(map)).toMap().contains(key);
+    return PropertyInfo::IsOvexProperty(property) && m_state.Find(object, PropertyInfo::ToNormal(property));
 }
 
 void FormEngine::Unbind(QObject* scope)
@@ -178,7 +197,10 @@ void FormEngine::Revert(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
     const FormState::Guard guard(&m_state);
+    const QPointer<QObject> guarded = scope;
     m_translation.Absorb();
+    if (m_state.isClosed || (scope && !guarded))
+        return;
     for (const Statement& statement : m_state.In(scope))
         MarkForRevert(statement);
     m_delivery.Run(false);
@@ -195,6 +217,7 @@ void FormEngine::MarkForRevert(const Statement& statement)
     if (!wasEdited && FormValues::AreEqual(held, statement->shown))
         return;
     statement->isReverting = true;
+    statement->isOverwritten = true;
     m_delivery.Mark(statement);
 }
 
@@ -203,6 +226,8 @@ void FormEngine::Update()
     const std::shared_ptr<FormEngine> self = shared_from_this();
     const FormState::Guard guard(&m_state);
     m_translation.Absorb();
+    if (m_state.isClosed)
+        return;
     m_translation.Apply();
     m_binder.ResolveAgain();
     for (const Statement& statement : m_state.In(nullptr))
@@ -216,6 +241,8 @@ void FormEngine::Deliver()
     const std::shared_ptr<FormEngine> self = shared_from_this();
     const FormState::Guard guard(&m_state);
     m_translation.Absorb();
+    if (m_state.isClosed)
+        return;
     if (!m_delivery.IsWaiting() && !m_translation.HasTexts() && !m_state.gatherer.HasChanges()) {
         m_state.gatherer.Skip();
         return;
@@ -238,6 +265,13 @@ void FormEngine::OnChanged(WatchedProperty* property)
         return;
     ++statement->changes;
     statement->access->Mirror(statement->object, statement->name);
+    // What one write of a delivery does to a property that is still to be written is none of the user's.
+    if (writer && statement->isDirty && !statement->isEdited) {
+        statement->shown = statement->Read();
+        return;
+    }
+    if (writer && !statement->isEdited)
+        m_delivery.CheckTaken(statement);
     if (statement->isWritable && !isOwn && !m_translation.IsRunning())
         NoteEdit(statement);
 }
@@ -254,7 +288,7 @@ void FormEngine::NoteEdit(const Statement& statement)
         if (policy == FormBinding::SaveAtOnce || isFinished)
             SaveByPolicy({statement});
         else if (policy == FormBinding::SaveOnEditingFinished)
-            WatchFinish(statement->property->owner);
+            m_state.objects.WatchFinish(statement->property->owner);
     }
     Tell();
 }
@@ -266,14 +300,6 @@ bool FormEngine::RefreshEdit(const Statement& statement)
     if (wasEdited && !isEdited)
         m_delivery.Mark(statement);
     return isEdited;
-}
-
-void FormEngine::WatchFinish(WatchedObject* object)
-{
-    if (!object->finishedSlots.empty())
-        return;
-    for (const int signal : SavePolicies::FinishSignals(object->object))
-        object->finishedSlots.push_front(m_state.receiver.WatchFinish(object, signal));
 }
 
 void FormEngine::OnFinished(WatchedObject* object)
@@ -342,6 +368,7 @@ void FormEngine::OnPropertySet(QObject* object, const QByteArray& name)
     const QByteArray formatted = name.left(name.length() - static_cast<int>(qstrlen(FormatSuffix)));
     if (const Statement statement = m_state.Find(object, QString::fromLatin1(formatted))) {
         statement->ReadFormat();
+        statement->isOverwritten = true;
         m_delivery.Mark(statement);
     }
 }
@@ -353,8 +380,10 @@ void FormEngine::OnLocaleChange(QObject* object)
     if (!watched)
         return;
     for (const WatchedProperty& property : watched->properties) {
-        if (property.statement && property.statement->format)
-            m_delivery.Mark(property.statement);
+        if (!property.statement || !property.statement->format)
+            continue;
+        property.statement->isOverwritten = true;
+        m_delivery.Mark(property.statement);
     }
 }
 

@@ -56,9 +56,9 @@ private:
     void OnTurn() override;
 
     void Deliver();
+    bool HasDeclaration(QObject* object, const QString& property) const;
     bool RefreshEdit(const Statement& statement);
     void NoteEdit(const Statement& statement);
-    void WatchFinish(WatchedObject* object);
     void SaveFinished(QObject* object);
     void SaveByPolicy(const std::vector<Statement>& statements);
     void MarkForRevert(const Statement& statement);

@@ -5,6 +5,7 @@
 #include "DeclarationForms/adapterregistry.h"
 #include "DeclarationForms/boundaccess.h"
 #include "DeclarationForms/formreferences.h"
+#include "DeclarationForms/savepolicies.h"
 #include "DeclarationForms/signalreceiver.h"
 
 WatchedObject* FormObjects::Find(const QObject* object) const
@@ -22,7 +23,7 @@ WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
     return nullptr;
 }
 
-WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
+WatchedObject* FormObjects::Get(QObject* object)
 {
     std::unique_ptr<WatchedObject>& watched = m_objects[object];
     if (!watched) {
@@ -30,13 +31,19 @@ WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
         watched->object = object;
         watched->destroyedSlot = m_receiver->WatchDestruction(watched.get());
     }
+    return watched.get();
+}
+
+WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
+{
+    WatchedObject* const watched = Get(object);
     auto last = watched->properties.before_begin();
     for (auto it = watched->properties.begin(); it != watched->properties.end(); last = it++) {
         if (it->name == name)
             return &*it;
     }
     WatchedProperty& property = *watched->properties.emplace_after(last);
-    property.owner = watched.get();
+    property.owner = watched;
     property.name = Share(name);
     return &property;
 }
@@ -57,12 +64,33 @@ std::unique_ptr<WatchedObject> FormObjects::Take(const WatchedObject* object)
 
 void FormObjects::CountBound(WatchedObject* object, int change)
 {
-    const bool wasBound = object->boundCount > 0;
-    object->boundCount += change;
-    if (!wasBound && object->boundCount > 0)
+    SetWatched(object, object->boundCount + change, object->hasUnbound);
+}
+
+void FormObjects::WatchTexts(QObject* object)
+{
+    WatchedObject* const watched = Get(object);
+    SetWatched(watched, watched->boundCount, true);
+}
+
+void FormObjects::SetWatched(WatchedObject* object, int boundCount, bool hasUnbound)
+{
+    const bool wasFiltered = object->boundCount > 0 || object->hasUnbound;
+    const bool isFiltered = boundCount > 0 || hasUnbound;
+    object->boundCount = boundCount;
+    object->hasUnbound = hasUnbound;
+    if (!wasFiltered && isFiltered)
         object->object->installEventFilter(m_filter);
-    if (wasBound && object->boundCount == 0)
+    if (wasFiltered && !isFiltered)
         object->object->removeEventFilter(m_filter);
+}
+
+void FormObjects::WatchFinish(WatchedObject* object)
+{
+    if (!object->finishedSlots.empty())
+        return;
+    for (const int signal : SavePolicies::FinishSignals(object->object))
+        object->finishedSlots.push_front(m_receiver->WatchFinish(object, signal));
 }
 
 std::shared_ptr<const BoundAccess> FormObjects::Access(const QObject* object, const QString& name)

@@ -34,6 +34,21 @@ public:
     /// Counts what is bound of an object, which is filtered meanwhile.
     void CountBound(WatchedObject* object, int change);
 
+    /// Marked properties of the object, bound or not, are told when they are set.
+    void WatchTexts(QObject* object);
+    /// Those of bound objects alone again.
+    template<typename Predicate>
+    void IgnoreTexts(Predicate isMeant)
+    {
+        for (const auto& known : m_objects) {
+            if (known.second->hasUnbound && isMeant(known.second->object))
+                SetWatched(known.second.get(), known.second->boundCount, false);
+        }
+    }
+
+    /// The signals with which editing ends are told.
+    void WatchFinish(WatchedObject* object);
+
     /// How a property of the object is read and written; one for all objects of its class.
     std::shared_ptr<const BoundAccess> Access(const QObject* object, const QString& name);
     /// To be called when an object may take its class with it.
@@ -47,6 +62,9 @@ public:
     QString Share(const QString& name) { return *m_names.insert(name); }
 
 private:
+    WatchedObject* Get(QObject* object);
+    void SetWatched(WatchedObject* object, int boundCount, bool hasUnbound);
+
     SignalReceiver* const m_receiver;
     QObject* const m_filter;
     std::unordered_map<const QObject*, std::unique_ptr<WatchedObject>> m_objects;

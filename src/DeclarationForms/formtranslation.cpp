@@ -62,6 +62,7 @@ void FormTranslation::Absorb(const Held& before)
         return;
     }
     statement->shown = held;
+    statement->isOverwritten = true;
     m_edits.Set(statement, false);
     m_delivery.Mark(statement);
 }
@@ -90,6 +91,8 @@ void FormTranslation::Unbind(QObject* object, const QByteArray& name)
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
     if (statement && statement->marked == marked)
         m_binder.Unbind(statement);
+    // The next language may have a statement again.
+    m_state.objects.WatchTexts(object);
 }
 
 void FormTranslation::Bind(QObject* object, const QByteArray& name)

@@ -39,6 +39,7 @@ struct WatchedObject
     int destroyedSlot = -1;
     std::forward_list<int> finishedSlots; ///< For the signals with which editing ends.
     int boundCount = 0;
+    bool hasUnbound = false; ///< Marked properties that may be bound once they are set to another text.
 };
 
 #endif
