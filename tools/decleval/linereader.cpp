@@ -5,12 +5,15 @@
 #include <unistd.h>
 
 #ifdef DECLEVAL_EDITING
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
 #include <editline/readline.h>
+#include <fcntl.h>
+#include <poll.h>
 
 #include "DeclarationHandler/Tokens/language.h"
 #endif
@@ -53,13 +56,36 @@ char* NextMatch(const char* text, int state)
     return nullptr;
 }
 
+volatile std::sig_atomic_t isInterrupted = 0;
+/// An interrupt writes to the second, so that whoever waits for the first as well misses none.
+int interruptPipe[2] = {-1, -1};
+
+void NoteInterrupt(int)
+{
+    isInterrupted = 1;
+    const char byte = 0;
+    if (write(interruptPipe[1], &byte, 1) < 0)
+        isInterrupted = 1; // Full: it tells already.
+}
+
+/// Waits for input. Answers whether that came before an interrupt.
+bool WaitForInput()
+{
+    struct pollfd sources[2] = {{STDIN_FILENO, POLLIN, 0}, {interruptPipe[0], POLLIN, 0}};
+    while (poll(sources, 2, -1) < 0) {
+        if (errno != EINTR)
+            return false;
+    }
+    return !(sources[1].revents & POLLIN);
+}
+
 /// The next character, which the library would wait for again after an interrupt; -1 at the end.
 int ReadCharacter(FILE*)
 {
     std::mbstate_t state = {};
     for (;;) {
         char byte = 0;
-        if (read(STDIN_FILENO, &byte, 1) != 1)
+        if (!WaitForInput() || read(STDIN_FILENO, &byte, 1) != 1)
             return -1;
         wchar_t character = 0;
         const std::size_t used = std::mbrtowc(&character, &byte, 1, &state);
@@ -75,13 +101,6 @@ char** Complete(const char* text, int, int)
     return rl_completion_matches(text, NextMatch);
 }
 
-volatile std::sig_atomic_t isInterrupted = 0;
-
-void NoteInterrupt(int)
-{
-    isInterrupted = 1;
-}
-
 /// While it lives, an interrupt ends the waiting for input and not the program.
 class InterruptGuard
 {
@@ -89,12 +108,19 @@ public:
     InterruptGuard()
     {
         isInterrupted = 0;
+        if (interruptPipe[1] < 0)
+            return;
+        char byte = 0;
+        while (read(interruptPipe[0], &byte, 1) == 1) {}
         struct sigaction action = {};
-        // Without SA_RESTART, so that the read that waits returns.
         action.sa_handler = NoteInterrupt;
         sigaction(SIGINT, &action, &m_previous);
     }
-    ~InterruptGuard() { sigaction(SIGINT, &m_previous, nullptr); }
+    ~InterruptGuard()
+    {
+        if (interruptPipe[1] >= 0)
+            sigaction(SIGINT, &m_previous, nullptr);
+    }
     Q_DISABLE_COPY(InterruptGuard)
 
 private:
@@ -108,7 +134,13 @@ void SetUpEditing(const QStringList& words)
     static const QByteArray separators = Separators();
     rl_basic_word_break_characters = separators.constData();
     rl_attempted_completion_function = Complete;
-    rl_getc_function = ReadCharacter;
+    const bool isOpen = pipe(interruptPipe) == 0 && fcntl(interruptPipe[0], F_SETFL, O_NONBLOCK) == 0
+        && fcntl(interruptPipe[1], F_SETFL, O_NONBLOCK) == 0;
+    // Without it, an interrupt ends the program, as everywhere.
+    if (isOpen)
+        rl_getc_function = ReadCharacter;
+    else
+        interruptPipe[1] = -1;
     using_history();
 }
 
