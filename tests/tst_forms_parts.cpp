@@ -77,6 +77,7 @@ private Q_SLOTS:
     void RowsAgain();
     void EditedRows();
     void CheckedValue_data();
+    void MapsAfterLists();
     void CheckedValue();
     void Hostile_data();
     void Hostile();
@@ -621,6 +622,17 @@ void FormsPartsTest::CheckedValue()
         one->setProperty("value", 1);
         two->setProperty("value", "2");
         QButtonGroup group;
+/// Labels made of keys stay such, whatever lists come between.
+void FormsPartsTest::MapsAfterLists()
+{
+    for (const char* const lists : {"[[1,2,3]]", "[[1]]", "[]"}) {
+        QTableWidget table;
+        for (const char* const rows : {R"([{"a":1,"b":2}])", lists, R"([{"z":9}])"})
+            QVERIFY(Write(&table, "rows", FromJson(rows)));
+        QCOMPARE(ToJson(Read(&table, "rows")), QByteArray(R"([{"z":9}])"));
+    }
+}
+
         for (QRadioButton* const button : {one, two}) {
             if (isGrouped)
                 group.addButton(button);
