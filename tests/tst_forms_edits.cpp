@@ -3,6 +3,7 @@
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QTest>
+#include <QUuid>
 
 #include "support/formfixture.h"
 
@@ -20,6 +21,7 @@ private Q_SLOTS:
     void BoundKeepsEdit();
     void SavedAs_data();
     void SavedAs();
+    void NoIdentifier();
     void Refusals();
     void SavesInOrder();
     void SavesThrough_data();
@@ -207,6 +209,19 @@ void FormEditsTest::SavedAs()
     QCOMPARE(result.saved, int(before != after));
     QCOMPARE(form.m_binding->IsEdited(), !result.refused.isEmpty());
     QVERIFY(result.refused.isEmpty() || before == after);
+}
+
+/// What is no such value is not saved as an empty one.
+void FormEditsTest::NoIdentifier()
+{
+    Form form;
+    const QUuid identifier = QUuid::createUuid();
+    form.m_peer.Set("v", identifier);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"_text", "v"}});
+    form.m_binding->Bind();
+    edit->setText("abc");
+    QCOMPARE(form.m_binding->Save().refused.count(), 1);
+    QCOMPARE(form.m_peer.Get("v").toUuid(), identifier);
 }
 
 void FormEditsTest::Refusals()

@@ -133,8 +133,11 @@ bool ToTruthValue(const QVariant& value, QVariant* result)
 /// There are many ways to write a number or a date. Of integers that are too large QVariant keeps the low bits.
 bool IsLosslessText(const QString& text, const QVariant& converted)
 {
+    // No text makes a null array, which is none too.
+    if (converted.userType() == QMetaType::QByteArray)
+        return true;
     if (!IsInteger(converted.userType()))
-        return converted.isValid() && !converted.isNull();
+        return !QtCompat::IsNull(converted);
     if (converted.userType() == QMetaType::ULongLong)
         return text.toULongLong() == converted.toULongLong();
     return text.toLongLong() == converted.toLongLong();
