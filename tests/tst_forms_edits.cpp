@@ -404,6 +404,9 @@ void FormEditsTest::FormattedEdits_data()
         "{} rpm, 27, 30.5 rpm => !",
         "{} rpm, 27, rpm => !",
         "{} rpm, 'text', 30 rpm => '30 rpm'",
+        "{:.1f, 27, 30 => 30",
+        "{:.1f, 27, x => !",
+        "{:x}, 2.5, 3.5 => 3.5",
     }});
 }
 
