@@ -15,6 +15,8 @@ private Q_SLOTS:
     void Statements_data();
     void Statements();
     void Walk();
+    void PropertyNames_data();
+    void PropertyNames();
     void Rebinding();
     void Defaults();
     void Unbinding();
@@ -109,6 +111,39 @@ void FormsTest::Walk()
     QCOMPARE(form.m_form.windowTitle() + action->text(), QString("titleaction 1"));
     QCOMPARE(page->findChild<QLabel*>("inner")->text(), QString("#c00"));
     QCOMPARE(form.m_binding->BoundProperties(page).count(), 1);
+}
+
+void FormsTest::PropertyNames_data()
+{
+    QTest::addColumn<QByteArray>("name"); // As Qt knows it.
+    QTest::addColumn<QString>("told");
+
+    for (const char* const name : {"gr\xc3\xb6\xc3\x9f"
+                                   "e",
+                                   "\xe5\x90\x8d", "\xf0\x9f\x98\x80"})
+        QTest::newRow(name) << QByteArray(name) << "w: UnknownProperty ~" + QString::fromUtf8(name) + " -1+0";
+    QTest::newRow("Latin-1") << QByteArray("gr\xf6") << QString("w: NotAStatement ~gr\ufffd -1+0");
+}
+
+void FormsTest::PropertyNames()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, told);
+    Form form;
+    QLabel* const label = form.Add<QLabel>("w");
+    label->setProperty("~" + name, "a");
+    form.m_peer.Set("a", 5);
+    const bool isBound = form.m_binding->Bind();
+    QCOMPARE(form.Told(), told);
+    QCOMPARE(label->property(name), isBound ? QVariant(5) : QVariant());
+    QCOMPARE(label->dynamicPropertyNames().count(), isBound ? 2 : 1);
+    label->setProperty(name + "_format", "{:.1f}");
+    label->setProperty("~" + name, "a * 2");
+    form.Turn();
+    QCOMPARE(label->property(name).toString(), isBound ? QString("10.0") : QString());
+    const bool isBoundAgain = form.m_binding->Bind(label, QString::fromUtf8("~" + name), "7");
+    QCOMPARE(isBoundAgain, isBound);
+    QCOMPARE(label->property(name).toDouble(), isBound ? 7.0 : 0.0);
 }
 
 void FormsTest::Rebinding()
