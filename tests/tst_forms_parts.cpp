@@ -384,6 +384,14 @@ void FormsPartsTest::Registration()
     QCOMPARE(Read(&box, "mood"), QVariant("box again"));
     QCOMPARE(inUse->read(&box), QVariant("box"));
 
+    for (const char* const wrong : {"destroyed()", "2destroyd()", "1deleteLater()"}) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("\"silent\" of QGroupBox tells of no changes"));
+        FormAdapters::Register(&QGroupBox::staticMetaObject, "silent", answer("box"), take, wrong);
+        QVERIFY(AdapterRegistry::Find(&box, "silent")->notifySignal.isEmpty());
+    }
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("\"~none\" needs a class, a name without a marker"));
+    FormAdapters::Register(&QGroupBox::staticMetaObject, "~none", answer("box"), take);
+    QVERIFY(!AdapterRegistry::Find(&box, "~none"));
     for (int missing = 0; missing < 4; ++missing) {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("An adapter for .* needs a class"));
         FormAdapters::Register(missing == 0 ? nullptr : &QWidget::staticMetaObject, missing == 1 ? "" : "none",
