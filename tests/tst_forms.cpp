@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QButtonGroup>
+#include <QListWidget>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -24,6 +25,7 @@ private Q_SLOTS:
     void NoValue();
     void Taken_data();
     void Taken();
+    void RefusedIcon();
     void Bounds();
     void CatchingUp();
     void Follows();
@@ -320,6 +322,21 @@ void FormsTest::Taken()
     // Nor is it an edit.
     QVERIFY(form.m_binding->Bind(widget, "_" + property, "v"));
     QVERIFY(!form.m_binding->IsEdited());
+}
+
+void FormsTest::RefusedIcon()
+{
+    Form form;
+    const QVariantMap item = {{"text", "a"}, {"icon", "/no/such.png"}};
+    form.m_peer.Set("v", QVariantList{"b", item});
+    form.Add<QListWidget>("w", {{"~items", "v"}});
+    form.m_binding->Bind();
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(
+            form.m_binding->Problems().value(0).message,
+            QString("~items of QListWidget \"w\": \"icon\" of item 2 was given \"/no/such.png\" and holds no value."));
+        form.m_binding->Update();
+    }
 }
 
 void FormsTest::Bounds()

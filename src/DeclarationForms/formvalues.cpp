@@ -247,6 +247,28 @@ QString FormValues::Describe(const QVariant& value)
     return QStringLiteral("\"%1\"").arg(isLong ? text.left(LongestText) + QChar(0x2026) : text);
 }
 
+QString FormValues::DescribeRefusal(const QVariant& given, const QVariant& held, const QString& subject)
+{
+    const QVariantList wanted = IsListType(given) ? given.toList() : QVariantList();
+    const QVariantList items = IsListType(held) ? held.toList() : QVariantList();
+    for (int i = 0; i < wanted.count() && items.count() == wanted.count(); ++i) {
+        if (!Holds(items.at(i), wanted.at(i)))
+            return DescribeRefusal(wanted.at(i), items.at(i), QStringLiteral("item %1").arg(i + 1));
+    }
+    if (given.userType() != QMetaType::QVariantMap || IsListType(held))
+        return QStringLiteral("%1 was given %2 and holds %3").arg(subject, Describe(given), Describe(held));
+    const QVariantMap map = given.toMap();
+    // An item that has nothing else is read as its text.
+    const bool isMap = held.userType() == QMetaType::QVariantMap;
+    const QVariantMap entries = isMap ? held.toMap() : QVariantMap{{QStringLiteral("text"), held}};
+    for (QVariantMap::const_iterator it = map.constBegin(); it != map.constEnd(); ++it) {
+        const QVariant entry = entries.value(it.key());
+        if (!Holds(entry, it.value()))
+            return DescribeRefusal(it.value(), entry, QStringLiteral("\"%1\" of %2").arg(it.key(), subject));
+    }
+    return QStringLiteral("%1 was given %2 and holds %3").arg(subject, Describe(given), Describe(held));
+}
+
 QString FormValues::DescribeType(const QVariant& value)
 {
     const int type = value.userType();
