@@ -383,7 +383,8 @@ void FormEditsTest::PolicyProperty()
     {
         const char* policy;
         bool isSaved;
-    } steps[] = {{"", true}, {"onRequest", false}, {"nonsense\n", true}, {"atOnce", true}, {"onEditingFinished", false}};
+    } steps[]
+        = {{"", true}, {"onRequest", false}, {"nonsense\n", true}, {"atOnce", true}, {"onEditingFinished", false}};
     for (const auto& step : steps) {
         group->setProperty("savePolicy", *step.policy ? QVariant(step.policy) : QVariant());
         if (QByteArray(step.policy) == "nonsense\n")
