@@ -1,5 +1,6 @@
 #include <QAction>
 #include <QButtonGroup>
+#include <QListWidget>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
@@ -15,6 +16,8 @@ private Q_SLOTS:
     void Statements_data();
     void Statements();
     void Walk();
+    void PropertyNames_data();
+    void PropertyNames();
     void Rebinding();
     void Defaults();
     void TakenLater();
@@ -23,6 +26,7 @@ private Q_SLOTS:
     void NoValue();
     void Taken_data();
     void Taken();
+    void RefusedIcon();
     void Bounds();
     void CatchingUp();
     void Follows();
@@ -110,6 +114,39 @@ void FormsTest::Walk()
     QCOMPARE(form.m_form.windowTitle() + action->text(), QString("titleaction 1"));
     QCOMPARE(page->findChild<QLabel*>("inner")->text(), QString("#c00"));
     QCOMPARE(form.m_binding->BoundProperties(page).count(), 1);
+}
+
+void FormsTest::PropertyNames_data()
+{
+    QTest::addColumn<QByteArray>("name"); // As Qt knows it.
+    QTest::addColumn<QString>("told");
+
+    for (const char* const name : {"gr\xc3\xb6\xc3\x9f"
+                                   "e",
+                                   "\xe5\x90\x8d", "\xf0\x9f\x98\x80"})
+        QTest::newRow(name) << QByteArray(name) << "w: UnknownProperty ~" + QString::fromUtf8(name) + " -1+0";
+    QTest::newRow("Latin-1") << QByteArray("gr\xf6") << QString("w: NotAStatement ~gr\ufffd -1+0");
+}
+
+void FormsTest::PropertyNames()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, told);
+    Form form;
+    QLabel* const label = form.Add<QLabel>("w");
+    label->setProperty("~" + name, "a");
+    form.m_peer.Set("a", 5);
+    const bool isBound = form.m_binding->Bind();
+    QCOMPARE(form.Told(), told);
+    QCOMPARE(label->property(name), isBound ? QVariant(5) : QVariant());
+    QCOMPARE(label->dynamicPropertyNames().count(), isBound ? 2 : 1);
+    label->setProperty(name + "_format", "{:.1f}");
+    label->setProperty("~" + name, "a * 2");
+    form.Turn();
+    QCOMPARE(label->property(name).toString(), isBound ? QString("10.0") : QString());
+    const bool isBoundAgain = form.m_binding->Bind(label, QString::fromUtf8("~" + name), "7");
+    QCOMPARE(isBoundAgain, isBound);
+    QCOMPARE(label->property(name).toDouble(), isBound ? 7.0 : 0.0);
 }
 
 void FormsTest::Rebinding()
@@ -305,6 +342,21 @@ void FormsTest::Taken()
     // Nor is it an edit.
     QVERIFY(form.m_binding->Bind(widget, "_" + property, "v"));
     QVERIFY(!form.m_binding->IsEdited());
+}
+
+void FormsTest::RefusedIcon()
+{
+    Form form;
+    const QVariantMap item = {{"text", "a"}, {"icon", "/no/such.png"}};
+    form.m_peer.Set("v", QVariantList{"b", item});
+    form.Add<QListWidget>("w", {{"~items", "v"}});
+    form.m_binding->Bind();
+    for (int i = 0; i < 2; ++i) {
+        QCOMPARE(
+            form.m_binding->Problems().value(0).message,
+            QString("~items of QListWidget \"w\": \"icon\" of item 2 was given \"/no/such.png\" and holds no value."));
+        form.m_binding->Update();
+    }
 }
 
 void FormsTest::Bounds()

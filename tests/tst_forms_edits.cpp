@@ -4,6 +4,7 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QTest>
+#include <QUuid>
 
 #include "support/formfixture.h"
 
@@ -21,6 +22,7 @@ private Q_SLOTS:
     void BoundKeepsEdit();
     void SavedAs_data();
     void SavedAs();
+    void NoIdentifier();
     void Refusals();
     void SavesInOrder();
     void SavesThrough_data();
@@ -210,6 +212,19 @@ void FormEditsTest::SavedAs()
     QCOMPARE(result.saved, int(before != after));
     QCOMPARE(form.m_binding->IsEdited(), !result.refused.isEmpty());
     QVERIFY(result.refused.isEmpty() || before == after);
+}
+
+/// What is no such value is not saved as an empty one.
+void FormEditsTest::NoIdentifier()
+{
+    Form form;
+    const QUuid identifier = QUuid::createUuid();
+    form.m_peer.Set("v", identifier);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"_text", "v"}});
+    form.m_binding->Bind();
+    edit->setText("abc");
+    QCOMPARE(form.m_binding->Save().refused.count(), 1);
+    QCOMPARE(form.m_peer.Get("v").toUuid(), identifier);
 }
 
 void FormEditsTest::Refusals()
@@ -417,11 +432,12 @@ void FormEditsTest::PolicyProperty()
     {
         const char* policy;
         bool isSaved;
-    } steps[] = {{"", true}, {"onRequest", false}, {"nonsense", true}, {"atOnce", true}, {"onEditingFinished", false}};
+    } steps[]
+        = {{"", true}, {"onRequest", false}, {"nonsense\n", true}, {"atOnce", true}, {"onEditingFinished", false}};
     for (const auto& step : steps) {
         group->setProperty("savePolicy", *step.policy ? QVariant(step.policy) : QVariant());
-        if (QByteArray(step.policy) == "nonsense")
-            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("QGroupBox \"group\".*nonsense"));
+        if (QByteArray(step.policy) == "nonsense\n")
+            QTest::ignoreMessage(QtWarningMsg, QRegularExpression("QGroupBox \"group\".*nonsense\\?"));
         edit->setText(edit->text() + "x");
         QCOMPARE(form.m_peer.Get("v").toString() == edit->text(), step.isSaved);
     }
@@ -438,6 +454,9 @@ void FormEditsTest::FormattedEdits_data()
         "{} rpm, 27, 30.5 rpm => !",
         "{} rpm, 27, rpm => !",
         "{} rpm, 'text', 30 rpm => '30 rpm'",
+        "{:.1f, 27, 30 => 30",
+        "{:.1f, 27, x => !",
+        "{:x}, 2.5, 3.5 => 3.5",
     }});
 }
 

@@ -58,6 +58,8 @@ private Q_SLOTS:
     void WrongFormats();
     void ReadNumber_data();
     void ReadNumber();
+    void EveryLocale_data();
+    void EveryLocale();
     void Numbers();
     void Bounds_data();
     void Bounds();
@@ -75,6 +77,7 @@ private Q_SLOTS:
     void Rows_data();
     void Rows();
     void RowsAgain();
+    void MapsAfterLists();
     void EditedRows();
     void CheckedValue_data();
     void CheckedValue();
@@ -111,6 +114,7 @@ void FormsPartsTest::Apply_data()
     row("{}", std::numeric_limits<qulonglong>::max(), "18446744073709551615");
     row("{:+}", 5u, "+5");
     row("{:#x}", 255, "0xff");
+    row("{:c}", 65, "A");
     row("{0}", 5, "5");
     row("{0:.1f} ({0:.0f})", 4.6, "4.6 (5)");
     row("{{{}}} }}", 5, "{5} }");
@@ -147,9 +151,10 @@ void FormsPartsTest::WrongFormats_data()
 {
     QTest::addColumn<QString>("format");
     QTest::addColumn<QString>("reason");
+    QTest::addColumn<double>("number");
 
-    const auto row = [](const QString& format, const char* reason) {
-        QTest::newRow(qPrintable(format.left(30))) << format << reason;
+    const auto row = [](const QString& format, const char* reason, double number = 2.5) {
+        QTest::addRow("%s of %g", qPrintable(format.left(30)), number) << format << QString(reason) << number;
     };
     row("rpm", "no field");
     row("{{}}", "no field");
@@ -169,16 +174,20 @@ void FormsPartsTest::WrongFormats_data()
     row("{:d}", "does not fit 2.5");
     row("{:.1d}", "does not fit 2.5");
     row("{:s}", "does not fit 2.5");
+    row("{:c}", "does not fit 2.5");
+    row("{:c}", "ASCII", 200);
+    row("{:c}", "ASCII", -1);
 }
 
 void FormsPartsTest::WrongFormats()
 {
     QFETCH(const QString, format);
     QFETCH(const QString, reason);
+    QFETCH(const double, number);
 
     QString text = "untouched";
     QString problem;
-    QVERIFY(!NumberFormat(format).Apply(2.5, QLocale::c(), &text, &problem));
+    QVERIFY(!NumberFormat(format).Apply(number, QLocale::c(), &text, &problem));
     QVERIFY2(problem.contains(reason) && problem.contains(format.left(1000)), qPrintable(problem));
     QCOMPARE(text, QString("untouched"));
 }
@@ -232,6 +241,10 @@ void FormsPartsTest::ReadNumber_data()
     row("{:L}", "-1" + NarrowBlank + "234", -1234ll, "fr_FR");
     row("{:L}", "-5", -5ll, "sv_SE");
     row("{:L}", "-5", -5ll, "ar_EG");
+    row("{:L}", "1.234.567", 1234567ll, "es_ES");
+    row("{:L}", "1.2", QVariant(), "es_ES");
+    row("{:L}", "1,234,567", 1234567ll, "en_IN");
+    row("{:L}", "12,34,567", 1234567ll, "en_IN");
     row("{0} {0}", "5 5", QVariant());
     row("{:.1f", "5", QVariant());
 }
@@ -251,6 +264,34 @@ void FormsPartsTest::ReadNumber()
         QCOMPARE(read, number);
     if (number.isValid())
         QCOMPARE(read.userType(), number.userType());
+}
+
+void FormsPartsTest::EveryLocale_data()
+{
+    QTest::addColumn<QString>("format");
+
+    for (const char* const format : {"{:L} km", "{:Ld}", "{:.2Lf} km", "{:012.2Lf}", "{:#.0Lf}", "{:.9Lg}", "{:.9Le}",
+                                     "{:+L}", "{:012L}", "{:*^14L}", "{:>12L}", "{:#Lx}", "{:.9La}"})
+        QTest::newRow(format) << format;
+}
+
+void FormsPartsTest::EveryLocale()
+{
+    QFETCH(const QString, format);
+
+    const NumberFormat numberFormat(format);
+    const QList<QLocale> locales
+        = QLocale::matchingLocales(QLocale::AnyLanguage, QLocale::AnyScript, QLocale::AnyCountry);
+    for (const QLocale& locale : locales) {
+        for (const int number : {0, -5, 100, 1234, -1234, 12345, 1234567}) {
+            QString text;
+            QVariant read;
+            QString problem;
+            QVERIFY(numberFormat.Apply(number, locale, &text, &problem));
+            QVERIFY2(numberFormat.Read(text, locale, &read, &problem), qPrintable(locale.name() + ": " + problem));
+            QCOMPARE(read.toDouble(), double(number));
+        }
+    }
 }
 
 void FormsPartsTest::Numbers()
@@ -343,6 +384,14 @@ void FormsPartsTest::Registration()
     QCOMPARE(Read(&box, "mood"), QVariant("box again"));
     QCOMPARE(inUse->read(&box), QVariant("box"));
 
+    for (const char* const wrong : {"destroyed()", "2destroyd()", "1deleteLater()"}) {
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression("\"silent\" of QGroupBox tells of no changes"));
+        FormAdapters::Register(&QGroupBox::staticMetaObject, "silent", answer("box"), take, wrong);
+        QVERIFY(AdapterRegistry::Find(&box, "silent")->notifySignal.isEmpty());
+    }
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression("\"~none\" needs a class, a name without a marker"));
+    FormAdapters::Register(&QGroupBox::staticMetaObject, "~none", answer("box"), take);
+    QVERIFY(!AdapterRegistry::Find(&box, "~none"));
     for (int missing = 0; missing < 4; ++missing) {
         QTest::ignoreMessage(QtWarningMsg, QRegularExpression("An adapter for .* needs a class"));
         FormAdapters::Register(missing == 0 ? nullptr : &QWidget::staticMetaObject, missing == 1 ? "" : "none",
@@ -579,6 +628,17 @@ void FormsPartsTest::RowsAgain()
     QVERIFY(Write(&table, "rows", FromJson(R"([{"n":"q"},{"n":"p"},{"n":"a"}])")));
     QCOMPARE(ToJson(Read(&table, "rows")), QByteArray(R"([{"n":"a"},{"n":"p"},{"n":"q"}])"));
     QCOMPARE(table.currentRow(), 0);
+}
+
+/// Labels made of keys stay such, whatever lists come between.
+void FormsPartsTest::MapsAfterLists()
+{
+    for (const char* const lists : {"[[1,2,3]]", "[[1]]", "[]"}) {
+        QTableWidget table;
+        for (const char* const rows : {R"([{"a":1,"b":2}])", lists, R"([{"z":9}])"})
+            QVERIFY(Write(&table, "rows", FromJson(rows)));
+        QCOMPARE(ToJson(Read(&table, "rows")), QByteArray(R"([{"z":9}])"));
+    }
 }
 
 void FormsPartsTest::EditedRows()

@@ -21,7 +21,7 @@ const double LargestRounding = 0.51;
 
 int IndexOf(const QObject* object, const QString& name)
 {
-    return object->metaObject()->indexOfProperty(QtCompat::ToAscii(name));
+    return object->metaObject()->indexOfProperty(name.toUtf8());
 }
 
 /// Of a value that is a double.
@@ -54,7 +54,7 @@ QVariant EnumeratorOf(const QObject* object, const QString& name, const QString&
 } // namespace
 
 BoundAccess::BoundAccess(const QObject* object, const QString& name)
-    : m_access(object, name),
+    : m_access(object, QString::fromLatin1(name.toUtf8())),
       m_adapter(AdapterRegistry::Find(object, name)),
       m_index(IndexOf(object, name)),
       m_notifySignal(NotifySignalOf(object->metaObject(), m_index, m_adapter)),
@@ -73,7 +73,7 @@ int BoundAccess::NotifySignalOf(const QMetaObject* metaObject, int index, const 
 
 bool BoundAccess::Exists(const QObject* object, const QString& name) const
 {
-    return m_index >= 0 || m_adapter || object->property(QtCompat::ToAscii(name)).isValid();
+    return m_index >= 0 || m_adapter || object->property(name.toUtf8()).isValid();
 }
 
 QVariant BoundAccess::Read(const QObject* object, const QString& name) const
@@ -89,25 +89,27 @@ QVariant BoundAccess::Read(const QObject* object, const QString& name) const
 
 QVariant BoundAccess::ReadPlain(const QObject* object, const QString& name) const
 {
-    return m_adapter ? m_adapter->read(object) : m_access.Read(object, name);
+    if (m_adapter)
+        return m_adapter->read(object);
+    return m_index < 0 ? QtCompat::ReadProperty(name.toUtf8(), object) : m_access.Read(object, name);
 }
 
 bool BoundAccess::Write(QObject* object, const QString& name, const QVariant& value) const
 {
     if (!m_adapter)
-        return m_access.Write(object, name, value);
+        return m_index < 0 ? object->setProperty(name.toUtf8(), value) : m_access.Write(object, name, value);
     const QPointer<QObject> guarded = object;
     const PropertyAdapter* const adapter = m_adapter;
     const bool isTaken = adapter->write(object, value);
     if (guarded && IndexOf(object, name) < 0)
-        object->setProperty(QtCompat::ToAscii(name), isTaken ? value : adapter->read(object));
+        object->setProperty(name.toUtf8(), isTaken ? value : adapter->read(object));
     return isTaken;
 }
 
 void BoundAccess::Mirror(QObject* object, const QString& name) const
 {
     if (m_adapter && IndexOf(object, name) < 0)
-        object->setProperty(QtCompat::ToAscii(name), m_adapter->read(object));
+        object->setProperty(name.toUtf8(), m_adapter->read(object));
 }
 
 bool BoundAccess::Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const

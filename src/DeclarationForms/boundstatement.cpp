@@ -4,7 +4,6 @@
 
 #include <algorithm>
 
-#include "Common/qtcompat.h"
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/watchedproperty.h"
 
@@ -40,7 +39,7 @@ void BoundStatement::ReadFormat()
     // Most objects have few dynamic properties, and their classes many others.
     const QList<QByteArray> names = object->dynamicPropertyNames();
     for (const QByteArray& formatName : names) {
-        if (formatName.endsWith(FormatSuffix) && formatName == QtCompat::ToAscii(name) + FormatSuffix)
+        if (formatName.endsWith(FormatSuffix) && formatName == name.toUtf8() + FormatSuffix)
             text = object->property(formatName).toString();
     }
     const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);

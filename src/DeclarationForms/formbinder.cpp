@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "Common/qtcompat.h"
 #include "DataLayer/idatapeerfactory.h"
 #include "DeclarationForms/adapterregistry.h"
 #include "DeclarationForms/boundstatement.h"
@@ -121,6 +120,8 @@ bool FormBinder::Check(const MarkedProperty& property, const QString& name)
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("there is no object to bind"));
     if (!PropertyInfo::IsOvexProperty(property.name) || name.isEmpty())
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("the name is not one behind a marker"));
+    if (property.name.contains(QChar(QChar::ReplacementCharacter)))
+        return Fail(property, FormProblem::NotAStatement, QStringLiteral("the name is not in UTF-8"));
     if (!IsText(property.text))
         return Fail(property, FormProblem::NotAStatement, QStringLiteral("what it holds is no text"));
     return true;
@@ -208,7 +209,7 @@ void FormBinder::Unwatch(WatchedProperty* property)
 
 void FormBinder::PutConstant(QObject* object, const QString& map, const QString& key, const QString& value)
 {
-    const QByteArray name = QtCompat::ToAscii(map);
+    const QByteArray name = map.toUtf8();
     QVariantMap entries = object->property(name).toMap();
     entries.insert(key, value);
     object->setProperty(name, entries);

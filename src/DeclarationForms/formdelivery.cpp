@@ -365,10 +365,7 @@ void FormDelivery::TellTaken(const Statement& statement, const QVariant& target,
     }
     if (statement->isCut)
         return;
-    const QString words = reason.isEmpty()
-        ? QStringLiteral("it was given %1 and holds %2")
-              .arg(FormValues::Describe(target), FormValues::Describe(statement->shown))
-        : reason;
+    const QString words = reason.isEmpty() ? FormValues::DescribeRefusal(target, statement->shown) : reason;
     m_state.problems.Add(statement, FormProblem::NotTaken, 0, words);
 }
 

@@ -366,7 +366,7 @@ void FormEngine::OnPropertySet(QObject* object, const QByteArray& name)
     if (!name.endsWith(FormatSuffix))
         return;
     const QByteArray formatted = name.left(name.length() - static_cast<int>(qstrlen(FormatSuffix)));
-    if (const Statement statement = m_state.Find(object, QString::fromLatin1(formatted))) {
+    if (const Statement statement = m_state.Find(object, QString::fromUtf8(formatted))) {
         statement->ReadFormat();
         statement->isOverwritten = true;
         m_delivery.Mark(statement);

@@ -18,6 +18,15 @@ bool ComesBefore(const std::shared_ptr<BoundStatement>& left, const std::shared_
     return left->place < right->place;
 }
 
+/// Whether numbers are shown through the format, which may be wrong or may not fit.
+bool IsFormatted(const BoundStatement& statement, const QVariant& present)
+{
+    const QVariant number = present.isValid() ? present : QVariant(0);
+    QString unused;
+    return statement.format && NumberFormat::IsNumber(number)
+        && statement.format->Apply(number, statement.Locale(), &unused, &unused);
+}
+
 } // namespace
 
 FormSaveResult FormSaver::Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant)
@@ -104,9 +113,9 @@ bool FormSaver::Convert(const BoundStatement& statement, const QVariant& held, Q
     const QVariant present = Evaluation(statement).Retrieve(*statement.compiled.tree);
     if (!statement.property)
         return false;
-    const bool isFormatted = statement.format && (!present.isValid() || NumberFormat::IsNumber(present));
     QString problem;
-    if (isFormatted && !statement.format->Read(held.toString(), statement.Locale(), &entered, &problem)) {
+    if (IsFormatted(statement, present)
+        && !statement.format->Read(held.toString(), statement.Locale(), &entered, &problem)) {
         *refusal = {Refusal::NoNumber, problem};
         return false;
     }

@@ -86,7 +86,7 @@ void FormTranslation::Apply()
 
 void FormTranslation::Unbind(QObject* object, const QByteArray& name)
 {
-    const QString marked = QString::fromLatin1(name);
+    const QString marked = QString::fromUtf8(name);
     m_state.problems.RemoveFailed(object, marked);
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
     if (statement && statement->marked == marked)
@@ -97,7 +97,7 @@ void FormTranslation::Unbind(QObject* object, const QByteArray& name)
 
 void FormTranslation::Bind(QObject* object, const QByteArray& name)
 {
-    const QString marked = QString::fromLatin1(name);
+    const QString marked = QString::fromUtf8(name);
     const QVariant text = object->property(name);
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
     if (!statement || (statement->marked == marked && statement->text != text.toString()))

@@ -133,8 +133,11 @@ bool ToTruthValue(const QVariant& value, QVariant* result)
 /// There are many ways to write a number or a date. Of integers that are too large QVariant keeps the low bits.
 bool IsLosslessText(const QString& text, const QVariant& converted)
 {
+    // No text makes a null array, which is none too.
+    if (converted.userType() == QMetaType::QByteArray)
+        return true;
     if (!IsInteger(converted.userType()))
-        return converted.isValid() && !converted.isNull();
+        return !QtCompat::IsNull(converted);
     if (converted.userType() == QMetaType::ULongLong)
         return text.toULongLong() == converted.toULongLong();
     return text.toLongLong() == converted.toLongLong();
@@ -242,6 +245,28 @@ QString FormValues::Describe(const QVariant& value)
         return DescribeType(value);
     const bool isLong = text.length() > LongestText;
     return QStringLiteral("\"%1\"").arg(isLong ? text.left(LongestText) + QChar(0x2026) : text);
+}
+
+QString FormValues::DescribeRefusal(const QVariant& given, const QVariant& held, const QString& subject)
+{
+    const QVariantList wanted = IsListType(given) ? given.toList() : QVariantList();
+    const QVariantList items = IsListType(held) ? held.toList() : QVariantList();
+    for (int i = 0; i < wanted.count() && items.count() == wanted.count(); ++i) {
+        if (!Holds(items.at(i), wanted.at(i)))
+            return DescribeRefusal(wanted.at(i), items.at(i), QStringLiteral("item %1").arg(i + 1));
+    }
+    if (given.userType() != QMetaType::QVariantMap || IsListType(held))
+        return QStringLiteral("%1 was given %2 and holds %3").arg(subject, Describe(given), Describe(held));
+    const QVariantMap map = given.toMap();
+    // An item that has nothing else is read as its text.
+    const bool isMap = held.userType() == QMetaType::QVariantMap;
+    const QVariantMap entries = isMap ? held.toMap() : QVariantMap{{QStringLiteral("text"), held}};
+    for (QVariantMap::const_iterator it = map.constBegin(); it != map.constEnd(); ++it) {
+        const QVariant entry = entries.value(it.key());
+        if (!Holds(entry, it.value()))
+            return DescribeRefusal(it.value(), entry, QStringLiteral("\"%1\" of %2").arg(it.key(), subject));
+    }
+    return QStringLiteral("%1 was given %2 and holds %3").arg(subject, Describe(given), Describe(held));
 }
 
 QString FormValues::DescribeType(const QVariant& value)

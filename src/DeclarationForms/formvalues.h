@@ -24,6 +24,10 @@ bool ConvertWithoutLoss(const QVariant& value, int type, QVariant* result);
 /// The value for a message: short, with a text in quotes.
 QString Describe(const QVariant& value);
 
+/// What of \a given a property that holds \a held has not taken, as part of a message: of lists and maps the
+/// first entry that differs.
+QString DescribeRefusal(const QVariant& given, const QVariant& held, const QString& subject = QStringLiteral("it"));
+
 /// The type of the value for a message, in the words of the language where it has some: "an integer".
 QString DescribeType(const QVariant& value);
 

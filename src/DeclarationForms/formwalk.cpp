@@ -9,9 +9,8 @@ namespace {
 /// Where the property before has the same name, both share it.
 QString NameOf(const QByteArray& name, const QVector<MarkedProperty>& properties)
 {
-    if (!properties.isEmpty() && properties.last().name == QLatin1String(name))
-        return properties.last().name;
-    return QString::fromLatin1(name);
+    const QString text = QString::fromUtf8(name);
+    return !properties.isEmpty() && properties.last().name == text ? properties.last().name : text;
 }
 
 void CollectFrom(QObject* object, QVector<MarkedProperty>* properties)

@@ -155,7 +155,8 @@ private:
             return isTaken;
         const QIcon icon = item.icon.isValid() ? AdapterValues::ToIcon(item.icon) : QIcon();
         const QVariant decoration = icon.isNull() ? QVariant() : QVariant(icon);
-        return Set(index, decoration, Qt::DecorationRole) && Set(index, item.icon, IconSourceRole) && isTaken
+        const QVariant source = decoration.isValid() ? item.icon : QVariant();
+        return Set(index, decoration, Qt::DecorationRole) && Set(index, source, IconSourceRole) && isTaken
             && (decoration.isValid() || !item.icon.isValid());
     }
 

@@ -81,6 +81,12 @@ bool IsFraction(const QVariant& number)
     return number.userType() == QMetaType::Double || number.userType() == QMetaType::Float;
 }
 
+/// {fmt} writes the low byte of any other number, which alone is no character of UTF-8.
+bool IsAscii(const QVariant& number)
+{
+    return number.toDouble() >= 0 && number.toDouble() <= 0x7f;
+}
+
 std::string FormatNumber(const std::string& format, const QVariant& number, bool asFraction, const std::locale* locale)
 {
     if (asFraction)
@@ -218,7 +224,7 @@ bool ReadDecimal(const QString& text, const QLocale& locale, QVariant* number)
 QString WithGroupBlanks(QString text, const QLocale& locale)
 {
     const QString separator(locale.groupSeparator());
-    if (!separator.at(0).isSpace())
+    if (separator.isEmpty() || !separator.at(0).isSpace())
         return text;
     for (QChar& character : text) {
         if (character.isSpace())
@@ -232,6 +238,25 @@ QLocale PlainLocale()
     QLocale locale = QLocale::c();
     locale.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
     return locale;
+}
+
+const QRegularExpression& ZerosBeforeSign()
+{
+    static const QRegularExpression pattern(QStringLiteral("^0+(?=[-+ ])"));
+    return pattern;
+}
+
+/// As formats write it: groups of three in every locale, and zeros in front up to a width.
+bool ReadWritten(QString text, const QLocale& locale, QVariant* number)
+{
+    const QString separator(locale.groupSeparator());
+    const QString point(locale.decimalPoint());
+    const QString pattern = QStringLiteral("^[-+]?[0-9]+(?:%1[0-9]{3})*(?:%2[0-9]*)?(?:[eE][-+]?[0-9]+)?$")
+                                .arg(QRegularExpression::escape(separator), QRegularExpression::escape(point));
+    if (!QRegularExpression(pattern).match(text).hasMatch())
+        return false;
+    text.remove(separator);
+    return ReadDecimal(text.replace(point, QLatin1String(".")), PlainLocale(), number);
 }
 
 } // namespace
@@ -304,6 +329,7 @@ bool NumberFormat::CompileSpecification(const QString& specification, Field* fie
     if (!m_problem.isEmpty())
         return false;
     field->format = "{:" + specification.toStdString() + "}";
+    field->isZeroPadded = match.captured(QStringLiteral("width")).startsWith(QLatin1Char('0'));
     field->fill = match.captured(QStringLiteral("fill"));
     field->hasPrecision = match.capturedLength(QStringLiteral("precision")) > 0;
     field->isLocalized = match.capturedLength(QStringLiteral("localized")) > 0;
@@ -322,6 +348,8 @@ bool NumberFormat::Apply(const QVariant& number, const QLocale& locale, QString*
     try {
         for (std::size_t i = 0; i < m_fields.size(); ++i) {
             const Field& field = m_fields[i];
+            if (field.type == QLatin1Char('c') && !IsAscii(number))
+                throw fmt::format_error("it is no character of ASCII");
             const std::locale* const separators = field.isLocalized ? &SeparatorsOf(locale) : nullptr;
             const QString written
                 = QString::fromStdString(FormatNumber(field.format, number, field.WantsFraction(), separators));
@@ -357,15 +385,24 @@ bool NumberFormat::ReadNumber(const QString& text, const QLocale& locale, QVaria
     const Field& field = m_fields.front();
     QString digits = WithoutFill(text, field.fill);
     const int base = BaseOf(field.type);
-    if (field.type.toLower() == QLatin1Char('a'))
+    if (field.isLocalized)
+        digits = WithGroupBlanks(digits, locale);
+    if (field.type.toLower() == QLatin1Char('a')) {
+        if (field.isLocalized)
+            digits.replace(QString(locale.decimalPoint()), QLatin1String("."));
         return ReadHexadecimalFraction(digits, number);
+    }
     if (base != 10) {
         if (field.isLocalized)
             digits.remove(QString(locale.groupSeparator()));
         return ReadInBase(digits, base, number);
     }
-    return field.isLocalized ? ReadDecimal(WithGroupBlanks(digits, locale), locale, number)
-                             : ReadDecimal(digits, PlainLocale(), number);
+    if (!field.isLocalized)
+        return ReadDecimal(digits, PlainLocale(), number);
+    // Where it groups digits, {fmt} puts the zeros in front of the sign.
+    if (field.isZeroPadded)
+        digits.remove(ZerosBeforeSign());
+    return ReadWritten(digits, locale, number) || ReadDecimal(digits, locale, number);
 }
 
 bool NumberFormat::IsNumber(const QVariant& value)

@@ -37,6 +37,7 @@ private:
         std::string format; ///< For {fmt}, with the braces.
         QString fill;       ///< Empty for none.
         QChar type;         ///< Null for none.
+        bool isZeroPadded = false;
         bool hasPrecision = false;
         bool isLocalized = false;
 

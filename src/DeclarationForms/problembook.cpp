@@ -21,20 +21,6 @@ FormProblem::Severity SeverityOf(FormProblem::Kind kind)
     }
 }
 
-const int LongestPart = 2000; ///< Of a message.
-
-/// Names come from forms, which may hold anything.
-QString Printable(QString text)
-{
-    if (text.length() > LongestPart)
-        text = text.left(LongestPart) + QChar(0x2026);
-    for (QChar& character : text) {
-        if (!character.isPrint() && !character.isSurrogate())
-            character = QLatin1Char('?');
-    }
-    return text;
-}
-
 StandingProblem* Find(StandingProblems* problems, FormProblem::Kind kind, int cause)
 {
     const auto found = std::find_if(problems->begin(), problems->end(), [=](const StandingProblem& standing) {

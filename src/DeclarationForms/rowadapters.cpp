@@ -62,10 +62,10 @@ QStringList LabelsOf(const QAbstractItemView& view)
 QStringList GivenLabels(const QAbstractItemView& view)
 {
     const QStringList labels = LabelsOf(view);
-    if (view.property(OwnLabels).toStringList() == labels)
-        return QStringList();
+    const QStringList own = view.property(OwnLabels).toStringList();
     for (int column = 0; column < labels.count(); ++column) {
-        if (!labels.at(column).isEmpty() && labels.at(column) != QString::number(column + 1))
+        const QString& label = labels.at(column);
+        if (!label.isEmpty() && label != own.value(column) && label != QString::number(column + 1))
             return labels;
     }
     return QStringList();

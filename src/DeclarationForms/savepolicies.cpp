@@ -44,8 +44,8 @@ FormBinding::SavePolicy SavePolicies::Of(const QObject* object, FormBinding::Sav
         FormBinding::SavePolicy own = policy;
         if (Read(text.toString(), &own))
             return own;
-        qCWarning(FormLog).noquote()
-            << QStringLiteral("savePolicy of %1: \"%2\" is none.").arg(DescribeObject(object), text.toString());
+        qCWarning(FormLog).noquote() << QStringLiteral("savePolicy of %1: \"%2\" is none.")
+                                            .arg(Printable(DescribeObject(object)), Printable(text.toString()));
     }
     return policy;
 }
