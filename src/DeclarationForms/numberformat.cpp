@@ -251,9 +251,10 @@ bool ReadWritten(QString text, const QLocale& locale, QVariant* number)
 {
     const QString separator(locale.groupSeparator());
     const QString point(locale.decimalPoint());
-    const QString pattern = QStringLiteral("^[-+]?[0-9]+(?:%1[0-9]{3})*(?:%2[0-9]*)?(?:[eE][-+]?[0-9]+)?$")
-                                .arg(QRegularExpression::escape(separator), QRegularExpression::escape(point));
-    if (!QRegularExpression(pattern).match(text).hasMatch())
+    const QRegularExpression pattern(
+        QStringLiteral("^[-+]?[0-9]+(?:%1[0-9]{3})*(?:%2[0-9]*)?(?:[eE][-+]?[0-9]+)?$")
+            .arg(QRegularExpression::escape(separator), QRegularExpression::escape(point)));
+    if (!pattern.match(text).hasMatch())
         return false;
     text.remove(separator);
     return ReadDecimal(text.replace(point, QLatin1String(".")), PlainLocale(), number);

@@ -115,7 +115,7 @@ bool ValueGenerator::IsMeant(const QVariantMap& object)
 
 bool ValueGenerator::Read(const QVariantMap& object, const QString& name, QString* error)
 {
-    const QString kind = object.firstKey();
+    const QString& kind = object.firstKey();
     if (!IsKind(kind)) {
         *error = QString("there is no generator \"%1\"; there are \"$ramp\", \"$sine\", \"$random\" and \"$toggle\"")
                      .arg(kind);
