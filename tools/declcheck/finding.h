@@ -10,8 +10,8 @@
 /// Something found in a form or a translation.
 struct Finding
 {
-    Check check;
-    Severity severity;
+    Check check = {};
+    Severity severity = {}; ///< As the checks have it, unless the project file says otherwise.
     QString message;
     QString file;
     TextPlace source; ///< In the source of the file.
