@@ -12,8 +12,8 @@ class QXmlStreamReader;
 /// Where something stands in a file, both counted from 1.
 struct Position
 {
-    int line = 0;   ///< Counted from 1; 0 for none.
-    int column = 0; ///< In characters, likewise.
+    int line = 0;   ///< 0 for none.
+    int column = 0; ///< In characters.
 };
 
 /// The text of an XML file, and where in it things stand. Takes any input without harm.
