@@ -245,6 +245,8 @@ void FormsPartsTest::ReadNumber_data()
     row("{:L}", "1.2", QVariant(), "es_ES");
     row("{:L}", "1,234,567", 1234567ll, "en_IN");
     row("{:L}", "12,34,567", 1234567ll, "en_IN");
+    row("{:L}", "1234,567", QVariant(), "en_US");
+    row("{:012.2Lf}", "00001,234.00", 1234.0, "en_US");
     row("{0} {0}", "5 5", QVariant());
     row("{:.1f", "5", QVariant());
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "Common/qtcompat.h"
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/formlog.h"
 #include "DeclarationForms/formreferences.h"
@@ -121,7 +120,7 @@ bool FormEngine::HasDeclaration(QObject* object, const QString& property) const
     QString map;
     QString key;
     if (object && property.contains(QLatin1Char('[')) && ConstantMapParser::Parse(property, &map, &key))
-        return object->property(QtCompat::ToAscii(map)).toMap().contains(key);
+        return object->property(map.toUtf8()).toMap().contains(key);
     return PropertyInfo::IsOvexProperty(property) && m_state.Find(object, PropertyInfo::ToNormal(property));
 }
 

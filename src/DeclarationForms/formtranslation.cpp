@@ -88,11 +88,11 @@ void FormTranslation::Unbind(QObject* object, const QByteArray& name)
 {
     const QString marked = QString::fromUtf8(name);
     m_state.problems.RemoveFailed(object, marked);
+    // The next language may have a statement again.
+    m_state.objects.WatchTexts(object);
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
     if (statement && statement->marked == marked)
         m_binder.Unbind(statement);
-    // The next language may have a statement again.
-    m_state.objects.WatchTexts(object);
 }
 
 void FormTranslation::Bind(QObject* object, const QByteArray& name)

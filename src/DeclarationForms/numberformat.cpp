@@ -252,7 +252,7 @@ bool ReadWritten(QString text, const QLocale& locale, QVariant* number)
     const QString separator(locale.groupSeparator());
     const QString point(locale.decimalPoint());
     const QRegularExpression pattern(
-        QStringLiteral("^[-+]?[0-9]+(?:%1[0-9]{3})*(?:%2[0-9]*)?(?:[eE][-+]?[0-9]+)?$")
+        QStringLiteral("^[-+]?(?:[0-9]+|0*[0-9]{1,3}(?:%1[0-9]{3})+)(?:%2[0-9]*)?(?:[eE][-+]?[0-9]+)?$")
             .arg(QRegularExpression::escape(separator), QRegularExpression::escape(point)));
     if (!pattern.match(text).hasMatch())
         return false;
