@@ -9,9 +9,9 @@
 #include <memory>
 #include <unistd.h>
 
+#include "check/translationchecker.h"
 #include "declcheck/commandline.h"
 #include "declcheck/report.h"
-#include "declcheck/translationchecker.h"
 
 namespace {
 

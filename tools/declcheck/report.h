@@ -3,7 +3,7 @@
 
 #include <QByteArray>
 
-#include "declcheck/formchecker.h"
+#include "check/formchecker.h"
 
 /// What declcheck writes, in UTF-8.
 namespace Report {

@@ -1,4 +1,4 @@
-#include "declcheck/propertychecks.h"
+#include "check/propertychecks.h"
 
 #include "DeclarationForms/formadapters.h"
 

@@ -1,4 +1,4 @@
-#include "declcheck/formfindings.h"
+#include "check/formfindings.h"
 
 #include "common/source/PlatformIndependent/propertyinfo.h"
 

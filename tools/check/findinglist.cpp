@@ -1,4 +1,4 @@
-#include "declcheck/findinglist.h"
+#include "check/findinglist.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #ifndef FORMCHECKER_H
 #define FORMCHECKER_H
 
+#include "check/formtexts.h"
+#include "check/propertychecks.h"
+#include "check/valuechecks.h"
 #include "common/statementchecks.h"
-#include "declcheck/formtexts.h"
-#include "declcheck/propertychecks.h"
-#include "declcheck/valuechecks.h"
 
 /// A data variable that a form reads.
 struct VariableUse

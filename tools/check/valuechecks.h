@@ -1,8 +1,8 @@
 #ifndef VALUECHECKS_H
 #define VALUECHECKS_H
 
+#include "check/formfindings.h"
 #include "common/statementtypes.h"
-#include "declcheck/formfindings.h"
 
 /// Checks what becomes of a statement's value: in the bound property, and when it is saved.
 class ValueChecks

@@ -1,4 +1,4 @@
-#include "declcheck/formchecker.h"
+#include "check/formchecker.h"
 
 #include <QMap>
 #include <QRegularExpression>
@@ -6,9 +6,9 @@
 #include <algorithm>
 
 #include "DataLayer/variableidentifier.h"
+#include "check/referencecycles.h"
 #include "common/knownvariables.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
-#include "declcheck/referencecycles.h"
 #include "qtversion.h"
 
 FormChecker::FormChecker(const QString& fileName, const CheckOptions& options)

@@ -3,9 +3,9 @@
 
 #include <QHash>
 
-#include "declcheck/findinglist.h"
-#include "declcheck/formtexts.h"
-#include "declcheck/translationdocument.h"
+#include "check/findinglist.h"
+#include "check/formtexts.h"
+#include "check/translationdocument.h"
 
 /// Checks what translators made of the statements of forms.
 class TranslationChecker

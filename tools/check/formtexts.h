@@ -1,8 +1,8 @@
 #ifndef FORMTEXTS_H
 #define FORMTEXTS_H
 
+#include "check/formfindings.h"
 #include "common/statementtypes.h"
-#include "declcheck/formfindings.h"
 
 /// A statement that translators get.
 struct TranslatableStatement

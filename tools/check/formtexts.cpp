@@ -1,8 +1,8 @@
-#include "declcheck/formtexts.h"
+#include "check/formtexts.h"
 
 #include <QFileInfo>
 
-#include "declcheck/statementcomparison.h"
+#include "check/statementcomparison.h"
 
 namespace {
 

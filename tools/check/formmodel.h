@@ -5,9 +5,9 @@
 #include <QPair>
 #include <QSet>
 
+#include "check/forminstance.h"
 #include "common/diagnosis.h"
 #include "common/formdocument.h"
-#include "declcheck/forminstance.h"
 
 class FormFindings;
 

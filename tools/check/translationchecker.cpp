@@ -1,11 +1,11 @@
-#include "declcheck/translationchecker.h"
+#include "check/translationchecker.h"
 
 #include <QFileInfo>
 
 #include <algorithm>
 
+#include "check/statementcomparison.h"
 #include "common/slips.h"
-#include "declcheck/statementcomparison.h"
 
 namespace {
 

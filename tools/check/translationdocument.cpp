@@ -1,4 +1,4 @@
-#include "declcheck/translationdocument.h"
+#include "check/translationdocument.h"
 
 #include <QRegularExpression>
 #include <QXmlStreamReader>

@@ -1,4 +1,4 @@
-#include "declcheck/referencecycles.h"
+#include "check/referencecycles.h"
 
 namespace {
 

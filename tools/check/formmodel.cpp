@@ -1,9 +1,9 @@
-#include "declcheck/formmodel.h"
+#include "check/formmodel.h"
 
 #include "DeclarationForms/formadapters.h"
+#include "check/formfindings.h"
 #include "common/source/PlatformIndependent/constantmapparser.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
-#include "declcheck/formfindings.h"
 
 bool FormModel::Load(const QByteArray& content, const QString& fileName, QString* error)
 {

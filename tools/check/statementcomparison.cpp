@@ -1,4 +1,4 @@
-#include "declcheck/statementcomparison.h"
+#include "check/statementcomparison.h"
 
 #include <algorithm>
 

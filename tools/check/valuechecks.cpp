@@ -1,13 +1,13 @@
-#include "declcheck/valuechecks.h"
+#include "check/valuechecks.h"
 
 #include <QMap>
 
 #include <algorithm>
 
 #include "DeclarationForms/propertyorder.h"
+#include "check/propertytrial.h"
 #include "common/jsondata.h"
 #include "common/statementchecks.h"
-#include "declcheck/propertytrial.h"
 
 ValueChecks::ValueChecks(const FormModel& model, FormFindings* findings) : m_model(model), m_findings(findings) {}
 

@@ -1,7 +1,7 @@
 #ifndef REFERENCECYCLES_H
 #define REFERENCECYCLES_H
 
-#include "declcheck/propertychecks.h"
+#include "check/propertychecks.h"
 
 /// Finds statements that read each other in a circle.
 class ReferenceCycles

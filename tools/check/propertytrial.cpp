@@ -1,4 +1,4 @@
-#include "declcheck/propertytrial.h"
+#include "check/propertytrial.h"
 
 #include <QComboBox>
 #include <QDate>

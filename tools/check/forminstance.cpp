@@ -1,4 +1,4 @@
-#include "declcheck/forminstance.h"
+#include "check/forminstance.h"
 
 #include <QCoreApplication>
 #include <QSet>

@@ -1,8 +1,8 @@
 #ifndef FORMFINDINGS_H
 #define FORMFINDINGS_H
 
-#include "declcheck/findinglist.h"
-#include "declcheck/formmodel.h"
+#include "check/findinglist.h"
+#include "check/formmodel.h"
 
 /// Gathers what is found in a form, without what its author suppresses.
 class FormFindings

@@ -1,8 +1,8 @@
 #ifndef FINDINGLIST_H
 #define FINDINGLIST_H
 
+#include "check/finding.h"
 #include "common/checks.h"
-#include "declcheck/finding.h"
 
 /// What is found in one file.
 class FindingList

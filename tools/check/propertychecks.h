@@ -1,7 +1,7 @@
 #ifndef PROPERTYCHECKS_H
 #define PROPERTYCHECKS_H
 
-#include "declcheck/formfindings.h"
+#include "check/formfindings.h"
 
 /// What a declaration reads: another one, and through which reference.
 struct ReadDeclaration
