@@ -5,6 +5,7 @@
 #include <QJsonDocument>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMetaProperty>
 #include <QPixmap>
 #include <QRadioButton>
 #include <QSignalSpy>
@@ -16,6 +17,7 @@
 
 #include "DeclarationForms/adapterregistry.h"
 #include "DeclarationForms/adaptervalues.h"
+#include "DeclarationForms/directaccess.h"
 #include "DeclarationForms/formadapters.h"
 #include "DeclarationForms/numberformat.h"
 #include "DeclarationForms/propertyorder.h"
@@ -44,6 +46,30 @@ QVariant Read(const QObject* object, const char* property)
     return AdapterRegistry::Find(object, property)->read(object);
 }
 
+/// Properties that are written in the usual way, and some that are not.
+class Sample : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString text MEMBER m_text)
+    Q_PROPERTY(double fraction MEMBER m_fraction)
+    Q_PROPERTY(int count MEMBER m_count)
+    Q_PROPERTY(bool isOn MEMBER m_isOn)
+    Q_PROPERTY(QString swapped READ Text WRITE SwapText)
+    Q_PROPERTY(int constant READ Constant CONSTANT)
+    Q_PROPERTY(Qt::Orientation orientation MEMBER m_orientation)
+
+private:
+    QString Text() const { return m_text; }
+    void SwapText(QString& text) { text.swap(m_text); }
+    int Constant() const { return 7; }
+
+    QString m_text;
+    double m_fraction = 0;
+    int m_count = 0;
+    bool m_isOn = false;
+    Qt::Orientation m_orientation = Qt::Horizontal;
+};
+
 } // namespace
 
 /// What bindings of forms are made with: number formats, the order of properties, adapters.
@@ -64,6 +90,8 @@ private Q_SLOTS:
     void Bounds_data();
     void Bounds();
     void NoCircleOfBounds();
+    void Direct_data();
+    void Direct();
 
     void Registration();
     void Items_data();
@@ -365,6 +393,54 @@ void FormsPartsTest::NoCircleOfBounds()
     }
     QVERIFY(!hasChanged);
     QVERIFY(ranks.value("text") > 0);
+}
+
+void FormsPartsTest::Direct_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("isRead");
+    QTest::addColumn<bool>("isWritten");
+
+    const auto row = [](const char* name, const QVariant& value, bool isRead, bool isWritten) {
+        QTest::addRow("%s, %s", name, value.typeName()) << QByteArray(name) << value << isRead << isWritten;
+    };
+    row("text", "held", true, true);
+    row("text", 5, true, false);
+    row("fraction", 2.5, true, true);
+    row("count", 5, true, true);
+    row("count", "5", true, false);
+    row("isOn", true, true, true);
+    row("swapped", "held", true, true);
+    row("constant", 5, false, false);
+    row("orientation", 2, false, false);
+    row("objectName", "held", true, true);
+    row("noSuchName", "held", false, false);
+}
+
+/// As Qt's own way, where it can do without that.
+void FormsPartsTest::Direct()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QVariant, value);
+    QFETCH(bool, isRead);
+    QFETCH(bool, isWritten);
+    Sample sample;
+    const QMetaProperty property = sample.metaObject()->property(sample.metaObject()->indexOfProperty(name));
+    const DirectAccess access(property);
+    const QString before = value.toString();
+
+    bool isTaken = false;
+    QCOMPARE(access.Write(&sample, value, &isTaken), isWritten);
+    QCOMPARE(isTaken, isWritten);
+    QCOMPARE(value.toString(), before);
+    QVariant held;
+    QCOMPARE(access.Read(&sample, &held), isRead);
+    if (!isRead)
+        return;
+    QCOMPARE(held, property.read(&sample));
+    QCOMPARE(held.userType(), property.read(&sample).userType());
+    QCOMPARE(held == value, isWritten);
 }
 
 void FormsPartsTest::Registration()

@@ -55,6 +55,8 @@ QVariant EnumeratorOf(const QObject* object, const QString& name, const QString&
 
 BoundAccess::BoundAccess(const QObject* object, const QString& name)
     : m_access(object, QString::fromLatin1(name.toUtf8())),
+      m_direct(object->metaObject()->property(IndexOf(object, name))),
+      m_metaObject(object->metaObject()),
       m_adapter(AdapterRegistry::Find(object, name)),
       m_index(IndexOf(object, name)),
       m_notifySignal(NotifySignalOf(object->metaObject(), m_index, m_adapter)),
@@ -91,16 +93,22 @@ QVariant BoundAccess::ReadPlain(const QObject* object, const QString& name) cons
 {
     if (m_adapter)
         return m_adapter->read(object);
+    QVariant value;
+    if (object->metaObject() == m_metaObject && m_direct.Read(object, &value))
+        return value;
     return m_index < 0 ? QtCompat::ReadProperty(name.toUtf8(), object) : m_access.Read(object, name);
 }
 
 bool BoundAccess::Write(QObject* object, const QString& name, const QVariant& value) const
 {
+    bool isTaken = false;
+    if (!m_adapter && object->metaObject() == m_metaObject && m_direct.Write(object, value, &isTaken))
+        return isTaken;
     if (!m_adapter)
         return m_index < 0 ? object->setProperty(name.toUtf8(), value) : m_access.Write(object, name, value);
     const QPointer<QObject> guarded = object;
     const PropertyAdapter* const adapter = m_adapter;
-    const bool isTaken = adapter->write(object, value);
+    isTaken = adapter->write(object, value);
     if (guarded && IndexOf(object, name) < 0)
         object->setProperty(name.toUtf8(), isTaken ? value : adapter->read(object));
     return isTaken;

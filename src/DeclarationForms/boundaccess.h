@@ -5,6 +5,7 @@
 #include <QVariant>
 
 #include "Common/propertyaccess.h"
+#include "DeclarationForms/directaccess.h"
 
 class QObject;
 struct QMetaObject;
@@ -64,6 +65,8 @@ private:
     static Kind KindOf(const QObject* object, const QString& name);
 
     PropertyAccess m_access;
+    DirectAccess m_direct;
+    const QMetaObject* m_metaObject; ///< That the property was looked up in.
     const PropertyAdapter* m_adapter;
     int m_index; ///< In the class; -1 for none.
     int m_notifySignal;

@@ -14,7 +14,7 @@ const char* const FormatSuffix = "_format";
 } // namespace
 
 BoundStatement::BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess)
-    : object(boundProperty->owner->object), property(boundProperty), access(propertyAccess), name(boundProperty->name)
+    : property(boundProperty), object(boundProperty->owner->object), access(propertyAccess), name(boundProperty->name)
 {
 }
 
@@ -31,6 +31,12 @@ QVariant BoundStatement::Target(Faults* faults) const
     if (format && NumberFormat::IsNumber(value) && format->Apply(value, Locale(), &text, &faults->format))
         return text;
     return value;
+}
+
+bool BoundStatement::HoldsTarget(const QVariant& held) const
+{
+    const bool isPlain = value.isValid() && !format && !access->TakesImagePath(value);
+    return isPlain ? Holds(held, value) : Holds(held, Target());
 }
 
 void BoundStatement::ReadFormat()

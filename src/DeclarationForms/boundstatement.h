@@ -33,6 +33,8 @@ public:
     QVariant Target(Faults* faults = nullptr) const;
     QVariant Read() const { return access->Read(object, name); }
     bool Holds(const QVariant& held, const QVariant& target) const { return access->Holds(object, name, held, target); }
+    /// As with Target().
+    bool HoldsTarget(const QVariant& held) const;
 
     /// Looks for a number format beside the property, if that is a text.
     void ReadFormat();
@@ -42,31 +44,32 @@ public:
     /// Whether it reads that property.
     bool Reads(const WatchedProperty* other) const;
 
-    // What each evaluation looks at stands together: a large form does not fit into the caches.
-    QObject* object;           ///< Null once it is destroyed.
+    // What each evaluation looks at stands together, in the order in which it does: a large form does not fit into
+    // the caches.
     WatchedProperty* property; ///< Null once it is not bound any more.
-    std::shared_ptr<const BoundAccess> access;
-    CompiledStatement compiled;
-    QVariant value; ///< What the statement gave last.
-    QVariant shown; ///< What the property held after that.
-    StandingProblems problems;
-    std::unique_ptr<NumberFormat> format; ///< Null for none.
-    quint64 evaluations = 0;
-    quint64 delivery = 0; ///< Number of the last one with an evaluation.
-    int rank = 0;         ///< In the order of reading.
-    int circle = 0;       ///< Members of a circle have the same number; 0 for none.
-    uint writes = 0;      ///< Counts them, so that one notices another inside it.
-    uint changes = 0;     ///< Counts those that are told by others than the statement's own write.
+    quint64 delivery = 0;      ///< Number of the last one with an evaluation.
+    int rank = 0;              ///< In the order of reading.
+    int circle = 0;            ///< Members of a circle have the same number; 0 for none.
+    bool isDirty = false;      ///< Waits for an evaluation.
     bool isWritable = false;
     bool isShown = false; ///< Evaluated once.
     bool isEdited = false;
     bool isTouched = false;     ///< May be edited: in the list of those.
     bool isUnwatched = false;   ///< In the list of those that do not tell of edits.
-    bool isDirty = false;       ///< Waits for an evaluation.
     bool isReverting = false;   ///< The next evaluation overwrites an edit.
     bool isOverwritten = false; ///< To be written, though it is as before by all that can be compared.
     bool isUnresolved = false;  ///< In the list of those with a path that leads nowhere.
     bool isCut = false;         ///< Not taken, with a bound that has not caught up.
+    QObject* object;            ///< Null once it is destroyed.
+    quint64 evaluations = 0;
+    CompiledStatement compiled;
+    QVariant value; ///< What the statement gave last.
+    QVariant shown; ///< What the property held after that.
+    std::shared_ptr<const BoundAccess> access;
+    StandingProblems problems;
+    std::unique_ptr<NumberFormat> format; ///< Null for none.
+    uint writes = 0;                      ///< Counts them, so that one notices another inside it.
+    uint changes = 0;                     ///< Counts those that are told by others than the statement's own write.
 
     QString name; ///< Without marker.
     QString marked;

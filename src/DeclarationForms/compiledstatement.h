@@ -15,8 +15,8 @@ class FormVariable;
 struct CompiledStatement
 {
     std::unique_ptr<IExpression> tree;
-    std::vector<FormVariable*> variables;
     std::vector<FormProperty*> properties;
+    std::vector<FormVariable*> variables;
     std::vector<std::pair<const IExpression*, TextPlace>> subscripts; ///< With the place of each index.
 };
 

@@ -57,21 +57,59 @@ inline void Fetch(const void* memory)
 }
 
 const std::size_t LineLength = 64; ///< In bytes, as that of most processors.
-const std::size_t FarAhead = 6;    ///< In statements.
-const std::size_t NearAhead = 3;
+/// In lines, of what an evaluation looks at: all but the last members.
+const std::size_t StatementLength = (sizeof(BoundStatement) * 3 / 4 + LineLength - 1) / LineLength;
+const std::size_t TreeLength = 6; ///< In lines, of most.
+
+// Distances, in statements.
+const std::size_t FarAhead = 8;
+const std::size_t Ahead = 5;
+const std::size_t NearAhead = 2;
+
+void FetchLines(quintptr address, std::size_t count)
+{
+    for (std::size_t line = 0; line < count; ++line)
+        Fetch(reinterpret_cast<const void*>(address + line * LineLength));
+}
+
+quintptr AddressOf(const void* memory)
+{
+    return reinterpret_cast<quintptr>(memory);
+}
 
 /// What is evaluated soon, the last one first: a large form does not fit into the caches of a processor.
 void FetchAhead(const std::vector<std::shared_ptr<BoundStatement>>& statements)
 {
     if (statements.size() < FarAhead)
         return;
-    const char* const later = reinterpret_cast<const char*>((statements.end() - FarAhead)->get());
-    for (std::size_t line = 0; line < sizeof(BoundStatement); line += LineLength)
-        Fetch(later + line);
-    const BoundStatement& sooner = **(statements.end() - NearAhead);
+    FetchLines(AddressOf((statements.end() - FarAhead)->get()), StatementLength);
+    const BoundStatement& sooner = **(statements.end() - Ahead);
     Fetch(sooner.object);
     Fetch(sooner.property);
-    Fetch(sooner.compiled.tree.get());
+    // The root is made last, behind the nodes below it.
+    FetchLines(AddressOf(sooner.compiled.tree.get()) - (TreeLength - 1) * LineLength, TreeLength);
+    const BoundStatement& next = **(statements.end() - NearAhead);
+    if (next.property)
+        Fetch(next.property->owner);
+}
+
+/// What is marked soon, in the order of the readers.
+template<typename Reader>
+void FetchReaders(const std::vector<Reader*>& readers, std::size_t current)
+{
+    if (current + FarAhead >= readers.size())
+        return;
+    Fetch(readers[current + FarAhead]);
+    Fetch(readers[current + Ahead]->Statement());
+    Fetch(readers[current + NearAhead]->Statement()->property);
+}
+
+/// For as many more, and often called.
+void Reserve(std::vector<std::shared_ptr<BoundStatement>>* statements, std::size_t count)
+{
+    const std::size_t wanted = statements->size() + count;
+    if (wanted > statements->capacity())
+        statements->reserve(std::max(wanted, 2 * statements->capacity()));
 }
 
 TextPlace PlaceOf(const BoundStatement& statement, const IExpression* node)
@@ -127,8 +165,9 @@ void FormDelivery::Mark(const Statement& statement)
 
 void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundStatement* writer)
 {
-    for (const FormProperty* const reader : property.readers) {
-        BoundStatement* const statement = reader->Statement();
+    for (std::size_t i = 0; i < property.readers.size(); ++i) {
+        FetchReaders(property.readers, i);
+        BoundStatement* const statement = property.readers[i]->Statement();
         if (statement == writer)
             continue;
         const bool isRoundTrip = writer && writer->circle != 0 && statement->circle == writer->circle;
@@ -141,8 +180,11 @@ void FormDelivery::MarkVariables()
 {
     const Temporarily<bool> taking(&m_isTaking, true);
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
-        for (const FormVariable* const reader : variable->readers)
-            Mark(reader->Statement()->property->statement);
+        Reserve(&m_waiting, variable->readers.size());
+        for (std::size_t i = 0; i < variable->readers.size(); ++i) {
+            FetchReaders(variable->readers, i);
+            Mark(variable->readers[i]->Statement()->property->statement);
+        }
     }
 }
 

@@ -8,15 +8,21 @@
 
 namespace {
 
-void Prune(std::vector<std::weak_ptr<BoundStatement>>* statements, bool (*isMeant)(const BoundStatement&))
+/// Takes out those that are not meant any more, and gives those in the scope to \a found, if that is not null.
+void Prune(std::vector<std::weak_ptr<BoundStatement>>* statements, bool (*isMeant)(const BoundStatement&),
+           const QObject* scope = nullptr, FormEdits::Statements* found = nullptr)
 {
-    const auto isGone = [isMeant](const std::weak_ptr<BoundStatement>& known) {
-        const std::shared_ptr<BoundStatement> statement = known.lock();
-        if (statement && statement->property && isMeant(*statement))
-            return false;
-        return true;
-    };
-    statements->erase(std::remove_if(statements->begin(), statements->end(), isGone), statements->end());
+    auto kept = statements->begin();
+    for (std::weak_ptr<BoundStatement>& known : *statements) {
+        std::shared_ptr<BoundStatement> statement = known.lock();
+        if (!statement || !statement->property || !isMeant(*statement))
+            continue;
+        kept->swap(known);
+        ++kept;
+        if (found && FormState::IsIn(statement->object, scope))
+            found->push_back(std::move(statement));
+    }
+    statements->erase(kept, statements->end());
 }
 
 bool IsTouched(const BoundStatement& statement)
@@ -40,16 +46,6 @@ void Append(std::vector<std::weak_ptr<BoundStatement>>* statements, const std::s
     statements->push_back(statement);
 }
 
-void Collect(const std::vector<std::weak_ptr<BoundStatement>>& statements, const QObject* scope,
-             FormEdits::Statements* found)
-{
-    for (const std::weak_ptr<BoundStatement>& known : statements) {
-        const std::shared_ptr<BoundStatement> statement = known.lock();
-        if (FormState::IsIn(statement->object, scope))
-            found->push_back(statement);
-    }
-}
-
 void ForgetRefusal(BoundStatement* statement)
 {
     statement->refused = QVariant();
@@ -68,16 +64,16 @@ bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement, QVaria
 {
     if (!statement->property || !statement->isWritable || !statement->isShown)
         return false;
-    const QVariant held = statement->Read();
-    if (value)
-        *value = held;
+    QVariant unused;
+    QVariant& held = value ? *value : unused;
+    held = statement->Read();
     if (!statement->property)
         return false;
     if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))
         ForgetRefusal(statement.get());
     bool isEdited = !FormValues::AreEqual(held, statement->shown);
     // What the data hold is not known before the evaluation that a save has asked for.
-    if (isEdited && !statement->isDirty && statement->Holds(held, statement->Target())) {
+    if (isEdited && !statement->isDirty && statement->HoldsTarget(held)) {
         isEdited = false;
         statement->shown = held;
     }
@@ -124,11 +120,10 @@ void FormEdits::Touch(const std::shared_ptr<BoundStatement>& statement)
 
 FormEdits::Statements FormEdits::Candidates(const QObject* scope)
 {
-    Prune(&m_touched, IsTouched);
-    Prune(&m_unwatched, IsBound);
     Statements found;
-    Collect(m_touched, scope, &found);
-    Collect(m_unwatched, scope, &found);
+    found.reserve(scope ? 0 : m_touched.size() + m_unwatched.size());
+    Prune(&m_touched, IsTouched, scope, &found);
+    Prune(&m_unwatched, IsBound, scope, &found);
     const auto comesBefore = [](const auto& left, const auto& right) { return left->place < right->place; };
     if (!std::is_sorted(found.begin(), found.end(), comesBefore)) // As a rule it is.
         std::sort(found.begin(), found.end(), comesBefore);

@@ -21,19 +21,19 @@ bool ComesBefore(const std::shared_ptr<BoundStatement>& left, const std::shared_
 /// Whether numbers are shown through the format, which may be wrong or may not fit.
 bool IsFormatted(const BoundStatement& statement, const QVariant& present)
 {
+    if (!statement.format)
+        return false;
     const QVariant number = present.isValid() ? present : QVariant(0);
     QString unused;
-    return statement.format && NumberFormat::IsNumber(number)
-        && statement.format->Apply(number, statement.Locale(), &unused, &unused);
+    return NumberFormat::IsNumber(number) && statement.format->Apply(number, statement.Locale(), &unused, &unused);
 }
 
 } // namespace
 
-FormSaveResult FormSaver::Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant)
+FormSaveResult FormSaver::Save(Statements waiting, const std::function<bool(const QObject*)>& isMeant)
 {
     const FormState::Guard guard(&m_state);
     FormSaveResult result;
-    Statements waiting = statements;
     for (std::size_t next = 0; next < waiting.size() && !m_state.isClosed; ++next) {
         const std::shared_ptr<BoundStatement> statement = waiting[next];
         Statements written;
@@ -109,16 +109,17 @@ bool FormSaver::Store(const std::shared_ptr<BoundStatement>& statement, const QV
 /// Keeps the type that the statement has now.
 bool FormSaver::Convert(const BoundStatement& statement, const QVariant& held, QVariant* value, Refusal* refusal)
 {
-    QVariant entered = held;
     const QVariant present = Evaluation(statement).Retrieve(*statement.compiled.tree);
     if (!statement.property)
         return false;
+    const bool isFormatted = IsFormatted(statement, present);
+    QVariant number;
     QString problem;
-    if (IsFormatted(statement, present)
-        && !statement.format->Read(held.toString(), statement.Locale(), &entered, &problem)) {
+    if (isFormatted && !statement.format->Read(held.toString(), statement.Locale(), &number, &problem)) {
         *refusal = {Refusal::NoNumber, problem};
         return false;
     }
+    const QVariant& entered = isFormatted ? number : held;
     if (!present.isValid()) {
         *value = entered;
         return true;

@@ -27,9 +27,9 @@ public:
     {
     }
 
-    /// Those that are edited, given in the order bound. What a save edits in turn is written as well, where it comes
-    /// later in the order bound and \a isMeant is true of its object.
-    FormSaveResult Save(const Statements& statements, const std::function<bool(const QObject*)>& isMeant);
+    /// Those of \a waiting that are edited, given in the order bound. What a save edits in turn is written as well,
+    /// where it comes later in the order bound and \a isMeant is true of its object.
+    FormSaveResult Save(Statements waiting, const std::function<bool(const QObject*)>& isMeant);
 
 private:
     /// Why a value cannot be saved; the causes are told apart.

@@ -47,6 +47,13 @@ bool IsNumber(int type)
     return IsInteger(type) || IsFraction(type);
 }
 
+/// That a value of this type holds.
+template<typename Type>
+const Type& Inside(const QVariant& value)
+{
+    return *static_cast<const Type*>(value.constData());
+}
+
 bool AreSamePixmaps(const QPixmap& left, const QPixmap& right)
 {
     if (left.isNull() || right.isNull())
@@ -174,10 +181,9 @@ bool FormValues::AreEqual(const QVariant& left, const QVariant& right)
     case QMetaType::UnknownType:
         return true;
     case QMetaType::QString:
-        return left.toString() == right.toString();
+        return Inside<QString>(left) == Inside<QString>(right);
     case QMetaType::Double:
-        return AreEqualFractions(*static_cast<const double*>(left.constData()),
-                                 *static_cast<const double*>(right.constData()));
+        return AreEqualFractions(Inside<double>(left), Inside<double>(right));
     case QMetaType::Float:
         return AreEqualFractions(left.toDouble(), right.toDouble());
     case QMetaType::QPixmap:

@@ -70,11 +70,15 @@ FormProblem ProblemBook::Add(const std::shared_ptr<BoundStatement>& statement, F
 
 void ProblemBook::Remove(BoundStatement* statement, FormProblem::Kind kind)
 {
+    if (statement->problems.empty()) // As a rule.
+        return;
     Erase(&statement->problems, [=](const StandingProblem& standing) { return standing.problem.kind == kind; });
 }
 
 void ProblemBook::Remove(BoundStatement* statement, FormProblem::Kind kind, int cause)
 {
+    if (statement->problems.empty())
+        return;
     Erase(&statement->problems,
           [=](const StandingProblem& standing) { return standing.problem.kind == kind && standing.cause == cause; });
 }
