@@ -58,9 +58,9 @@ void DataRecording::Parse(const QByteArray& text, const QString& source)
         else
             m_problems.append(QString("%1:%2: %3").arg(source).arg(number).arg(reason));
     }
-    std::stable_sort(
-        m_changes.begin(), m_changes.end(),
-        [](const RecordedChange& left, const RecordedChange& right) { return left.seconds < right.seconds; });
+    std::stable_sort(m_changes.begin(), m_changes.end(), [](const RecordedChange& left, const RecordedChange& right) {
+        return left.seconds < right.seconds;
+    });
 }
 
 /// The keys in an order to read, which QJsonObject does not keep.
