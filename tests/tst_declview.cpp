@@ -16,8 +16,8 @@
 #include "common/jsondata.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
-#include "declview/widgethighlight.h"
 #include "support/messagecatcher.h"
+#include "view/widgethighlight.h"
 
 namespace {
 

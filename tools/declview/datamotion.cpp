@@ -1,6 +1,6 @@
 #include "declview/datamotion.h"
 
-#include "declview/variablestore.h"
+#include "view/variablestore.h"
 
 namespace {
 

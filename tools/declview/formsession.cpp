@@ -151,12 +151,12 @@ void FormSession::Replace(QWidget* form)
 {
     // What has been written until now is about the properties that go.
     m_log.Flush();
-    Q_EMIT FormAboutToBeReplaced();
+    Q_EMIT AboutToBeReplaced();
     Unbind();
     QWidget* const previous = m_form;
     m_form = form;
     Bind();
-    Q_EMIT FormReplaced();
+    Q_EMIT Replaced();
     // Whoever calls may have been called by one of its widgets.
     if (previous)
         previous->deleteLater();

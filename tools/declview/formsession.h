@@ -2,7 +2,6 @@
 #define FORMSESSION_H
 
 #include <QHash>
-#include <QObject>
 #include <QPointer>
 #include <QTimer>
 #include <QVector>
@@ -10,13 +9,12 @@
 
 #include <memory>
 
-#include "DeclarationForms/formbinding.h"
 #include "declview/datamotion.h"
 #include "declview/formresources.h"
 #include "declview/messagelog.h"
-#include "declview/variablestore.h"
-#include "declview/viewedproperty.h"
 #include "declview/widgetoutlines.h"
+#include "view/declarationsource.h"
+#include "view/variablestore.h"
 
 class JsonData;
 
@@ -30,7 +28,7 @@ struct SessionFiles
 
 /// A form that is bound to its variables, and loaded again when asked. The form is owned here, also
 /// when it is shown inside another widget.
-class FormSession : public QObject
+class FormSession : public DeclarationSource
 {
     Q_OBJECT
 
@@ -49,24 +47,18 @@ public:
     bool SaveData(const QString& fileName, QString* error);
 
     const SessionFiles& Files() const { return m_files; }
-    QWidget* Form() const { return m_form; }
-    const QVector<ViewedProperty>& Properties() const { return m_properties; }
+    QWidget* Form() const override { return m_form; }
+    QString DefaultPackage() const override { return m_files.defaultPackage; }
+    const QVector<ViewedProperty>& Properties() const override { return m_properties; }
     VariableStore& Variables() { return m_variables; }
     DataMotion& Motion() { return m_motion; }
     MessageLog& Log() { return m_log; }
-    /// What the binding says of a property; without an object for one that is not bound.
-    BoundProperty Bound(int position) const;
-    /// Positions of the properties whose statements read that one.
-    QVector<int> ReadersOf(int position) const;
+    BoundProperty Bound(int position) const override;
+    QVector<int> ReadersOf(int position) const override;
     /// Names of the widgets that something to save lies in, from the outside in.
     QStringList Scopes() const;
 
 Q_SIGNALS:
-    void FormAboutToBeReplaced();
-    /// There is a new form, or at the end none, and other properties; the old form goes soon.
-    void FormReplaced();
-    /// The value of a bound property may be another, or it was evaluated, or has a new diagnostic.
-    void PropertyChanged(int position);
     /// Whether anything in the form is edited has changed.
     void EditedChanged(bool edited);
     /// Messages, with their declarations put in where they were found.

@@ -16,10 +16,10 @@
 
 #include <utility>
 
-#include "declview/detailpanel.h"
 #include "declview/formstage.h"
-#include "declview/tablepanel.h"
-#include "declview/widgethighlight.h"
+#include "view/detailpanel.h"
+#include "view/tablepanel.h"
+#include "view/widgethighlight.h"
 
 namespace {
 
@@ -41,7 +41,7 @@ MainWindow::MainWindow(FormSession* session)
     AddDock();
     statusBar()->showMessage("Ctrl and a click on a widget selects its declarations.");
 
-    connect(session, &FormSession::FormReplaced, this, &MainWindow::OnFormReplaced);
+    connect(session, &FormSession::Replaced, this, &MainWindow::OnFormReplaced);
     connect(session, &FormSession::EditedChanged, this, &MainWindow::SetEdited);
     connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
     connect(&m_watcher, &FileWatcher::Changed, this, &MainWindow::Reload);

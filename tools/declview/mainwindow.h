@@ -3,11 +3,11 @@
 
 #include <QMainWindow>
 
-#include "declview/declarationsmodel.h"
 #include "declview/filewatcher.h"
 #include "declview/formsession.h"
 #include "declview/messagesmodel.h"
-#include "declview/variablesmodel.h"
+#include "view/declarationsmodel.h"
+#include "view/variablesmodel.h"
 
 class DetailPanel;
 class FormStage;

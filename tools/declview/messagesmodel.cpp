@@ -4,7 +4,7 @@
 #include <QHash>
 
 #include "declview/formsession.h"
-#include "declview/tablecolors.h"
+#include "view/tablecolors.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "declview/statementparts.h"
+#include "view/statementparts.h"
 
 #include <QHash>
 #include <QObject>

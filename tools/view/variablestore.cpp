@@ -1,4 +1,4 @@
-#include "declview/variablestore.h"
+#include "view/variablestore.h"
 
 #include <QCoreApplication>
 #include <QEvent>

@@ -1,14 +1,14 @@
-#include "declview/variablesmodel.h"
+#include "view/variablesmodel.h"
 
 #include <QBrush>
 #include <QFont>
 #include <QRegularExpression>
 
 #include "common/jsondata.h"
-#include "declview/rowranges.h"
-#include "declview/tablecolors.h"
-#include "declview/variablestore.h"
-#include "declview/viewedproperty.h"
+#include "view/rowranges.h"
+#include "view/tablecolors.h"
+#include "view/variablestore.h"
+#include "view/viewedproperty.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "declview/viewedproperty.h"
+#include "view/viewedproperty.h"
 
 #include <QIcon>
 #include <QPixmap>

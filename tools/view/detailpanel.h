@@ -4,7 +4,7 @@
 #include <QVector>
 #include <QWidget>
 
-class FormSession;
+class DeclarationSource;
 class QLabel;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -15,10 +15,10 @@ class DetailPanel : public QWidget
     Q_OBJECT
 
 public:
-    /// The session outlives this. The font is that of the tables.
-    DetailPanel(FormSession* session, const QFont& font);
+    /// The source outlives this. The font is that of the tables.
+    DetailPanel(DeclarationSource* source, const QFont& font);
 
-    /// Shows the declaration at that position of the session; -1 for none.
+    /// Shows the declaration at that position of the source; -1 for none.
     void SetDeclaration(int position);
     /// Reads the values again.
     void Refresh();
@@ -38,7 +38,7 @@ private:
     void AppendReaders(QVector<Row>* rows) const;
     void Rebuild(const QVector<Row>& rows);
 
-    FormSession* const m_session;
+    DeclarationSource* const m_source;
     QLabel* const m_label;
     QTreeWidget* const m_tree;
     int m_position = -1;
