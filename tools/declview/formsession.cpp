@@ -105,6 +105,11 @@ QObject* FormSession::Scope(const QString& objectName) const
     return objectName.isEmpty() || !m_form ? nullptr : m_form->findChild<QObject*>(objectName);
 }
 
+IDataPeer* FormSession::Data() const
+{
+    return m_binding ? m_binding->DataPeer() : nullptr;
+}
+
 BoundProperty FormSession::Bound(int position) const
 {
     const ViewedProperty& viewed = m_properties.at(position);

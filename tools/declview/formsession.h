@@ -50,6 +50,7 @@ public:
     QWidget* Form() const override { return m_form; }
     QString DefaultPackage() const override { return m_files.defaultPackage; }
     const QVector<ViewedProperty>& Properties() const override { return m_properties; }
+    IDataPeer* Data() const override;
     VariableStore& Variables() { return m_variables; }
     DataMotion& Motion() { return m_motion; }
     MessageLog& Log() { return m_log; }

@@ -7,6 +7,8 @@
 #include "DeclarationForms/formbinding.h"
 #include "view/viewedproperty.h"
 
+class IDataPeer;
+
 /// The declarations of a form, for the tables and panels that show them.
 class DeclarationSource : public QObject
 {
@@ -23,6 +25,8 @@ public:
     virtual QObject* Form() const = 0;
     /// Of variables that the form names without one.
     virtual QString DefaultPackage() const = 0;
+    /// Where the variables live; null when nowhere.
+    virtual IDataPeer* Data() const = 0;
 
 Q_SIGNALS:
     void AboutToBeReplaced();

@@ -8,7 +8,6 @@
 #include <algorithm>
 
 #include "DataLayer/idatapeer.h"
-#include "DataLayer/idatapeerfactory.h"
 #include "view/declarationsource.h"
 #include "view/statementparts.h"
 
@@ -76,8 +75,8 @@ QVector<DetailPanel::Row> DetailPanel::Rows() const
 void DetailPanel::AppendParts(QVector<Row>* rows) const
 {
     const ViewedProperty& property = m_source->Properties().at(m_position);
-    const QVector<StatementPart> parts
-        = EvaluateParts(property.statement, property.object, m_source->Form(), m_source->DefaultPackage());
+    const QVector<StatementPart> parts = EvaluateParts(property.statement, property.object, m_source->Form(),
+                                                       m_source->DefaultPackage(), m_source->Data());
     for (const StatementPart& part : parts) {
         const QString none = part.problem.isEmpty() ? "no value" : "no value: " + part.problem;
         rows->append({part.level, part.text, part.value.isValid() ? ValueToText(part.value) : none});
@@ -91,10 +90,10 @@ void DetailPanel::AppendReads(QVector<Row>* rows) const
     const BoundProperty bound = m_source->Bound(m_position);
     if (bound.variables.isEmpty() && bound.properties.isEmpty())
         return;
-    const IDataPeer* const data = Ovex_DataPeerFactory(false)->GetDataPeer(0);
+    IDataPeer* const data = m_source->Data();
     rows->append({0, "Reads", QString()});
     for (const VariableIdentifier& identifier : bound.variables) {
-        const QVariant value = data->GetValue(identifier, QVariant());
+        const QVariant value = data ? data->GetValue(identifier, QVariant()) : QVariant();
         rows->append({1, identifier.GetPackage() + ':' + identifier.GetName(),
                       value.isValid() ? ValueToText(value) : "missing"});
     }

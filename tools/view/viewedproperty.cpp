@@ -2,6 +2,7 @@
 
 #include <QIcon>
 #include <QPixmap>
+#include <QRegularExpression>
 #include <QStringList>
 
 #include "common/jsondata.h"
@@ -47,4 +48,15 @@ QString ValueToText(const QVariant& value)
     }
     const QString json = QString::fromUtf8(JsonData::ValueToJson(value));
     return json == "null" ? QString(value.typeName()) : json;
+}
+
+bool ValueFromText(const QString& text, QVariant* value, QString* error)
+{
+    if (JsonData::ValueFromJson(text.toUtf8(), value, error))
+        return true;
+    static const QRegularExpression meantAsJson("^\\s*[\\[{\"]");
+    if (text.contains(meantAsJson))
+        return false;
+    *value = text;
+    return true;
 }

@@ -33,4 +33,8 @@ QString WidgetPath(const QObject* object, const QObject* form);
 /// A value in one line. What JSON knows is written as JSON, the rest as a text that tells what it is.
 QString ValueToText(const QVariant& value);
 
+/// The value that somebody entered: JSON, or else a text. False, with the reason, when it was meant to be JSON and
+/// is none.
+bool ValueFromText(const QString& text, QVariant* value, QString* error);
+
 #endif
