@@ -4,12 +4,14 @@
 #include "DeclarationForms/evaluation.h"
 #include "DeclarationForms/formengine.h"
 #include "DeclarationForms/formregistry.h"
+#include "DeclarationForms/inspectorloader.h"
 
 FormBinding::FormBinding(QObject* form, QObject* parent) : QObject(parent), d(std::make_shared<FormEngine>(form, this))
 {
     qRegisterMetaType<FormProblem>("FormProblem");
     d->Start();
     FormRegistry::Add(this);
+    InspectorLoader::LoadIfAsked(this);
 }
 
 FormBinding::~FormBinding()
