@@ -176,6 +176,33 @@ private Q_SLOTS:
         QTRY_COMPARE(problem(), QString());
     }
 
+    void FindingsStandWithTheirDeclarations()
+    {
+        const Viewer viewer(Form(Widget("QLabel", "one", Property("~text", "limits[0] + 1"))
+                                 + Widget("QLabel", "two", Property("~text", "name")) + Widget("Odd", "odd", "")));
+        const auto remark = [&viewer](const QString& name) {
+            return viewer.Cell("declarations", DeclarationsModel::Widget, name, DeclarationsModel::Diagnostic);
+        };
+        const auto tells = [&viewer](const QString& text) {
+            viewer.session->Log().Flush();
+            const QAbstractItemModel* const model = viewer.Table("messages");
+            return model->match(model->index(0, 2), Qt::DisplayRole, text, -1, Qt::MatchContains).size();
+        };
+        QTRY_VERIFY2(remark("one").endsWith("[literal-sum]"), qPrintable(remark("one")));
+        QCOMPARE(remark("two"), QString());
+        QCOMPARE(tells("[unknown-class]"), 1);
+        // What building the form for the checker prints is not told again.
+        QCOMPARE(tells("the class Odd is unknown"), 1);
+
+        viewer.Write("declcheck.json", R"({ "disable": ["literal-sum"] })");
+        viewer.Trigger("Reload");
+        QTRY_COMPARE(tells("[unknown-class]"), 2);
+        QCOMPARE(remark("one"), QString());
+        viewer.Write("declcheck.json", "{");
+        viewer.Trigger("Reload");
+        QTRY_COMPARE(tells("The form is not checked."), 1);
+    }
+
     void DetailsOfADeclaration()
     {
         const Viewer viewer(

@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QScreen>
 #include <QTextStream>
 #include <QTranslator>
@@ -7,6 +8,7 @@
 #include <memory>
 
 #include "common/jsondata.h"
+#include "common/projectfile.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
 #include "declview/propertyprinter.h"
@@ -69,11 +71,11 @@ public:
             return QString();
         if (m_parser.positionalArguments().size() != 1)
             return "one form is wanted (see --help)";
-        options->files
-            = {m_parser.positionalArguments().constFirst(), m_parser.value(m_data), m_parser.value(m_package)};
+        QString error;
+        if (!ReadFiles(&options->files, &error))
+            return error;
         options->translation = m_parser.value(m_translation);
         options->watches = m_parser.isSet(m_watch);
-        QString error;
         ReadTasks(&options->tasks, &error);
         ReadTime(options, &error);
         const QStringList assignments = m_parser.values(m_set);
@@ -98,6 +100,19 @@ public:
     }
 
 private:
+    /// What the command line says goes before the project file.
+    bool ReadFiles(SessionFiles* files, QString* error) const
+    {
+        files->form = m_parser.positionalArguments().constFirst();
+        const QString path = ProjectFile::Find(QFileInfo(files->form).absolutePath());
+        ProjectFile project;
+        if (!path.isEmpty() && !project.Read(path, error))
+            return false;
+        files->data = m_parser.isSet(m_data) ? m_parser.value(m_data) : project.data;
+        files->defaultPackage = m_parser.isSet(m_package) ? m_parser.value(m_package) : project.package;
+        return true;
+    }
+
     void ReadTasks(UnattendedTasks* tasks, QString* error) const
     {
         const bool watches = m_parser.isSet(m_watch);

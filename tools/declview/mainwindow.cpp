@@ -29,6 +29,8 @@ const QSize MinimumSize(1200, 920);
 /// For bars and frames.
 const int Spare = 100;
 const int NoteDuration = 8000;
+/// So that the form is painted before it is checked.
+const int CheckingDelay = 50;
 const Qt::KeyboardModifier SelectModifier = Qt::ControlModifier;
 
 } // namespace
@@ -41,6 +43,9 @@ MainWindow::MainWindow(FormSession* session)
     AddDock();
     statusBar()->showMessage("Ctrl and a click on a widget selects its declarations.");
 
+    m_checking.setSingleShot(true);
+    m_checking.setInterval(CheckingDelay);
+    connect(&m_checking, &QTimer::timeout, session, &FormSession::Check);
     connect(session, &FormSession::Replaced, this, &MainWindow::OnFormReplaced);
     connect(session, &FormSession::EditedChanged, this, &MainWindow::SetEdited);
     connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
@@ -199,6 +204,7 @@ void MainWindow::OnFormReplaced()
     ShowScopes();
     ShowProblemCount();
     SetEdited(false);
+    m_checking.start();
     const SessionFiles& files = m_session->Files();
     setWindowTitle(QFileInfo(files.form).fileName() + "[*] - declview");
 }

@@ -2,6 +2,7 @@
 #define MAINWINDOW_H
 
 #include <QMainWindow>
+#include <QTimer>
 
 #include "declview/filewatcher.h"
 #include "declview/formsession.h"
@@ -53,6 +54,7 @@ private:
     void ShowProblem(const QString& problem);
 
     FormSession* const m_session;
+    QTimer m_checking; ///< Runs until the form has been shown.
     VariablesModel m_variables;
     DeclarationsModel m_declarations;
     MessagesModel m_messages;

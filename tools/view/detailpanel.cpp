@@ -68,6 +68,7 @@ QVector<DetailPanel::Row> DetailPanel::Rows() const
     if (!IsThere())
         return rows;
     AppendParts(&rows);
+    AppendRemarks(&rows);
     AppendReads(&rows);
     AppendReaders(&rows);
     return rows;
@@ -86,12 +87,22 @@ void DetailPanel::AppendParts(QVector<Row>* rows) const
         rows->append({0, property.statement.simplified(), property.Problem()});
 }
 
+void DetailPanel::AppendRemarks(QVector<Row>* rows) const
+{
+    const QStringList remarks = m_source->Properties().at(m_position).Remarks();
+    if (remarks.isEmpty())
+        return;
+    rows->append({0, "Problems", QString()});
+    for (const QString& remark : remarks)
+        rows->append({1, remark, QString()});
+}
+
 void DetailPanel::AppendReads(QVector<Row>* rows) const
 {
     const BoundProperty bound = m_source->Bound(m_position);
     if (bound.variables.isEmpty() && bound.properties.isEmpty())
         return;
-    const IDataPeer* const data = Ovex_DataPeerFactory(false)->GetDataPeer(0);
+    IDataPeer* const data = Ovex_DataPeerFactory(false)->GetDataPeer(0);
     rows->append({0, "Reads", QString()});
     for (const VariableIdentifier& identifier : bound.variables) {
         const QVariant value = data->GetValue(identifier, QVariant());
