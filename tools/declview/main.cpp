@@ -28,7 +28,9 @@ struct Options
     SessionFiles files;
     UnattendedTasks tasks;
     bool watches;
-    QString translation; ///< May be empty.
+    QString translation; ///< May be empty, as the next two.
+    QString recording;   ///< To replay.
+    QString recordTo;
     JsonData assignments;
     double time; ///< At which generators start, or stand for the tasks.
 };
@@ -56,8 +58,8 @@ public:
         m_parser.setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
         m_parser.addHelpOption();
         m_parser.addVersionOption();
-        m_parser.addOptions(
-            {m_data, m_package, m_set, m_translation, m_screenshot, m_size, m_scale, m_print, m_watch, m_json, m_at});
+        m_parser.addOptions({m_data, m_package, m_set, m_translation, m_screenshot, m_size, m_scale, m_print, m_watch,
+                             m_json, m_at, m_replay, m_record});
         m_parser.addPositionalArgument("FORM.ui", "The form.");
     }
 
@@ -75,6 +77,8 @@ public:
         if (!ReadFiles(&options->files, &error))
             return error;
         options->translation = m_parser.value(m_translation);
+        options->recording = m_parser.value(m_replay);
+        options->recordTo = m_parser.value(m_record);
         options->watches = m_parser.isSet(m_watch);
         ReadTasks(&options->tasks, &error);
         ReadTime(options, &error);
@@ -121,7 +125,9 @@ private:
         tasks->picture = m_parser.value(m_screenshot);
         tasks->formAlone = m_parser.isSet(m_size) || m_parser.isSet(m_scale);
         tasks->scale = m_parser.value(m_scale).toDouble();
-        if (watches && tasks->Any())
+        if (tasks->formAlone && m_parser.isSet(m_record))
+            *error = "--record is for a window, and --size and --scale are for none";
+        else if (watches && tasks->Any())
             *error = "--watch goes on, and --screenshot and --print exit";
         else if (tasks->formAlone && tasks->picture.isEmpty())
             *error = "--size and --scale are for --screenshot";
@@ -151,6 +157,8 @@ private:
                                      "1"};
     const QCommandLineOption m_print{"print", "Print what the bound properties hold and exit."};
     const QCommandLineOption m_watch{"watch", "Print what the bound properties hold, and what changes."};
+    const QCommandLineOption m_replay{"replay", "Let variables move as they were recorded.", "FILE"};
+    const QCommandLineOption m_record{"record", "Record what the variables become.", "FILE"};
     const QCommandLineOption m_json{"json", "Print it as JSON."};
     const QCommandLineOption m_at{"at", "The time at which data that move start, and stand for the options that exit.",
                                   "SECONDS", "0"};
@@ -184,6 +192,20 @@ int RunWindow(const Options& options, FormSession* session, MainWindow* window)
     return QApplication::exec();
 }
 
+/// Bad lines of one that is replayed go to stderr. The window may be null.
+bool StartRecordings(const Options& options, FormSession* session, MainWindow* window, QString* error)
+{
+    if (!options.recording.isEmpty()) {
+        DataRecording recording;
+        if (!recording.Read(options.recording, error))
+            return false;
+        for (const QString& problem : recording.Problems())
+            QTextStream(stderr) << "declview: " << problem << '\n';
+        session->Motion().SetRecording(recording);
+    }
+    return !window || options.recordTo.isEmpty() || window->Record(options.recordTo, error);
+}
+
 int Run(const Options& options)
 {
     QTranslator translator;
@@ -197,6 +219,8 @@ int Run(const Options& options)
         window = std::make_unique<MainWindow>(&session);
     QString error;
     if (!session.Load(&error))
+        return Fail(error);
+    if (!StartRecordings(options, &session, window.get(), &error))
         return Fail(error);
     session.Motion().SetTime(options.time);
     if (options.tasks.formAlone)
