@@ -9,6 +9,7 @@
 
 #include <memory>
 
+#include "common/jsondata.h"
 #include "declview/datamotion.h"
 #include "declview/formresources.h"
 #include "declview/messagelog.h"
@@ -16,7 +17,8 @@
 #include "view/declarationsource.h"
 #include "view/variablestore.h"
 
-class JsonData;
+class CheckSettings;
+struct Finding;
 
 /// What is shown.
 struct SessionFiles
@@ -43,6 +45,9 @@ public:
     FormSaveResult Save(const QString& objectName);
     /// Gives up what was edited there.
     void Revert(const QString& objectName);
+    /// Checks the form that is loaded, over its project file and data; what is found stands with its declaration, the
+    /// rest goes to the messages.
+    void Check();
     /// Writes the variables, from then on to that file.
     bool SaveData(const QString& fileName, QString* error);
 
@@ -81,6 +86,8 @@ private:
     void TakeState();
     void TakeProblems();
     QObject* Scope(const QString& objectName) const;
+    bool ReadSettings(CheckSettings* settings, QString* error) const;
+    void TakeFinding(const Finding& finding);
     void OnProblem(const FormProblem& problem);
     void OnMessages(QVector<LogMessage> messages);
     /// -1 for none.
@@ -94,6 +101,7 @@ private:
     WidgetOutlines m_outlines;
     QPointer<QWidget> m_form;
     QByteArray m_text; ///< What the form was made of.
+    JsonData m_fileData;
     std::unique_ptr<FormBinding> m_binding;
     QVector<ViewedProperty> m_properties;
     QHash<const QObject*, QVector<int>> m_positions; ///< In m_properties, of the objects with some.

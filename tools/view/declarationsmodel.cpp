@@ -106,7 +106,7 @@ int DeclarationsModel::FirstProblem() const
 {
     const QVector<ViewedProperty>& properties = m_source->Properties();
     const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [](const ViewedProperty& property) { return !property.problem.isEmpty(); });
+                                    [](const ViewedProperty& property) { return property.IsDoubtful(); });
     return found == properties.end() ? -1 : int(found - properties.begin());
 }
 
@@ -114,7 +114,7 @@ int DeclarationsModel::ProblemCount() const
 {
     const QVector<ViewedProperty>& properties = m_source->Properties();
     return int(std::count_if(properties.begin(), properties.end(),
-                             [](const ViewedProperty& property) { return !property.problem.isEmpty(); }));
+                             [](const ViewedProperty& property) { return property.IsDoubtful(); }));
 }
 
 /// A row with a problem is marked from its start, which is always in sight.
@@ -122,9 +122,11 @@ QVariant DeclarationsModel::Color(const ViewedProperty& property, int column)
 {
     if (column != Widget && column != Property && column != Diagnostic)
         return QVariant();
-    if (property.problem.isEmpty())
-        return column == Diagnostic ? QBrush(TableColors::Error) : QVariant();
-    return QBrush(property.severity == FormProblem::Error ? TableColors::Error : TableColors::Warning);
+    if (!property.IsDoubtful())
+        return column == Diagnostic && !property.diagnostic.isEmpty() ? QBrush(TableColors::Error) : QVariant();
+    const FormProblem::Severity severity
+        = property.problem.isEmpty() ? property.findings.first().severity : property.severity;
+    return QBrush(severity == FormProblem::Error ? TableColors::Error : TableColors::Warning);
 }
 
 QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) const
@@ -141,7 +143,7 @@ QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) con
     case Evaluations:
         return property.evaluations;
     default:
-        return property.Problem();
+        return property.Remark();
     }
 }
 
@@ -151,6 +153,8 @@ QString DeclarationsModel::ToolTip(const ViewedProperty& property, int column) c
         return property.path;
     if (column == Statement)
         return property.statement;
+    if (column == Diagnostic)
+        return property.Remarks().join('\n');
     if (column == Value && property.edited)
         return Cell(property, column).toString() + "\nEdited in the form, and not saved.";
     return Cell(property, column).toString();

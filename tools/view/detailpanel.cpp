@@ -67,6 +67,7 @@ QVector<DetailPanel::Row> DetailPanel::Rows() const
     if (!IsThere())
         return rows;
     AppendParts(&rows);
+    AppendRemarks(&rows);
     AppendReads(&rows);
     AppendReaders(&rows);
     return rows;
@@ -83,6 +84,16 @@ void DetailPanel::AppendParts(QVector<Row>* rows) const
     }
     if (parts.isEmpty())
         rows->append({0, property.statement.simplified(), property.Problem()});
+}
+
+void DetailPanel::AppendRemarks(QVector<Row>* rows) const
+{
+    const QStringList remarks = m_source->Properties().at(m_position).Remarks();
+    if (remarks.isEmpty())
+        return;
+    rows->append({0, "Problems", QString()});
+    for (const QString& remark : remarks)
+        rows->append({1, remark, QString()});
 }
 
 void DetailPanel::AppendReads(QVector<Row>* rows) const

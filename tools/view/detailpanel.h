@@ -9,7 +9,7 @@ class QLabel;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// What is behind one declaration: its parts with their values, what it reads and who reads it.
+/// What is behind one declaration: its parts with their values, what is wrong, what it reads and who reads it.
 class DetailPanel : public QWidget
 {
     Q_OBJECT
@@ -34,6 +34,7 @@ private:
     bool IsThere() const;
     QVector<Row> Rows() const;
     void AppendParts(QVector<Row>* rows) const;
+    void AppendRemarks(QVector<Row>* rows) const;
     void AppendReads(QVector<Row>* rows) const;
     void AppendReaders(QVector<Row>* rows) const;
     void Rebuild(const QVector<Row>& rows);

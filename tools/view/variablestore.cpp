@@ -66,6 +66,18 @@ void VariableStore::Move(double seconds)
     m_loading = false;
 }
 
+void VariableStore::Replay(const QHash<VariableIdentifier, QVariant>& values)
+{
+    Flush();
+    m_loading = true;
+    for (auto it = values.constBegin(); it != values.constEnd(); ++it) {
+        const int position = m_positions.value(it.key(), -1);
+        if (position < 0 || !m_variables.at(position).edited)
+            m_data->ChangeValue(it.key(), it.value(), IDataPeer::NoFlag);
+    }
+    m_loading = false;
+}
+
 bool VariableStore::AnyMoves() const
 {
     return std::any_of(m_variables.begin(), m_variables.end(),

@@ -22,6 +22,21 @@ QVariant ViewedProperty::Value() const
     return object ? object->property(name.toLatin1()) : QVariant();
 }
 
+bool ViewedProperty::IsDoubtful() const
+{
+    return !problem.isEmpty() || (!findings.isEmpty() && findings.first().severity != FormProblem::Note);
+}
+
+QStringList ViewedProperty::Remarks() const
+{
+    QStringList remarks{problem, diagnostic};
+    for (const DeclarationFinding& finding : findings)
+        remarks.append(finding.text);
+    remarks.removeAll(QString());
+    remarks.removeDuplicates();
+    return remarks;
+}
+
 QString WidgetPath(const QObject* object, const QObject* form)
 {
     QStringList names;
