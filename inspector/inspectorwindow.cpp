@@ -14,7 +14,7 @@ namespace {
 
 const int RefreshInterval = 500; ///< In milliseconds, as fast as anyone reads.
 const int NoteDuration = 8000;
-const QSize InitialSize(1100, 800);
+const QSize InitialSize(1300, 800);
 
 } // namespace
 
