@@ -46,6 +46,7 @@ struct FormEvaluation
 class DECLARATIONFORMS_EXPORT FormObserver
 {
 public:
+    /// Is told of nothing before it is installed.
     FormObserver();
     /// Takes itself away if it is installed.
     virtual ~FormObserver();
