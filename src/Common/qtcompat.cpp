@@ -59,7 +59,7 @@ bool IsInteger(int type)
 
 bool IsNumber(int type)
 {
-    return type == QMetaType::Bool || IsInteger(type) || IsFloatingPoint(type);
+    return IsFloatingPoint(type) || type == QMetaType::Bool || IsInteger(type);
 }
 
 bool IsEnumeration(int type)
@@ -247,8 +247,8 @@ bool AreEqualNumbers(const QVariant& left, const QVariant& right)
 {
     if (!IsFloatingPoint(left.userType()) && !IsFloatingPoint(right.userType()))
         return left == right;
-    const double leftNumber = left.toDouble();
-    const double rightNumber = right.toDouble();
+    const double leftNumber = QtCompat::ToDouble(left);
+    const double rightNumber = QtCompat::ToDouble(right);
     if (leftNumber == rightNumber)
         return true;
     return std::isfinite(leftNumber) && std::isfinite(rightNumber) && leftNumber != 0.0 && rightNumber != 0.0
@@ -408,6 +408,9 @@ bool AreEqual(const QVariant& left, const QVariant& right)
 bool IsNull(const QVariant& value)
 {
     const int type = value.userType();
+    // Nothing, truth values and the usual numbers, which an evaluation asks for most.
+    if (type <= QMetaType::Double)
+        return value.isNull();
     for (const NullContent& content : NullContents) {
         if (content.type == type)
             return content.isNull(value);
@@ -417,14 +420,20 @@ bool IsNull(const QVariant& value)
 
 bool ToBool(const QVariant& value)
 {
-    if (IsFloatingPoint(value.userType()))
+    const int type = value.userType();
+    if (type == QMetaType::Bool)
+        return Content<bool>(value);
+    if (IsFloatingPoint(type))
         return Round(value) != 0;
-    return !IsEnumeration(value.userType()) && value.toBool();
+    return !IsEnumeration(type) && value.toBool();
 }
 
 double ToDouble(const QVariant& value)
 {
-    return IsEnumeration(value.userType()) ? 0.0 : value.toDouble();
+    const int type = value.userType();
+    if (type == QMetaType::Double)
+        return Content<double>(value);
+    return IsEnumeration(type) ? 0.0 : value.toDouble();
 }
 
 int ToInt(const QVariant& value, bool* ok)
@@ -462,8 +471,10 @@ QVariant ReadProperty(const QByteArray& name, const QObject* object)
 
 bool WriteProperty(const QMetaProperty& property, QObject* object, const QVariant& value)
 {
-    QVariant converted = value;
     const int type = property.userType();
+    if (type == value.userType() && !property.isEnumType())
+        return property.write(object, value);
+    QVariant converted = value;
     if (property.isEnumType())
         converted = EnumerationValue(property, value);
     else if (type != QMetaType::QVariant && value.isValid() && !TryConvert(converted, type))

@@ -39,8 +39,13 @@ private:
 
     void Read(const QVariant& value)
     {
+        if (value.userType() == QMetaType::Double) {
+            m_isNumber = true;
+            m_number = *static_cast<const double*>(value.constData());
+            return;
+        }
         // Not what toDouble() says: it reads some types that do not count as convertible, such as uchar.
-        m_isNumber = value.userType() == QMetaType::Double || QtCompat::CanConvert(value, QMetaType::Double);
+        m_isNumber = QtCompat::CanConvert(value, QMetaType::Double);
         m_number = QtCompat::ToDouble(value);
         if (!m_isNumber)
             m_text = QtCompat::ToString(value);
