@@ -516,14 +516,15 @@ private Q_SLOTS:
         DataRecording recording;
         QVERIFY2(recording.Read(file, &error), qPrintable(error));
         QCOMPARE(recording.Problems(), QStringList());
-        QCOMPARE(recording.Changes().size(), 5);
-        QCOMPARE(recording.Changes().at(3).value, QVariant(QVariantList{50, 20}));
+        // Behind what all variables were at the start.
+        const RecordedChange change = recording.Changes().value(recording.Changes().size() - 2);
+        QCOMPARE(change.value, QVariant(QVariantList{50, 20}));
         QVERIFY(!recording.Changes().last().value.isValid());
 
         const Viewer viewer(Settings);
         viewer.Edit("name", "\"mine\"");
         QVERIFY(viewer.window->Replay(file, &error));
-        viewer.session->Motion().SetTime(recording.Changes().at(3).seconds);
+        viewer.session->Motion().SetTime(change.seconds);
         QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
         viewer.session->Motion().SetTime(0);
         QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 30"));

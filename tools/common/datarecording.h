@@ -53,7 +53,8 @@ private:
 class DataRecorder
 {
 public:
-    /// Starts a recording at the time 0, in a file that is written anew. False, with the reason, when it cannot be.
+    /// Starts a recording at the time 0, in a file that is written anew; one that runs ends. False, with the reason,
+    /// when it cannot be.
     bool Start(const QString& fileName, QString* error);
     /// Ends it, with all written that was recorded. False, with the reason, when that failed now or before.
     bool Stop(QString* error);

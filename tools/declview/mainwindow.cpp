@@ -13,6 +13,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <utility>
 
@@ -29,7 +30,7 @@ const QSize MinimumSize(1200, 920);
 /// For bars and frames.
 const int Spare = 100;
 const int NoteDuration = 8000;
-/// So that the form is painted before it is checked.
+/// So that the form is seen before it is checked.
 const int CheckingDelay = 50;
 const Qt::KeyboardModifier SelectModifier = Qt::ControlModifier;
 
@@ -49,7 +50,7 @@ MainWindow::MainWindow(FormSession* session)
 
     m_checking.setSingleShot(true);
     m_checking.setInterval(CheckingDelay);
-    connect(&m_checking, &QTimer::timeout, session, &FormSession::Check);
+    connect(&m_checking, &QTimer::timeout, this, &MainWindow::CheckForm);
     connect(session, &FormSession::Replaced, this, &MainWindow::OnFormReplaced);
     connect(session, &FormSession::EditedChanged, this, &MainWindow::SetEdited);
     connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
@@ -220,6 +221,21 @@ void MainWindow::OnFormReplaced()
     m_checking.start();
     const SessionFiles& files = m_session->Files();
     setWindowTitle(QFileInfo(files.form).fileName() + "[*] - declview");
+}
+
+void MainWindow::CheckForm()
+{
+    const bool isPainted = !isVisible() || windowHandle()->isExposed();
+    if (!isPainted) {
+        m_checking.start();
+        return;
+    }
+    m_stage->repaint();
+    m_session->Check();
+    if (m_declarationsPanel->CurrentRow() < 0)
+        m_detail->SetDeclaration(qMax(0, m_declarations.FirstProblem()));
+    else
+        m_detail->Refresh();
 }
 
 void MainWindow::ShowScopes()

@@ -45,6 +45,7 @@ private:
     void AddStage();
     void AddDock();
     void OnFormReplaced();
+    void CheckForm();
     void ShowScopes();
     void ShowMissing();
     void ShowMotion();
