@@ -110,6 +110,9 @@ void FormObserverTest::Binding()
         recorder.Take();
         delete label;
         QCOMPARE(recorder.Take(), QStringList("bound"));
+        form.m_binding->Bind(form.Add<QLabel>("other"), "~text", "d");
+        form.m_binding->Bind(form.Add<QLabel>("reader"), "~text", "@TopWidget\\other:text");
+        recorder.Take();
     }
     QCOMPARE(recorder.Take(), QStringList("gone"));
     QVERIFY(FormObserver::Bindings().isEmpty());

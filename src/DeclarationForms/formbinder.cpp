@@ -143,9 +143,16 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
         m_edits.End(statement);
     else if (!statement->property->hasNotifier)
         WatchUntold(statement);
-    if (FormObserver* const observer = FormObserver::Installed())
-        observer->OnBound(m_state.binding);
+    TellBound();
     m_delivery.Mark(statement);
+}
+
+/// Not what a binding unbinds that is gone for its observer.
+void FormBinder::TellBound() const
+{
+    FormObserver* const observer = FormObserver::Installed();
+    if (observer && !m_state.isClosed)
+        observer->OnBound(m_state.binding);
 }
 
 /// Nothing tells of its edits but the end of editing, if that does.
@@ -331,8 +338,7 @@ void FormBinder::Unbind(const Statement& statement)
     if (m_state.order.HasCircles())
         m_state.order.Invalidate();
     m_state.Compact();
-    if (FormObserver* const observer = FormObserver::Installed())
-        observer->OnBound(m_state.binding);
+    TellBound();
 }
 
 void FormBinder::Forget(const WatchedObject* object)

@@ -131,6 +131,9 @@ void FormDelivery::Mark(const Statement& statement)
 
 void FormDelivery::TellMarked(const BoundStatement& statement, FormObserver* observer) const
 {
+    // Its observer has been told that the binding is gone.
+    if (m_state.isClosed)
+        return;
     FormCause cause;
     if (m_changedProperty) {
         cause.kind = FormCause::Property;
