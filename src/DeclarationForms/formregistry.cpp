@@ -12,7 +12,7 @@ struct Registered
     QVector<FormBinding*> bindings;
 };
 
-/// Never destroyed: a host may have bindings in its own statics.
+/// Never destroyed: static objects of a host may have bindings.
 Registered& All()
 {
     static Registered* const registered = new Registered;
