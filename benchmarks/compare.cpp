@@ -101,6 +101,12 @@ Row Settings(const QString& title, const QString& workload, double limit, double
     return row;
 }
 
+/// The forms library with the inspector shown, against itself without.
+Row Inspected(const QString& title, const QString& workload, double most)
+{
+    return Bounded({title, "forms/" + workload, "inspected/" + workload, qInf()}, most);
+}
+
 QVector<Row> FormRows()
 {
     return {
@@ -117,6 +123,8 @@ QVector<Row> FormRows()
         Forms("W6 100 changes at once, read by 1,000", "W6_burst/1000", "coalesced", qInf()),
         Forms("W6 the same, evaluations", "W6_burst/1000" + evaluations, "coalesced", 1),
         Forms("W7 5,000 changes a second on 50 labels, each", "W7_stream/50", "timer", 1.5),
+        // A twentieth of a processor.
+        Inspected("W7 the same, inspected", "W7_stream/50", 10e3),
         Settings("W8 settings page of 1,000 line edits, load", "W8_load/1000", qInf(), qInf()),
         Settings("W8 the same, save all edited", "W8_save/1000", 3, 1),
         Bounded(Settings("W8 the same, save none edited", "W8_unedited/1000", qInf(), 1), 20e3),

@@ -2,6 +2,9 @@
 #include <QTimer>
 
 #include "DeclarationForms/formbinding.h"
+#ifdef BENCHMARK_INSPECTOR
+#include "DeclarationInspector/declarationinspector.h"
+#endif
 #include "peerdata.h"
 
 namespace {
@@ -58,6 +61,21 @@ public:
 private:
     QTimer m_timer;
 };
+
+#ifdef BENCHMARK_INSPECTOR
+/// Under the eyes of the inspector.
+class Inspected : public Forms
+{
+public:
+    void Load(const Form& form) override
+    {
+        DeclarationInspector::Show();
+        Forms::Load(form);
+    }
+};
+
+const bool inspectedRegistered = RegisterSubject("inspected", MakeSubject<Inspected>, "W7");
+#endif
 
 const bool registered = RegisterSubject("forms", MakeSubject<Forms>, "W3 W4 W5 W6 W7")
     && RegisterSubject("timer", MakeSubject<Timer>, "W7");

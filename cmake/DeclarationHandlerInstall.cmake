@@ -17,15 +17,16 @@ set(qmake_folder ${CMAKE_INSTALL_DATADIR}/${versioned_name})
 file(RELATIVE_PATH to_libraries "/${CMAKE_INSTALL_BINDIR}" "/${CMAKE_INSTALL_LIBDIR}")
 set(CMAKE_INSTALL_RPATH "$ORIGIN" "$ORIGIN/${to_libraries}")
 
-# declarationhandler_install_headers(<target>): those that are not internal, in folders as in src/.
+# declarationhandler_install_headers(<target>): those that are not internal, in folders as in the target's.
 function(declarationhandler_install_headers target)
   get_target_property(sources ${target} SOURCES)
   get_target_property(internal ${target} DECLARATIONHANDLER_INTERNAL_HEADERS)
+  get_target_property(source_folder ${target} SOURCE_DIR)
   list(FILTER sources INCLUDE REGEX "\\.h$")
   list(REMOVE_ITEM sources ${internal})
   foreach(header IN LISTS sources)
     get_filename_component(folder ${header} DIRECTORY)
-    install(FILES ${PROJECT_SOURCE_DIR}/src/${header}
+    install(FILES ${source_folder}/${header}
       DESTINATION ${headers_folder}/${folder} COMPONENT Development)
   endforeach()
   target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${headers_folder}>)
@@ -63,6 +64,13 @@ function(declarationhandler_install_libraries)
     declarationhandler_configure(DeclarationForms.pc.in DeclarationForms${DECLARATIONHANDLER_SUFFIX}.pc
       ${pkgconfig_folder})
     declarationhandler_configure(declarationforms.pri.in declarationforms.pri ${qmake_folder})
+  endif()
+  if(TARGET DeclarationInspector)
+    declarationhandler_install_headers(DeclarationInspector)
+    list(APPEND libraries DeclarationInspector)
+    declarationhandler_configure(DeclarationInspector.pc.in DeclarationInspector${DECLARATIONHANDLER_SUFFIX}.pc
+      ${pkgconfig_folder})
+    declarationhandler_configure(declarationinspector.pri.in declarationinspector.pri ${qmake_folder})
   endif()
   install(TARGETS ${libraries} EXPORT DeclarationHandlerTargets
     RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR} COMPONENT Runtime

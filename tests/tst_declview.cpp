@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QProcess>
 #include <QSpinBox>
 #include <QTableView>
@@ -16,8 +17,8 @@
 #include "common/jsondata.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
-#include "declview/widgethighlight.h"
 #include "support/messagecatcher.h"
+#include "view/widgethighlight.h"
 
 namespace {
 
@@ -174,6 +175,33 @@ private Q_SLOTS:
         QVERIFY2(problem().contains("300") && problem().contains("99"), qPrintable(problem()));
         viewer.Edit("limits", "[3]");
         QTRY_COMPARE(problem(), QString());
+    }
+
+    void FindingsStandWithTheirDeclarations()
+    {
+        const Viewer viewer(Form(Widget("QLabel", "one", Property("~text", "limits[0] + 1"))
+                                 + Widget("QLabel", "two", Property("~text", "name")) + Widget("Odd", "odd", "")));
+        const auto remark = [&viewer](const QString& name) {
+            return viewer.Cell("declarations", DeclarationsModel::Widget, name, DeclarationsModel::Diagnostic);
+        };
+        const auto tells = [&viewer](const QString& text) {
+            viewer.session->Log().Flush();
+            const QAbstractItemModel* const model = viewer.Table("messages");
+            return model->match(model->index(0, 2), Qt::DisplayRole, text, -1, Qt::MatchContains).size();
+        };
+        QTRY_VERIFY2(remark("one").endsWith("[literal-sum]"), qPrintable(remark("one")));
+        QCOMPARE(remark("two"), QString());
+        QCOMPARE(tells("[unknown-class]"), 1);
+        // What building the form for the checker prints is not told again.
+        QCOMPARE(tells("the class Odd is unknown"), 1);
+
+        viewer.Write("declcheck.json", R"({ "disable": ["literal-sum"] })");
+        viewer.Trigger("Reload");
+        QTRY_COMPARE(tells("[unknown-class]"), 2);
+        QCOMPARE(remark("one"), QString());
+        viewer.Write("declcheck.json", "{");
+        viewer.Trigger("Reload");
+        QTRY_COMPARE(tells("The form is not checked."), 1);
     }
 
     void DetailsOfADeclaration()
@@ -438,6 +466,72 @@ private Q_SLOTS:
         const QAbstractItemModel* const messages = viewer.Table("messages");
         QCOMPARE(messages->match(messages->index(0, 2), Qt::DisplayRole, "a: the class Unheard", -1).size(), 1);
         QVERIFY(messages->match(messages->index(0, 2), Qt::DisplayRole, "(2 times)", 1, Qt::MatchContains).size() == 1);
+    }
+
+    void MessagesOfOneKindAreOneLine()
+    {
+        const Viewer viewer(Form(Widget("Odd", "a", "") + Widget("Odd", "b", "") + Widget("Odd", "c", "")));
+        viewer.session->Log().Flush();
+        const QAbstractItemModel* const model = viewer.Table("messages");
+        const QModelIndexList found
+            = model->match(model->index(0, 2), Qt::DisplayRole, "the class Odd is unknown", -1, Qt::MatchContains);
+        QCOMPARE(found.size(), 1);
+        QVERIFY(found.first().data().toString().endsWith("(and 2 like this)"));
+        QVERIFY(found.first().data(Qt::ToolTipRole).toString().contains("c: the class Odd"));
+    }
+
+    // Each change goes round once more.
+    void CirclesAreNamed()
+    {
+        const Viewer viewer(Form(Widget("QLineEdit", "a", Property("~text", "@TopWidget\\b:text + name"))
+                                 + Widget("QLineEdit", "b", Property("~text", "@TopWidget\\a:text + 'y'"))));
+        for (int i = 0; i < 200; ++i) {
+            viewer.Edit("name", QString::number(i));
+            QTRY_VERIFY(viewer.Find<QLineEdit>("b")->text().endsWith(QString("%1y").arg(i)));
+        }
+        QVERIFY(viewer.Find<QLineEdit>("b")->text().size() > 600);
+        QTRY_COMPARE(
+            viewer.Cell("declarations", DeclarationsModel::Widget, "b", DeclarationsModel::Diagnostic),
+            QString("~text of QLineEdit \"b\": the statement reads in a circle, ~text of QLineEdit \"b\" reads "
+                    "~text of QLineEdit \"a\" reads ~text of QLineEdit \"b\"."));
+    }
+
+    void DataAreRecordedAndReplayed()
+    {
+        QTemporaryDir dir;
+        const QString file = dir.filePath("data.jsonl");
+        QString error;
+        {
+            const Viewer viewer(Settings);
+            QVERIFY(!viewer.window->Record(dir.path(), &error));
+            QVERIFY(viewer.window->Record(file, &error));
+            viewer.Edit("name", "\"changed\"");
+            QTRY_COMPARE(viewer.Value("name"), QString("\"changed\""));
+            QTest::qWait(20);
+            viewer.Edit("limits", "[50, 20]");
+            QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
+            viewer.Edit("limits", "null");
+            QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit "));
+        }
+        DataRecording recording;
+        QVERIFY2(recording.Read(file, &error), qPrintable(error));
+        QCOMPARE(recording.Problems(), QStringList());
+        // Behind what all variables were at the start.
+        const RecordedChange change = recording.Changes().value(recording.Changes().size() - 2);
+        QCOMPARE(change.value, QVariant(QVariantList{50, 20}));
+        QVERIFY(!recording.Changes().last().value.isValid());
+
+        const Viewer viewer(Settings);
+        viewer.Edit("name", "\"mine\"");
+        QVERIFY(viewer.window->Replay(file, &error));
+        viewer.session->Motion().SetTime(change.seconds);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 50"));
+        viewer.session->Motion().SetTime(0);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit 30"));
+        viewer.session->Motion().SetRunning(true);
+        QTRY_COMPARE(viewer.Find<QLabel>("title")->text(), QString("Limit "));
+        // What the user has changed stays.
+        QCOMPARE(viewer.Value("name"), QString("\"mine\""));
     }
 
     void FormLeavesTheStage()

@@ -348,6 +348,24 @@ private Q_SLOTS:
                "\"offset\":6,\"severity\":\"warning\"}],\"parses\":true,\"statement\":\"title title\","
                "\"type\":\"QString\",\"value\":\"Pump 3\"}\n"
             << "";
+        const QString badLines = "decleval: recording.jsonl:6: \"t\" wants seconds, from 0 on\n"
+                                 "decleval: recording.jsonl:7: \"name\" wants the name of a variable\n"
+                                 "decleval: recording.jsonl:8: \"package\" wants a text\n"
+                                 "decleval: recording.jsonl:9: there is no \"valeu\"; a line has \"t\", \"package\", "
+                                 "\"name\" and \"value\"\n"
+                                 "decleval: recording.jsonl:10: an object is wanted\n"
+                                 "decleval: recording.jsonl:12: unterminated string\n";
+        const QStringList replay{"--replay", "recording.jsonl", "--package", "Engine"};
+        QTest::newRow("recording") << replay + QStringList{"HASVALUE rpm"} << none << 0 << "false  bool\n" << badLines;
+        QTest::newRow("recording, a time") << replay + QStringList{"--at", "1.5", "rpm"} << none << 0 << "920  int\n"
+                                           << badLines;
+        QTest::newRow("recording, types") << replay + QStringList{"--at", "2.5", "--set", "rpm=1", "names[1] - rpm"}
+                                          << none << 0 << "2999999999  double\n"
+                                          << badLines;
+        QTest::newRow("a time of nothing") << QStringList{"--at", "1", "1"} << none << 2 << ""
+                                           << "decleval: --at is for --replay\n";
+        QTest::newRow("no recording") << QStringList{"--replay", "none", "1"} << none << 2 << ""
+                                      << "*";
         QTest::newRow("no JSON") << QStringList{"--set", "a=b"} << none << 2 << ""
                                  << "*";
     }

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "DataLayer/idatapeerfactory.h"
 #include "DeclarationForms/adapterregistry.h"
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/formdelivery.h"
 #include "DeclarationForms/formedits.h"
+#include "DeclarationForms/formobserver.h"
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/formstate.h"
 #include "DeclarationForms/formwalk.h"
@@ -16,12 +16,6 @@
 #include "common/source/PlatformIndependent/propertyinfo.h"
 
 namespace {
-
-IDataPeer* DefaultPeer()
-{
-    IDataPeerFactory* const factory = Ovex_DataPeerFactory(false);
-    return factory ? factory->GetDataPeer(0) : nullptr;
-}
 
 bool IsText(const QVariant& value)
 {
@@ -88,9 +82,8 @@ bool FormBinder::Bind(const MarkedProperty& property)
         return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
-    IDataPeer* const peer = m_state.peer ? m_state.peer : DefaultPeer();
     const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
-    if (!m_compiler.Compile(property.text.toString(), peer, m_state.package, isReadOnly, &compiled, &fault))
+    if (!m_compiler.Compile(property.text.toString(), m_state.Peer(), m_state.package, isReadOnly, &compiled, &fault))
         return Fail(property, fault.kind, fault.reason, fault.place);
     Install(property, Prepare(property, name, access), &compiled);
     return true;
@@ -150,7 +143,16 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
         m_edits.End(statement);
     else if (!statement->property->hasNotifier)
         WatchUntold(statement);
+    TellBound();
     m_delivery.Mark(statement);
+}
+
+/// Not what a binding unbinds that is gone for its observer.
+void FormBinder::TellBound() const
+{
+    FormObserver* const observer = FormObserver::Installed();
+    if (observer && !m_state.isClosed)
+        observer->OnBound(m_state.binding);
 }
 
 /// Nothing tells of its edits but the end of editing, if that does.
@@ -336,6 +338,7 @@ void FormBinder::Unbind(const Statement& statement)
     if (m_state.order.HasCircles())
         m_state.order.Invalidate();
     m_state.Compact();
+    TellBound();
 }
 
 void FormBinder::Forget(const WatchedObject* object)

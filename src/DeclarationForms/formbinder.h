@@ -55,6 +55,7 @@ private:
     bool Check(const MarkedProperty& property, const QString& name);
     Statement Prepare(const MarkedProperty& property, const QString& name, const Access& access);
     void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled);
+    void TellBound() const;
     void WatchUntold(const Statement& statement);
     void Watch(WatchedProperty* property, const BoundAccess& access);
     void Unwatch(WatchedProperty* property);

@@ -3,16 +3,26 @@
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/evaluation.h"
 #include "DeclarationForms/formengine.h"
+#include "DeclarationForms/formregistry.h"
+#include "DeclarationForms/inspectorloader.h"
 
 FormBinding::FormBinding(QObject* form, QObject* parent) : QObject(parent), d(std::make_shared<FormEngine>(form, this))
 {
     qRegisterMetaType<FormProblem>("FormProblem");
     d->Start();
+    FormRegistry::Add(this);
+    InspectorLoader::LoadIfAsked(this);
 }
 
 FormBinding::~FormBinding()
 {
+    FormRegistry::Remove(this);
     d->Close();
+}
+
+QObject* FormBinding::Form() const
+{
+    return d->State().form;
 }
 
 void FormBinding::SetDataPeer(IDataPeer* peer)
@@ -20,9 +30,19 @@ void FormBinding::SetDataPeer(IDataPeer* peer)
     d->State().peer = peer;
 }
 
+IDataPeer* FormBinding::DataPeer() const
+{
+    return d->State().Peer();
+}
+
 void FormBinding::SetDefaultPackage(const QString& package)
 {
     d->State().package = package;
+}
+
+QString FormBinding::DefaultPackage() const
+{
+    return d->State().package;
 }
 
 void FormBinding::SetSavePolicy(SavePolicy policy)

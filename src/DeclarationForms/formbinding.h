@@ -49,11 +49,18 @@ public:
     /// Ends all subscriptions; properties keep what they show.
     ~FormBinding() override;
 
+    /// Where widget paths start; null once it is deleted.
+    QObject* Form() const;
+
     /// Where variables live, for what is bound from now on; it stays the caller's and must outlive that. Null
     /// stands for the default, number 0 of Ovex_DataPeerFactory().
     void SetDataPeer(IDataPeer* peer);
+    /// The peer that was set, or else the default, which is null where the factory has none.
+    IDataPeer* DataPeer() const;
     /// The package of variables named without one, for what is bound from now on.
     void SetDefaultPackage(const QString& package);
+    /// That package; empty unless it was set.
+    QString DefaultPackage() const;
     /// When edits are saved. A dynamic property "savePolicy" on an object overrides it for the object and all
     /// below: "onRequest", "onEditingFinished" or "atOnce".
     void SetSavePolicy(SavePolicy policy);

@@ -1,5 +1,6 @@
 #include "DeclarationForms/formdelivery.h"
 
+#include <QElapsedTimer>
 #include <QMetaType>
 
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include "DeclarationForms/evaluation.h"
 #include "DeclarationForms/formedits.h"
 #include "DeclarationForms/formlog.h"
+#include "DeclarationForms/formobserver.h"
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/formstate.h"
 #include "DeclarationForms/formvalues.h"
@@ -152,6 +154,8 @@ void FormDelivery::Mark(const Statement& statement)
     if (statement->isDirty || !statement->property)
         return;
     statement->isDirty = true;
+    if (FormObserver* const observer = FormObserver::Installed())
+        TellMarked(*statement, observer);
     if (m_number != 0 && statement->delivery != m_number) {
         m_queue.push_back(statement);
         std::push_heap(m_queue.begin(), m_queue.end(), ComesLater);
@@ -163,8 +167,28 @@ void FormDelivery::Mark(const Statement& statement)
     m_waiting.push_back(statement);
 }
 
+void FormDelivery::TellMarked(const BoundStatement& statement, FormObserver* observer) const
+{
+    // Its observer has been told that the binding is gone.
+    if (m_state.isClosed)
+        return;
+    FormCause cause;
+    if (m_changedProperty) {
+        cause.kind = FormCause::Property;
+        cause.object = m_changedProperty->owner->object;
+        cause.name = m_changedProperty->name;
+    } else if (m_changedVariable) {
+        cause.kind = FormCause::Variable;
+        cause.variable = m_changedVariable->Identifier();
+    } else {
+        cause.name = QLatin1String(m_state.call);
+    }
+    observer->OnMarked(m_state.binding, statement.place, cause);
+}
+
 void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundStatement* writer)
 {
+    const Temporarily<const WatchedProperty*> changed(&m_changedProperty, &property);
     for (std::size_t i = 0; i < property.readers.size(); ++i) {
         FetchReaders(property.readers, i);
         BoundStatement* const statement = property.readers[i]->Statement();
@@ -179,7 +203,9 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
 void FormDelivery::MarkVariables()
 {
     const Temporarily<bool> taking(&m_isTaking, true);
+    const Temporarily<const WatchedVariable*> changed(&m_changedVariable, nullptr);
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
+        m_changedVariable = variable.get();
         Reserve(&m_waiting, variable->readers.size());
         for (std::size_t i = 0; i < variable->readers.size(); ++i) {
             FetchReaders(variable->readers, i);
@@ -194,6 +220,21 @@ void FormDelivery::Run(bool withVariables)
     UpdateOrder();
     if (withVariables)
         MarkVariables();
+    if (!FormObserver::Installed()) {
+        EvaluateMarked();
+        return;
+    }
+    QElapsedTimer timer;
+    timer.start();
+    const int before = m_evaluations;
+    EvaluateMarked();
+    FormObserver* const observer = FormObserver::Installed();
+    if (observer && !m_state.isClosed && m_evaluations != before)
+        observer->OnDelivered(m_state.binding, m_evaluations - before, timer.nsecsElapsed());
+}
+
+void FormDelivery::EvaluateMarked()
+{
     const Temporarily<quint64> number(&m_number, ++m_lastNumber);
     Statements outer;
     outer.swap(m_sorted);
@@ -203,8 +244,12 @@ void FormDelivery::Run(bool withVariables)
         std::reverse(m_sorted.begin(), m_sorted.end());
     else
         std::sort(m_sorted.begin(), m_sorted.end(), ComesLater);
-    while (const Statement next = TakeNext())
-        Evaluate(next);
+    while (const Statement next = TakeNext()) {
+        if (FormObserver::Installed())
+            EvaluateObserved(next);
+        else
+            Evaluate(next);
+    }
 }
 
 FormDelivery::Statement FormDelivery::TakeNext()
@@ -253,6 +298,18 @@ void FormDelivery::TellCircles()
             QStringLiteral("the statement reads in a circle, %1").arg(names.join(QStringLiteral(" reads "))),
             PlaceOfReference(*statement, *way.at(1)));
     }
+}
+
+void FormDelivery::EvaluateObserved(const Statement& statement)
+{
+    ++m_evaluations;
+    QElapsedTimer timer;
+    timer.start();
+    Evaluate(statement);
+    FormObserver* const observer = FormObserver::Installed();
+    if (observer && !m_state.isClosed)
+        observer->OnEvaluated(m_state.binding,
+                              {statement->place, statement->object, statement->marked, timer.nsecsElapsed()});
 }
 
 void FormDelivery::Evaluate(const Statement& statement)

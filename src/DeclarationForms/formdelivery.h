@@ -9,6 +9,7 @@
 
 class BoundStatement;
 class Evaluation;
+class FormObserver;
 class FormEdits;
 class FormState;
 class WatchedVariable;
@@ -52,12 +53,15 @@ private:
     };
     typedef std::vector<Sibling> Siblings;
 
+    void TellMarked(const BoundStatement& statement, FormObserver* observer) const;
     void MarkVariables();
+    void EvaluateMarked();
     void UpdateOrder();
     void TellCircles();
     Statement TakeNext();
 
     void Evaluate(const Statement& statement);
+    void EvaluateObserved(const Statement& statement);
     void TellEvaluation(const Statement& statement, const Evaluation& evaluation);
     void TellNoValue(const Statement& statement);
     void Show(const Statement& statement, const QVariant& previous);
@@ -80,6 +84,9 @@ private:
     Statements m_queue;      ///< A heap, of what was marked since it began.
     bool m_isTaking = false; ///< What is marked now is evaluated by the delivery that begins.
     const BoundStatement* m_writer = nullptr;
+    const WatchedVariable* m_changedVariable = nullptr; ///< Whose readers are being marked; null for none.
+    const WatchedProperty* m_changedProperty = nullptr;
+    int m_evaluations = 0; ///< In all, for an observer.
 };
 
 #endif

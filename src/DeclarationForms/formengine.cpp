@@ -47,7 +47,7 @@ BoundProperty Describe(const BoundStatement& statement)
 FormEngine::FormEngine(QObject* form, FormBinding* binding)
     : m_binding(binding),
       m_filter(this),
-      m_state(form, this, &m_filter, [this] { Deliver(); }),
+      m_state(form, binding, this, &m_filter, [this] { Deliver(); }),
       m_delivery(&m_state, &m_edits),
       m_saver(&m_state, &m_edits, &m_delivery),
       m_binder(&m_state, &m_edits, &m_delivery),
@@ -82,7 +82,7 @@ void FormEngine::Close()
 bool FormEngine::Bind(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "Bind");
     const QPointer<QObject> guarded = scope;
     m_translation.Absorb();
     if (m_state.isClosed || (scope && !guarded))
@@ -98,7 +98,7 @@ bool FormEngine::Bind(QObject* scope)
 bool FormEngine::Bind(QObject* object, const QString& property, const QString& statement, bool isDefault)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "Bind");
     if (isDefault && HasDeclaration(object, property))
         return true;
     const QPointer<QObject> guarded = object;
@@ -127,7 +127,7 @@ bool FormEngine::HasDeclaration(QObject* object, const QString& property) const
 void FormEngine::Unbind(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "Unbind");
     m_binder.Unbind(scope);
     Tell();
 }
@@ -180,7 +180,7 @@ bool FormEngine::IsEdited(QObject* scope)
 FormSaveResult FormEngine::Save(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "Save");
     m_translation.Absorb();
     const QPointer<QObject> top = scope;
     const FormSaveResult result = m_saver.Save(m_edits.Candidates(scope), [top, scope](const QObject* object) {
@@ -195,7 +195,7 @@ FormSaveResult FormEngine::Save(QObject* scope)
 void FormEngine::Revert(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "Revert");
     const QPointer<QObject> guarded = scope;
     m_translation.Absorb();
     if (m_state.isClosed || (scope && !guarded))
@@ -223,7 +223,7 @@ void FormEngine::MarkForRevert(const Statement& statement)
 void FormEngine::Update()
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "Update");
     m_translation.Absorb();
     if (m_state.isClosed)
         return;
@@ -277,7 +277,7 @@ void FormEngine::OnChanged(WatchedProperty* property)
 
 void FormEngine::NoteEdit(const Statement& statement)
 {
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "edit");
     m_edits.Touch(statement);
     const bool isEdited = RefreshEdit(statement);
     if (isEdited && statement->property) {
@@ -338,7 +338,7 @@ void FormEngine::SaveFinished(QObject* object)
 
 void FormEngine::SaveByPolicy(const std::vector<Statement>& statements)
 {
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "save by policy");
     const FormSaveResult result = m_saver.Save(statements, [this](const QObject* object) {
         return SavePolicies::Of(object, m_state.savePolicy) != FormBinding::SaveOnRequest;
     });
@@ -350,7 +350,7 @@ void FormEngine::SaveByPolicy(const std::vector<Statement>& statements)
 void FormEngine::OnDestroyed(WatchedObject* object)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    const FormState::Guard guard(&m_state);
+    const FormState::Guard guard(&m_state, "object destroyed");
     m_binder.Forget(object);
     TellSoon();
 }

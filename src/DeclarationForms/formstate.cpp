@@ -1,12 +1,15 @@
 #include "DeclarationForms/formstate.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "DataLayer/idatapeerfactory.h"
 #include "DeclarationForms/boundstatement.h"
 
-FormState::FormState(QObject* formObject, SignalReceiver::Listener* listener, QObject* filter,
+FormState::FormState(QObject* formObject, FormBinding* formBinding, SignalReceiver::Listener* listener, QObject* filter,
                      std::function<void()> deliver)
     : form(formObject),
+      binding(formBinding),
       gatherer(std::move(deliver)),
       variables(&gatherer),
       receiver(listener),
@@ -41,6 +44,14 @@ std::shared_ptr<BoundStatement> FormState::Find(const QObject* object, const QSt
     return property ? property->statement : nullptr;
 }
 
+IDataPeer* FormState::Peer() const
+{
+    if (peer)
+        return peer;
+    IDataPeerFactory* const factory = Ovex_DataPeerFactory(false);
+    return factory ? factory->GetDataPeer(0) : nullptr;
+}
+
 void FormState::Compact()
 {
     if (unboundCount * 2 <= static_cast<int>(statements.size()))
@@ -50,8 +61,16 @@ void FormState::Compact()
     unboundCount = 0;
 }
 
+FormState::Guard::Guard(FormState* state, const char* call) : m_state(*state), m_outerCall(state->call)
+{
+    ++m_state.depth;
+    if (call)
+        m_state.call = call;
+}
+
 FormState::Guard::~Guard()
 {
+    m_state.call = m_outerCall;
     if (--m_state.depth > 0)
         return;
     // Deleting nodes runs nothing of the host.

@@ -26,7 +26,8 @@ class FormState
 public:
     typedef std::vector<std::shared_ptr<BoundStatement>> Statements;
 
-    FormState(QObject* form, SignalReceiver::Listener* listener, QObject* filter, std::function<void()> deliver);
+    FormState(QObject* form, FormBinding* binding, SignalReceiver::Listener* listener, QObject* filter,
+              std::function<void()> deliver);
 
     /// Whether \a object is \a scope or below it; a null scope means all.
     static bool IsIn(const QObject* object, const QObject* scope);
@@ -35,24 +36,29 @@ public:
     Statements In(const QObject* scope) const;
     /// The statement of a property, by its name without marker; null for none.
     std::shared_ptr<BoundStatement> Find(const QObject* object, const QString& name) const;
+    /// The peer that is set, or else the default; null where there is none.
+    IDataPeer* Peer() const;
     /// Takes statements out of the list that are not bound any more, when they are many.
     void Compact();
 
-    /// While one lives, trees that are replaced are kept: they may be running.
+    /// While one lives, trees that are replaced are kept: they may be running. What is marked meanwhile is due to
+    /// that call, if it is named, for an observer.
     class Guard
     {
     public:
-        explicit Guard(FormState* state) : m_state(*state) { ++m_state.depth; }
+        explicit Guard(FormState* state, const char* call = nullptr);
         ~Guard();
 
     private:
         Q_DISABLE_COPY(Guard)
 
         FormState& m_state;
+        const char* const m_outerCall;
     };
 
     const QPointer<QObject> form;
-    IDataPeer* peer = nullptr; ///< Null for the default.
+    FormBinding* const binding; ///< Not to be used once this is closed.
+    IDataPeer* peer = nullptr;  ///< Null for the default.
     QString package;
     FormBinding::SavePolicy savePolicy = FormBinding::SaveOnRequest;
     FormBinding::EditPolicy editPolicy = FormBinding::KeepEdits;
@@ -70,6 +76,7 @@ public:
     int lastPlace = 0;
     int unboundCount = 0; ///< Of those in the list.
     int depth = 0;
+    const char* call = "event"; ///< What runs, as an observer is told.
     std::deque<CompiledStatement> replaced;
 };
 

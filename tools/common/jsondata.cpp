@@ -278,3 +278,8 @@ bool JsonData::ValueFromJson(const QByteArray& text, QVariant* value, QString* e
     *value = ToVariant(list.at(0));
     return true;
 }
+
+QVariant JsonData::ValueFromJson(const QJsonValue& value)
+{
+    return ToVariant(value);
+}

@@ -12,6 +12,7 @@
 #include "common/valuegenerator.h"
 
 class IDataPeer;
+class QJsonValue;
 
 /// A data variable with its value.
 struct Variable
@@ -60,6 +61,8 @@ public:
     static QByteArray ValueToJson(const QVariant& value);
     /// The value of a text in JSON, of any kind. False, with the reason in \a error, when it is none.
     static bool ValueFromJson(const QByteArray& text, QVariant* value, QString* error);
+    /// The value of a part of a document, with the types of the variables.
+    static QVariant ValueFromJson(const QJsonValue& value);
 
 private:
     QVector<Variable> m_variables;

@@ -1,13 +1,11 @@
 #include "declcheck/commandline.h"
 
 #include <QFileInfo>
-#include <QScopedPointer>
 
 #include <algorithm>
 #include <cstdio>
 
-#include "common/jsondata.h"
-#include "common/knownvariables.h"
+#include "common/checksettings.h"
 #include "common/projectfile.h"
 
 namespace {
@@ -21,54 +19,6 @@ QStringList CheckNames()
 }
 
 } // namespace
-
-/// The options that hold for the forms of one project, with the data that they refer to.
-class Settings
-{
-public:
-    /// What the project file says, if \a project is the path of one. False with the reason.
-    bool ReadProject(const QString& project, QString* error)
-    {
-        if (project.isEmpty())
-            return true;
-        ProjectFile file;
-        if (!file.Read(project, error))
-            return false;
-        m_options.package = file.package;
-        m_options.usesHandler = file.usesHandler;
-        m_options.disabled = file.disabled;
-        m_options.severities = file.severities;
-        m_options.hostVariables = file.hostVariables;
-        m_options.hostProperties = file.hostProperties;
-        m_dataFile = file.data;
-        return true;
-    }
-
-    void SetPackage(const QString& package) { m_options.package = package; }
-    void SetDataFile(const QString& dataFile) { m_dataFile = dataFile; }
-    void UseHandler() { m_options.usesHandler = true; }
-    void Disable(const QSet<int>& checks) { m_options.disabled += checks; }
-
-    /// False, with the reason, when there are data that cannot be read.
-    bool ReadData(QString* error)
-    {
-        if (m_dataFile.isEmpty())
-            return true;
-        if (!m_data.Read(m_dataFile, error))
-            return false;
-        m_known.reset(new KnownVariables(m_data));
-        m_options.variables = m_known.data();
-        return true;
-    }
-
-    const CheckOptions& Options() const { return m_options; }
-
-private:
-    CheckOptions m_options;
-    QString m_dataFile;
-    JsonData m_data;
-    QScopedPointer<KnownVariables> m_known;
-};
 
 CommandLine::CommandLine()
     : m_package("package", "The package of variables that are named without one.", "name"),
@@ -141,8 +91,8 @@ const CheckOptions* CommandLine::OptionsFor(const QString& name)
     const auto found = m_settings.find(project);
     if (found != m_settings.end())
         return found->second ? &found->second->Options() : nullptr;
-    std::unique_ptr<Settings>& settings = m_settings[project];
-    settings.reset(new Settings);
+    std::unique_ptr<CheckSettings>& settings = m_settings[project];
+    settings.reset(new CheckSettings);
     QString error;
     if (!ReadSettings(project, settings.get(), &error)) {
         Refuse(error);
@@ -168,7 +118,7 @@ QStringList CommandLine::DisabledNames() const
     return all.split(',', Qt::SkipEmptyParts);
 }
 
-bool CommandLine::ReadSettings(const QString& project, Settings* settings, QString* error) const
+bool CommandLine::ReadSettings(const QString& project, CheckSettings* settings, QString* error) const
 {
     if (!settings->ReadProject(project, error))
         return false;

@@ -8,7 +8,7 @@
 
 #include "common/checks.h"
 
-class Settings;
+class CheckSettings;
 
 /// The options of declcheck's command line, and what they stand for.
 class CommandLine
@@ -38,7 +38,7 @@ private:
     bool Refuse(const QString& reason) const;
     bool IsTranslation(const QString& file) const;
     QStringList DisabledNames() const;
-    bool ReadSettings(const QString& project, Settings* settings, QString* error) const;
+    bool ReadSettings(const QString& project, CheckSettings* settings, QString* error) const;
 
     QCommandLineParser m_parser;
     const QCommandLineOption m_package;
@@ -52,7 +52,7 @@ private:
     const QCommandLineOption m_fix;
     const QCommandLineOption m_stdinName;
     QSet<int> m_disabled;
-    std::map<QString, std::unique_ptr<Settings>> m_settings; ///< By project file; null for those not to be read.
+    std::map<QString, std::unique_ptr<CheckSettings>> m_settings; ///< By project file; null for those not to be read.
 };
 
 #endif

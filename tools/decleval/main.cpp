@@ -6,9 +6,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 
 #include "DataLayer/idatapeer.h"
 #include "DataLayer/idatapeerfactory.h"
+#include "common/datarecording.h"
 #include "common/jsondata.h"
 #include "common/knownvariables.h"
 #include "common/projectfile.h"
@@ -39,13 +41,15 @@ public:
           m_set("set", "Set a variable (repeatable): [PACKAGE:]NAME=JSON.", "assignment"),
           m_package("package", "The package of variables that are named without one.", "name"),
           m_tokens("tokens", "Print the tokens as well."),
+          m_replay("replay", "A recording of a host's data, to its end or to the time of --at.", "file"),
+          m_at("at", "The time in the recording.", "seconds"),
           m_json("json", "Print one object of JSON for each statement."),
           m_dataPeer(Ovex_DataPeerFactory(false)->GetDataPeer(0))
     {
         m_parser.setApplicationDescription("Evaluates a statement; without one, each line of the input.\n"
                                            "Exit status: 0 all parse, 1 one does not, 2 could not run.");
         m_parser.addPositionalArgument("statement", "The statement.", "[STATEMENT]");
-        m_parser.addOptions({m_data, m_set, m_package, m_tokens, m_json});
+        m_parser.addOptions({m_data, m_replay, m_at, m_set, m_package, m_tokens, m_json});
         m_parser.addHelpOption();
         m_parser.addVersionOption();
     }
@@ -90,9 +94,39 @@ private:
         const QString data = m_parser.isSet(m_data) ? m_parser.value(m_data) : project.data;
         if (!data.isEmpty() && !m_variables.Read(data, error))
             return false;
+        if (!Replay(error))
+            return false;
         const QStringList assignments = m_parser.values(m_set);
         return std::all_of(assignments.begin(), assignments.end(),
                            [&](const QString& assignment) { return Assign(assignment, error); });
+    }
+
+    /// Lines of a recording that are none are told, and the others count.
+    bool Replay(QString* error)
+    {
+        bool isNumber = true;
+        const double time
+            = m_parser.isSet(m_at) ? m_parser.value(m_at).toDouble(&isNumber) : std::numeric_limits<double>::infinity();
+        if (!isNumber || !(time >= 0)) {
+            *error = "--at wants seconds, from 0 on";
+            return false;
+        }
+        if (!m_parser.isSet(m_replay) && m_parser.isSet(m_at)) {
+            *error = "--at is for --replay";
+            return false;
+        }
+        if (!m_parser.isSet(m_replay))
+            return true;
+        DataRecording recording;
+        if (!recording.Read(m_parser.value(m_replay), error))
+            return false;
+        for (const QString& problem : recording.Problems())
+            Print(stderr, "decleval: " + problem.toUtf8() + '\n');
+        for (const RecordedChange& change : recording.Changes()) {
+            if (change.seconds <= time)
+                m_variables.Set({change.identifier.GetPackage(), change.identifier.GetName(), change.value});
+        }
+        return true;
     }
 
     /// Refuses names that no statement can read.
@@ -187,6 +221,8 @@ private:
     const QCommandLineOption m_set;
     const QCommandLineOption m_package;
     const QCommandLineOption m_tokens;
+    const QCommandLineOption m_replay;
+    const QCommandLineOption m_at;
     const QCommandLineOption m_json;
     IDataPeer* const m_dataPeer;
     JsonData m_variables;

@@ -1,6 +1,6 @@
 #include "declview/datamotion.h"
 
-#include "declview/variablestore.h"
+#include "view/variablestore.h"
 
 namespace {
 
@@ -13,7 +13,18 @@ const double MillisecondsPerSecond = 1000;
 DataMotion::DataMotion(VariableStore* variables) : m_variables(variables)
 {
     m_timer.setInterval(Interval);
-    connect(&m_timer, &QTimer::timeout, this, &DataMotion::Show);
+    connect(&m_timer, &QTimer::timeout, this, &DataMotion::Advance);
+}
+
+void DataMotion::SetRecording(const DataRecording& recording)
+{
+    m_recording = recording;
+    Show();
+}
+
+bool DataMotion::AnyMoves() const
+{
+    return m_variables->AnyMoves() || !m_recording.Changes().isEmpty();
 }
 
 void DataMotion::SetRunning(bool running)
@@ -35,7 +46,20 @@ void DataMotion::SetTime(double seconds)
 
 void DataMotion::Show()
 {
-    m_variables->Move(Time());
+    m_next = 0;
+    Advance();
+}
+
+void DataMotion::Advance()
+{
+    const double time = Time();
+    m_variables->Move(time);
+    QHash<VariableIdentifier, QVariant> changes;
+    const QVector<RecordedChange>& recorded = m_recording.Changes();
+    for (; m_next < recorded.size() && recorded.at(m_next).seconds <= time; ++m_next)
+        changes.insert(recorded.at(m_next).identifier, recorded.at(m_next).value);
+    if (!changes.isEmpty())
+        m_variables->Replay(changes);
 }
 
 double DataMotion::Time() const

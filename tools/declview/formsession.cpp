@@ -9,9 +9,11 @@
 
 #include <algorithm>
 
+#include "check/formchecker.h"
+#include "common/checksettings.h"
 #include "common/formdocument.h"
 #include "common/formloader.h"
-#include "common/jsondata.h"
+#include "common/projectfile.h"
 
 namespace {
 
@@ -81,6 +83,7 @@ bool FormSession::Load(QString* error)
             m_outlines.Add(standIn.widget, standIn.className);
     }
     m_text = text;
+    m_fileData = data;
     m_variables.Load(data);
     m_motion.Show();
     Replace(form);
@@ -103,6 +106,11 @@ void FormSession::Revert(const QString& objectName)
 QObject* FormSession::Scope(const QString& objectName) const
 {
     return objectName.isEmpty() || !m_form ? nullptr : m_form->findChild<QObject*>(objectName);
+}
+
+IDataPeer* FormSession::Data() const
+{
+    return m_binding ? m_binding->DataPeer() : nullptr;
 }
 
 BoundProperty FormSession::Bound(int position) const
@@ -151,12 +159,12 @@ void FormSession::Replace(QWidget* form)
 {
     // What has been written until now is about the properties that go.
     m_log.Flush();
-    Q_EMIT FormAboutToBeReplaced();
+    Q_EMIT AboutToBeReplaced();
     Unbind();
     QWidget* const previous = m_form;
     m_form = form;
     Bind();
-    Q_EMIT FormReplaced();
+    Q_EMIT Replaced();
     // Whoever calls may have been called by one of its widgets.
     if (previous)
         previous->deleteLater();
@@ -298,6 +306,80 @@ void FormSession::TakeProblems()
         m_properties[i].severity = problem.severity;
         Q_EMIT PropertyChanged(i);
     }
+}
+
+void FormSession::Check()
+{
+    CheckSettings settings;
+    QString error;
+    if (!ReadSettings(&settings, &error)) {
+        m_log.Note(QtWarningMsg, "The form is not checked. " + error);
+        return;
+    }
+    FormChecker checker(QFileInfo(m_files.form).fileName(), settings.Options());
+    {
+        // What building the form anew prints has been told.
+        const MessageLog::Silence silence;
+        if (!checker.Run(m_text, &error)) {
+            m_log.Note(QtWarningMsg, "The form is not checked. " + error);
+            return;
+        }
+    }
+    for (ViewedProperty& property : m_properties)
+        property.findings.clear();
+    for (const Finding& finding : checker.Findings())
+        TakeFinding(finding);
+    for (int i = 0; i < m_properties.size(); ++i) {
+        QVector<DeclarationFinding>& findings = m_properties[i].findings;
+        std::stable_sort(findings.begin(), findings.end(),
+                         [](const DeclarationFinding& left, const DeclarationFinding& right) {
+                             return left.severity > right.severity;
+                         });
+        if (!findings.isEmpty())
+            Q_EMIT PropertyChanged(i);
+    }
+}
+
+/// The project file's, with the variables that there are now in the place of its data.
+bool FormSession::ReadSettings(CheckSettings* settings, QString* error) const
+{
+    const QString folder = QFileInfo(m_files.form).absolutePath();
+    if (!settings->ReadProject(ProjectFile::Find(folder), error))
+        return false;
+    settings->SetPackage(m_files.defaultPackage);
+    // Without a file nobody says which variables there are.
+    if (m_files.data.isEmpty())
+        return true;
+    JsonData data = m_fileData;
+    for (int i = 0; i < m_variables.Variables().size(); ++i) {
+        const StoredVariable& variable = m_variables.Variables().at(i);
+        if (variable.edited)
+            data.Set({variable.identifier.GetPackage(), variable.identifier.GetName(), m_variables.Value(i)});
+    }
+    settings->SetData(data);
+    return true;
+}
+
+/// Objects of one name with the same statement are taken for alike.
+void FormSession::TakeFinding(const Finding& finding)
+{
+    static const QHash<int, FormProblem::Severity> severities{{int(Severity::Note), FormProblem::Note},
+                                                              {int(Severity::Warning), FormProblem::Warning},
+                                                              {int(Severity::Error), FormProblem::Error}};
+    const QString name = finding.object.section('#', 1);
+    const QString text = finding.message + " [" + InfoOf(finding.check).name + ']';
+    bool isTaken = false;
+    for (ViewedProperty& property : m_properties) {
+        const bool isMeant = property.statement == finding.statement && property.object
+            && property.object->objectName() == name && finding.property.mid(1) == property.name;
+        if (isMeant)
+            property.findings.append({severities.value(int(finding.severity)), text});
+        isTaken = isTaken || isMeant;
+    }
+    if (!isTaken)
+        m_log.Note(
+            finding.severity == Severity::Note ? QtInfoMsg : QtWarningMsg,
+            QString("%1:%2:%3: %4").arg(finding.file).arg(finding.start.line).arg(finding.start.column).arg(text));
 }
 
 void FormSession::OnProblem(const FormProblem& problem)

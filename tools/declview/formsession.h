@@ -2,7 +2,6 @@
 #define FORMSESSION_H
 
 #include <QHash>
-#include <QObject>
 #include <QPointer>
 #include <QTimer>
 #include <QVector>
@@ -10,15 +9,16 @@
 
 #include <memory>
 
-#include "DeclarationForms/formbinding.h"
+#include "common/jsondata.h"
 #include "declview/datamotion.h"
 #include "declview/formresources.h"
 #include "declview/messagelog.h"
-#include "declview/variablestore.h"
-#include "declview/viewedproperty.h"
 #include "declview/widgetoutlines.h"
+#include "view/declarationsource.h"
+#include "view/variablestore.h"
 
-class JsonData;
+class CheckSettings;
+struct Finding;
 
 /// What is shown.
 struct SessionFiles
@@ -30,7 +30,7 @@ struct SessionFiles
 
 /// A form that is bound to its variables, and loaded again when asked. The form is owned here, also
 /// when it is shown inside another widget.
-class FormSession : public QObject
+class FormSession : public DeclarationSource
 {
     Q_OBJECT
 
@@ -45,28 +45,26 @@ public:
     FormSaveResult Save(const QString& objectName);
     /// Gives up what was edited there.
     void Revert(const QString& objectName);
+    /// Checks the form that is loaded, over its project file and data; what is found stands with its declaration, the
+    /// rest goes to the messages.
+    void Check();
     /// Writes the variables, from then on to that file.
     bool SaveData(const QString& fileName, QString* error);
 
     const SessionFiles& Files() const { return m_files; }
-    QWidget* Form() const { return m_form; }
-    const QVector<ViewedProperty>& Properties() const { return m_properties; }
+    QWidget* Form() const override { return m_form; }
+    QString DefaultPackage() const override { return m_files.defaultPackage; }
+    const QVector<ViewedProperty>& Properties() const override { return m_properties; }
+    IDataPeer* Data() const override;
     VariableStore& Variables() { return m_variables; }
     DataMotion& Motion() { return m_motion; }
     MessageLog& Log() { return m_log; }
-    /// What the binding says of a property; without an object for one that is not bound.
-    BoundProperty Bound(int position) const;
-    /// Positions of the properties whose statements read that one.
-    QVector<int> ReadersOf(int position) const;
+    BoundProperty Bound(int position) const override;
+    QVector<int> ReadersOf(int position) const override;
     /// Names of the widgets that something to save lies in, from the outside in.
     QStringList Scopes() const;
 
 Q_SIGNALS:
-    void FormAboutToBeReplaced();
-    /// There is a new form, or at the end none, and other properties; the old form goes soon.
-    void FormReplaced();
-    /// The value of a bound property may be another, or it was evaluated, or has a new diagnostic.
-    void PropertyChanged(int position);
     /// Whether anything in the form is edited has changed.
     void EditedChanged(bool edited);
     /// Messages, with their declarations put in where they were found.
@@ -88,6 +86,8 @@ private:
     void TakeState();
     void TakeProblems();
     QObject* Scope(const QString& objectName) const;
+    bool ReadSettings(CheckSettings* settings, QString* error) const;
+    void TakeFinding(const Finding& finding);
     void OnProblem(const FormProblem& problem);
     void OnMessages(QVector<LogMessage> messages);
     /// -1 for none.
@@ -101,6 +101,7 @@ private:
     WidgetOutlines m_outlines;
     QPointer<QWidget> m_form;
     QByteArray m_text; ///< What the form was made of.
+    JsonData m_fileData;
     std::unique_ptr<FormBinding> m_binding;
     QVector<ViewedProperty> m_properties;
     QHash<const QObject*, QVector<int>> m_positions; ///< In m_properties, of the objects with some.

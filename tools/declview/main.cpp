@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QFileInfo>
 #include <QScreen>
 #include <QTextStream>
 #include <QTranslator>
@@ -7,6 +8,7 @@
 #include <memory>
 
 #include "common/jsondata.h"
+#include "common/projectfile.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
 #include "declview/propertyprinter.h"
@@ -26,7 +28,9 @@ struct Options
     SessionFiles files;
     UnattendedTasks tasks;
     bool watches;
-    QString translation; ///< May be empty.
+    QString translation; ///< May be empty, as the next two.
+    QString recording;   ///< To replay.
+    QString recordTo;
     JsonData assignments;
     double time; ///< At which generators start, or stand for the tasks.
 };
@@ -54,8 +58,8 @@ public:
         m_parser.setApplicationDescription("Shows a form live, beside its variables, declarations and messages.");
         m_parser.addHelpOption();
         m_parser.addVersionOption();
-        m_parser.addOptions(
-            {m_data, m_package, m_set, m_translation, m_screenshot, m_size, m_scale, m_print, m_watch, m_json, m_at});
+        m_parser.addOptions({m_data, m_package, m_set, m_translation, m_screenshot, m_size, m_scale, m_print, m_watch,
+                             m_json, m_at, m_replay, m_record});
         m_parser.addPositionalArgument("FORM.ui", "The form.");
     }
 
@@ -69,11 +73,13 @@ public:
             return QString();
         if (m_parser.positionalArguments().size() != 1)
             return "one form is wanted (see --help)";
-        options->files
-            = {m_parser.positionalArguments().constFirst(), m_parser.value(m_data), m_parser.value(m_package)};
-        options->translation = m_parser.value(m_translation);
-        options->watches = m_parser.isSet(m_watch);
         QString error;
+        if (!ReadFiles(&options->files, &error))
+            return error;
+        options->translation = m_parser.value(m_translation);
+        options->recording = m_parser.value(m_replay);
+        options->recordTo = m_parser.value(m_record);
+        options->watches = m_parser.isSet(m_watch);
         ReadTasks(&options->tasks, &error);
         ReadTime(options, &error);
         const QStringList assignments = m_parser.values(m_set);
@@ -98,6 +104,19 @@ public:
     }
 
 private:
+    /// What the command line says goes before the project file.
+    bool ReadFiles(SessionFiles* files, QString* error) const
+    {
+        files->form = m_parser.positionalArguments().constFirst();
+        const QString path = ProjectFile::Find(QFileInfo(files->form).absolutePath());
+        ProjectFile project;
+        if (!path.isEmpty() && !project.Read(path, error))
+            return false;
+        files->data = m_parser.isSet(m_data) ? m_parser.value(m_data) : project.data;
+        files->defaultPackage = m_parser.isSet(m_package) ? m_parser.value(m_package) : project.package;
+        return true;
+    }
+
     void ReadTasks(UnattendedTasks* tasks, QString* error) const
     {
         const bool watches = m_parser.isSet(m_watch);
@@ -106,7 +125,9 @@ private:
         tasks->picture = m_parser.value(m_screenshot);
         tasks->formAlone = m_parser.isSet(m_size) || m_parser.isSet(m_scale);
         tasks->scale = m_parser.value(m_scale).toDouble();
-        if (watches && tasks->Any())
+        if (tasks->formAlone && m_parser.isSet(m_record))
+            *error = "--record is for a window, and --size and --scale are for none";
+        else if (watches && tasks->Any())
             *error = "--watch goes on, and --screenshot and --print exit";
         else if (tasks->formAlone && tasks->picture.isEmpty())
             *error = "--size and --scale are for --screenshot";
@@ -136,6 +157,8 @@ private:
                                      "1"};
     const QCommandLineOption m_print{"print", "Print what the bound properties hold and exit."};
     const QCommandLineOption m_watch{"watch", "Print what the bound properties hold, and what changes."};
+    const QCommandLineOption m_replay{"replay", "Let variables move as they were recorded.", "FILE"};
+    const QCommandLineOption m_record{"record", "Record what the variables become.", "FILE"};
     const QCommandLineOption m_json{"json", "Print it as JSON."};
     const QCommandLineOption m_at{"at", "The time at which data that move start, and stand for the options that exit.",
                                   "SECONDS", "0"};
@@ -169,6 +192,20 @@ int RunWindow(const Options& options, FormSession* session, MainWindow* window)
     return QApplication::exec();
 }
 
+/// Bad lines of one that is replayed go to stderr. The window may be null.
+bool StartRecordings(const Options& options, FormSession* session, MainWindow* window, QString* error)
+{
+    if (!options.recording.isEmpty()) {
+        DataRecording recording;
+        if (!recording.Read(options.recording, error))
+            return false;
+        for (const QString& problem : recording.Problems())
+            QTextStream(stderr) << "declview: " << problem << '\n';
+        session->Motion().SetRecording(recording);
+    }
+    return !window || options.recordTo.isEmpty() || window->Record(options.recordTo, error);
+}
+
 int Run(const Options& options)
 {
     QTranslator translator;
@@ -182,6 +219,8 @@ int Run(const Options& options)
         window = std::make_unique<MainWindow>(&session);
     QString error;
     if (!session.Load(&error))
+        return Fail(error);
+    if (!StartRecordings(options, &session, window.get(), &error))
         return Fail(error);
     session.Motion().SetTime(options.time);
     if (options.tasks.formAlone)

@@ -13,13 +13,14 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <QWindow>
 
 #include <utility>
 
-#include "declview/detailpanel.h"
 #include "declview/formstage.h"
-#include "declview/tablepanel.h"
-#include "declview/widgethighlight.h"
+#include "view/detailpanel.h"
+#include "view/tablepanel.h"
+#include "view/widgethighlight.h"
 
 namespace {
 
@@ -29,21 +30,34 @@ const QSize MinimumSize(1200, 920);
 /// For bars and frames.
 const int Spare = 100;
 const int NoteDuration = 8000;
+/// So that the form is seen before it is checked.
+const int CheckingDelay = 50;
 const Qt::KeyboardModifier SelectModifier = Qt::ControlModifier;
 
 } // namespace
 
 MainWindow::MainWindow(FormSession* session)
-    : m_session(session), m_variables(&session->Variables()), m_declarations(session), m_messages(session)
+    : m_session(session),
+      m_variables(&session->Variables()),
+      m_declarations(session),
+      m_messages(session),
+      m_recorder(&session->Variables())
 {
     AddToolBar();
     AddStage();
     AddDock();
     statusBar()->showMessage("Ctrl and a click on a widget selects its declarations.");
 
-    connect(session, &FormSession::FormReplaced, this, &MainWindow::OnFormReplaced);
+    m_checking.setSingleShot(true);
+    m_checking.setInterval(CheckingDelay);
+    connect(&m_checking, &QTimer::timeout, this, &MainWindow::CheckForm);
+    connect(session, &FormSession::Replaced, this, &MainWindow::OnFormReplaced);
     connect(session, &FormSession::EditedChanged, this, &MainWindow::SetEdited);
     connect(&m_variables, &VariablesModel::Refused, this, &MainWindow::Tell);
+    connect(&m_recorder, &VariableRecorder::Failed, this, [this](const QString& reason) {
+        m_record->setText(m_recorder.IsRecording() ? "End recording" : "Record");
+        ShowProblem(reason);
+    });
     connect(&m_watcher, &FileWatcher::Changed, this, &MainWindow::Reload);
     m_watcher.Add(session->Files().form);
     if (!session->Files().data.isEmpty())
@@ -111,6 +125,11 @@ void MainWindow::AddToolBar()
     m_motion->setCheckable(true);
     m_motion->setToolTip("Lets the variables move that the data file gives a generator");
     connect(m_motion, &QAction::toggled, this, &MainWindow::ShowMotion);
+    toolBar->addSeparator();
+    QAction* const replay = toolBar->addAction("Replay", this, &MainWindow::AskForReplay);
+    replay->setToolTip("Lets the variables move as they were recorded");
+    m_record = toolBar->addAction("Record", this, &MainWindow::ToggleRecording);
+    m_record->setToolTip("Writes what the variables become to a file, until it is pressed again");
 }
 
 void MainWindow::AddStage()
@@ -194,13 +213,29 @@ void MainWindow::OnFormReplaced()
 {
     m_highlight->SetTarget(nullptr);
     m_stage->SetForm(m_session->Form());
-    m_motion->setVisible(m_session->Variables().AnyMoves());
+    m_motion->setVisible(m_session->Motion().AnyMoves());
     m_detail->SetDeclaration(qMax(0, m_declarations.FirstProblem()));
     ShowScopes();
     ShowProblemCount();
     SetEdited(false);
+    m_checking.start();
     const SessionFiles& files = m_session->Files();
     setWindowTitle(QFileInfo(files.form).fileName() + "[*] - declview");
+}
+
+void MainWindow::CheckForm()
+{
+    const bool isPainted = !isVisible() || windowHandle()->isExposed();
+    if (!isPainted) {
+        m_checking.start();
+        return;
+    }
+    m_stage->repaint();
+    m_session->Check();
+    if (m_declarationsPanel->CurrentRow() < 0)
+        m_detail->SetDeclaration(qMax(0, m_declarations.FirstProblem()));
+    else
+        m_detail->Refresh();
 }
 
 void MainWindow::ShowScopes()
@@ -238,6 +273,7 @@ void MainWindow::SetEdited(bool edited)
 void MainWindow::ShowMotion()
 {
     const bool running = m_motion->isChecked();
+    m_motion->setVisible(m_session->Motion().AnyMoves());
     m_session->Motion().SetRunning(running);
     m_motion->setIcon(style()->standardIcon(running ? QStyle::SP_MediaPause : QStyle::SP_MediaPlay));
     m_motion->setText(running ? "Pause" : "Run");
@@ -271,6 +307,50 @@ void MainWindow::SaveData()
     }
     m_watcher.Add(fileName);
     Tell("Written: " + fileName);
+}
+
+bool MainWindow::Replay(const QString& fileName, QString* error)
+{
+    DataRecording recording;
+    if (!recording.Read(fileName, error))
+        return false;
+    for (const QString& problem : recording.Problems())
+        m_session->Log().Note(QtWarningMsg, problem);
+    m_session->Motion().SetRecording(recording);
+    m_session->Motion().SetTime(0);
+    m_motion->setVisible(m_session->Motion().AnyMoves());
+    Tell(QString("%1 changes in %2 seconds").arg(recording.Changes().size()).arg(recording.Duration()));
+    return true;
+}
+
+void MainWindow::AskForReplay()
+{
+    const QString fileName
+        = QFileDialog::getOpenFileName(this, "Replay data", QString(), "Recordings (*.jsonl);;All (*)");
+    QString error;
+    if (!fileName.isEmpty() && !Replay(fileName, &error))
+        ShowProblem("Nothing is replayed. " + error);
+}
+
+bool MainWindow::Record(const QString& fileName, QString* error)
+{
+    const bool isRecording = m_recorder.Start(fileName, error);
+    m_record->setText(isRecording ? "End recording" : "Record");
+    return isRecording;
+}
+
+void MainWindow::ToggleRecording()
+{
+    QString error;
+    if (m_recorder.IsRecording()) {
+        if (!m_recorder.Stop(&error))
+            ShowProblem("Not all is recorded. " + error);
+        m_record->setText("Record");
+        return;
+    }
+    const QString fileName = QFileDialog::getSaveFileName(this, "Record data", QString(), "Recordings (*.jsonl)");
+    if (!fileName.isEmpty() && !Record(fileName, &error))
+        ShowProblem("Nothing is recorded. " + error);
 }
 
 void MainWindow::Highlight()

@@ -2,12 +2,14 @@
 #define MAINWINDOW_H
 
 #include <QMainWindow>
+#include <QTimer>
 
-#include "declview/declarationsmodel.h"
 #include "declview/filewatcher.h"
 #include "declview/formsession.h"
 #include "declview/messagesmodel.h"
-#include "declview/variablesmodel.h"
+#include "view/declarationsmodel.h"
+#include "view/variablerecorder.h"
+#include "view/variablesmodel.h"
 
 class DetailPanel;
 class FormStage;
@@ -30,6 +32,10 @@ public:
     void Reload();
     /// Lets the clock of the generators run, or stand.
     void SetMotion(bool running);
+    /// Lets variables move as they were recorded. False, with the reason, when that cannot be read.
+    bool Replay(const QString& fileName, QString* error);
+    /// Records the variables until the window goes, or the user ends it. False, with the reason, when it cannot be.
+    bool Record(const QString& fileName, QString* error);
     /// Takes the size in which the whole form is seen, up to that one.
     void FitToForm(const QSize& limit);
 
@@ -39,6 +45,7 @@ private:
     void AddStage();
     void AddDock();
     void OnFormReplaced();
+    void CheckForm();
     void ShowScopes();
     void ShowMissing();
     void ShowMotion();
@@ -47,16 +54,20 @@ private:
     void SaveForm();
     void RevertForm();
     void SaveData();
+    void AskForReplay();
+    void ToggleRecording();
     void Highlight();
     bool SelectDeclarationsOf(const QObject* clicked);
     void Tell(const QString& text);
     void ShowProblem(const QString& problem);
 
     FormSession* const m_session;
+    QTimer m_checking; ///< Runs until the form has been shown.
     VariablesModel m_variables;
     DeclarationsModel m_declarations;
     MessagesModel m_messages;
     FileWatcher m_watcher;
+    VariableRecorder m_recorder;
 
     FormStage* m_stage;
     WidgetHighlight* m_highlight;
@@ -65,6 +76,7 @@ private:
     QAction* m_save;
     QAction* m_revert;
     QAction* m_motion;
+    QAction* m_record;
     int m_dockWidth;
     TablePanel* m_variablesPanel;
     TablePanel* m_declarationsPanel;

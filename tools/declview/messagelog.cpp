@@ -17,6 +17,7 @@ const char* const FormsCategory = "declarationforms";
 QBasicMutex mutex;
 MessageLog* activeLog = nullptr;
 QtMessageHandler previousHandler = nullptr;
+thread_local int silences = 0;
 
 } // namespace
 
@@ -35,6 +36,16 @@ MessageLog::~MessageLog()
     const QMutexLocker lock(&mutex);
     activeLog = nullptr;
     qInstallMessageHandler(previousHandler);
+}
+
+MessageLog::Silence::Silence()
+{
+    ++silences;
+}
+
+MessageLog::Silence::~Silence()
+{
+    --silences;
 }
 
 void MessageLog::Note(QtMsgType type, const QString& text, int declaration)
@@ -57,6 +68,8 @@ void MessageLog::Flush()
 
 void MessageLog::Handle(QtMsgType type, const QMessageLogContext& context, const QString& text)
 {
+    if (silences > 0)
+        return;
     QtMessageHandler next = nullptr;
     {
         const QMutexLocker lock(&mutex);

@@ -33,6 +33,15 @@ public:
     /// A note that does not appear on the debug stream.
     void Note(QtMsgType type, const QString& text, int declaration = -1);
 
+    /// While one lives, what its thread writes to the debug stream goes nowhere.
+    class Silence
+    {
+    public:
+        Silence();
+        ~Silence();
+        Q_DISABLE_COPY(Silence)
+    };
+
     /// Hands over what has come in, at once.
     void Flush();
 

@@ -2,34 +2,59 @@
 
 #include <QBrush>
 #include <QHash>
+#include <QRegularExpression>
 
 #include "declview/formsession.h"
-#include "declview/tablecolors.h"
+#include "view/tablecolors.h"
 
 namespace {
 
 const int MaxRows = 10000;
 
-/// With those that say the same of the same in one line, in the place of the first.
-QVector<LogMessage> Counted(const QVector<LogMessage>& messages)
+/// How many differ by a name in the tooltip of one line.
+const int MaxNames = 50;
+
+/// What is the same in messages that differ by a name, which stands first or in quotes.
+QString KindOf(const LogMessage& message)
 {
-    QVector<LogMessage> different;
-    QVector<int> counts;
+    static const QRegularExpression name("^[^\\s:]+: |'[^']*'|\"[^\"]*\"");
+    return message.declaration >= 0 ? message.text : QString(message.text).replace(name, "\n");
+}
+
+/// Messages of one kind, which are one line.
+struct MessageGroup
+{
+    LogMessage message; ///< The first, with how many there are.
+    int count;
+    QStringList texts; ///< Different ones.
+};
+
+QString CountOf(const MessageGroup& group)
+{
+    if (group.texts.size() > 1)
+        return QString(" (and %1 like this)").arg(group.count - 1);
+    return group.count > 1 ? QString(" (%1 times)").arg(group.count) : QString();
+}
+
+/// With those that say the same of the same, or of others of a kind, in one line, in the place of the first.
+QVector<MessageGroup> Counted(const QVector<LogMessage>& messages)
+{
+    QVector<MessageGroup> groups;
     QHash<QPair<int, QString>, int> positions;
     for (const LogMessage& message : messages) {
-        int& position = positions[{message.declaration, message.text}];
+        int& position = positions[{message.declaration, KindOf(message)}];
         if (position == 0) {
-            different.append(message);
-            counts.append(0);
-            position = different.size();
+            groups.append({message, 0, {}});
+            position = groups.size();
         }
-        ++counts[position - 1];
+        MessageGroup& group = groups[position - 1];
+        ++group.count;
+        if (group.texts.size() < MaxNames && !group.texts.contains(message.text))
+            group.texts.append(message.text);
     }
-    for (int i = 0; i < different.size(); ++i) {
-        if (counts.at(i) > 1)
-            different[i].text += QString(" (%1 times)").arg(counts.at(i));
-    }
-    return different;
+    for (MessageGroup& group : groups)
+        group.message.text += CountOf(group);
+    return groups;
 }
 
 } // namespace
@@ -62,7 +87,7 @@ QVariant MessagesModel::data(const QModelIndex& index, int role) const
     case Qt::DisplayRole:
         return Cell(row, index.column()).simplified();
     case Qt::ToolTipRole:
-        return Cell(row, index.column());
+        return index.column() == Text ? row.texts.join('\n') : Cell(row, index.column());
     case Qt::ForegroundRole:
         if (row.message.type == QtDebugMsg || row.message.type == QtInfoMsg)
             return QVariant();
@@ -74,15 +99,16 @@ QVariant MessagesModel::data(const QModelIndex& index, int role) const
 
 void MessagesModel::Append(const QVector<LogMessage>& arrived)
 {
-    const QVector<LogMessage> messages = Counted(arrived);
-    beginInsertRows(QModelIndex(), m_rows.size(), m_rows.size() + messages.size() - 1);
-    for (const LogMessage& message : messages) {
+    const QVector<MessageGroup> groups = Counted(arrived);
+    beginInsertRows(QModelIndex(), m_rows.size(), m_rows.size() + groups.size() - 1);
+    for (const MessageGroup& group : groups) {
+        const LogMessage& message = group.message;
         QString name;
         if (message.declaration >= 0) {
             const ViewedProperty& property = m_session->Properties().at(message.declaration);
             name = property.path.section('\\', -1) + ':' + property.name;
         }
-        m_rows.append({message, name});
+        m_rows.append({message, name, group.texts});
     }
     endInsertRows();
 

@@ -2,12 +2,14 @@
 #define MESSAGESMODEL_H
 
 #include <QAbstractTableModel>
+#include <QStringList>
 
 #include "declview/messagelog.h"
 
 class FormSession;
 
-/// The messages as a table, the oldest first; those that come in together and say the same are one row. The oldest go
+/// The messages as a table, the oldest first; those that come in together and say the same,
+/// but for a name, are one row. The oldest go
 /// when there are too many.
 class MessagesModel : public QAbstractTableModel
 {
@@ -35,6 +37,7 @@ private:
     {
         LogMessage message;
         QString declaration;
+        QStringList texts; ///< Of all that are in the row.
     };
 
     void Append(const QVector<LogMessage>& arrived);

@@ -30,7 +30,7 @@ QString PropertyLine(const ViewedProperty& property, bool asJson)
 PropertyPrinter::PropertyPrinter(const FormSession* session, bool asJson) : m_session(session), m_asJson(asJson)
 {
     connect(session, &FormSession::PropertyChanged, this, &PropertyPrinter::Print);
-    connect(session, &FormSession::FormReplaced, this, &PropertyPrinter::PrintAll);
+    connect(session, &FormSession::Replaced, this, &PropertyPrinter::PrintAll);
     PrintAll();
 }
 

@@ -1,4 +1,4 @@
-#include "declview/tablepanel.h"
+#include "view/tablepanel.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>

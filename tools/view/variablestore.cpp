@@ -1,4 +1,4 @@
-#include "declview/variablestore.h"
+#include "view/variablestore.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -62,6 +62,18 @@ void VariableStore::Move(double seconds)
     for (const StoredVariable& variable : qAsConst(m_variables)) {
         if (variable.generator && !variable.edited)
             m_data->ChangeValue(variable.identifier, variable.generator->Value(seconds), IDataPeer::NoFlag);
+    }
+    m_loading = false;
+}
+
+void VariableStore::Replay(const QHash<VariableIdentifier, QVariant>& values)
+{
+    Flush();
+    m_loading = true;
+    for (auto it = values.constBegin(); it != values.constEnd(); ++it) {
+        const int position = m_positions.value(it.key(), -1);
+        if (position < 0 || !m_variables.at(position).edited)
+            m_data->ChangeValue(it.key(), it.value(), IDataPeer::NoFlag);
     }
     m_loading = false;
 }

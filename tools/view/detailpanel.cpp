@@ -1,4 +1,4 @@
-#include "declview/detailpanel.h"
+#include "view/detailpanel.h"
 
 #include <QHeaderView>
 #include <QLabel>
@@ -7,11 +7,12 @@
 
 #include <algorithm>
 
-#include "declview/formsession.h"
-#include "declview/statementparts.h"
+#include "DataLayer/idatapeer.h"
+#include "view/declarationsource.h"
+#include "view/statementparts.h"
 
-DetailPanel::DetailPanel(FormSession* session, const QFont& font)
-    : m_session(session), m_label(new QLabel), m_tree(new QTreeWidget)
+DetailPanel::DetailPanel(DeclarationSource* source, const QFont& font)
+    : m_source(source), m_label(new QLabel), m_tree(new QTreeWidget)
 {
     m_tree->setObjectName("detail");
     m_tree->setFont(font);
@@ -31,7 +32,7 @@ void DetailPanel::SetDeclaration(int position)
     m_position = position;
     QString name;
     if (IsThere()) {
-        const ViewedProperty& property = m_session->Properties().at(position);
+        const ViewedProperty& property = m_source->Properties().at(position);
         name = property.path.section('\\', -1) + ':' + property.name;
     }
     m_label->setText("<b>Declaration</b>&nbsp; " + name.toHtmlEscaped());
@@ -41,8 +42,8 @@ void DetailPanel::SetDeclaration(int position)
 /// False also for one whose object has been deleted.
 bool DetailPanel::IsThere() const
 {
-    return m_position >= 0 && m_position < m_session->Properties().size()
-        && m_session->Properties().at(m_position).object;
+    return m_position >= 0 && m_position < m_source->Properties().size()
+        && m_source->Properties().at(m_position).object;
 }
 
 void DetailPanel::Refresh()
@@ -66,6 +67,7 @@ QVector<DetailPanel::Row> DetailPanel::Rows() const
     if (!IsThere())
         return rows;
     AppendParts(&rows);
+    AppendRemarks(&rows);
     AppendReads(&rows);
     AppendReaders(&rows);
     return rows;
@@ -73,9 +75,9 @@ QVector<DetailPanel::Row> DetailPanel::Rows() const
 
 void DetailPanel::AppendParts(QVector<Row>* rows) const
 {
-    const ViewedProperty& property = m_session->Properties().at(m_position);
-    const QVector<StatementPart> parts
-        = EvaluateParts(property.statement, property.object, m_session->Form(), m_session->Files().defaultPackage);
+    const ViewedProperty& property = m_source->Properties().at(m_position);
+    const QVector<StatementPart> parts = EvaluateParts(property.statement, property.object, m_source->Form(),
+                                                       m_source->DefaultPackage(), m_source->Data());
     for (const StatementPart& part : parts) {
         const QString none = part.problem.isEmpty() ? "no value" : "no value: " + part.problem;
         rows->append({part.level, part.text, part.value.isValid() ? ValueToText(part.value) : none});
@@ -84,32 +86,43 @@ void DetailPanel::AppendParts(QVector<Row>* rows) const
         rows->append({0, property.statement.simplified(), property.Problem()});
 }
 
+void DetailPanel::AppendRemarks(QVector<Row>* rows) const
+{
+    const QStringList remarks = m_source->Properties().at(m_position).Remarks();
+    if (remarks.isEmpty())
+        return;
+    rows->append({0, "Problems", QString()});
+    for (const QString& remark : remarks)
+        rows->append({1, remark, QString()});
+}
+
 void DetailPanel::AppendReads(QVector<Row>* rows) const
 {
-    const BoundProperty bound = m_session->Bound(m_position);
+    const BoundProperty bound = m_source->Bound(m_position);
     if (bound.variables.isEmpty() && bound.properties.isEmpty())
         return;
+    IDataPeer* const data = m_source->Data();
     rows->append({0, "Reads", QString()});
     for (const VariableIdentifier& identifier : bound.variables) {
-        const QVariant value = m_session->Variables().Value(identifier);
+        const QVariant value = data ? data->GetValue(identifier, QVariant()) : QVariant();
         rows->append({1, identifier.GetPackage() + ':' + identifier.GetName(),
                       value.isValid() ? ValueToText(value) : "missing"});
     }
     for (const QPair<QPointer<QObject>, QString>& read : bound.properties) {
         if (read.first)
-            rows->append({1, WidgetPath(read.first, m_session->Form()) + ':' + read.second,
+            rows->append({1, WidgetPath(read.first, m_source->Form()) + ':' + read.second,
                           ValueToText(read.first->property(read.second.toLatin1()))});
     }
 }
 
 void DetailPanel::AppendReaders(QVector<Row>* rows) const
 {
-    const QVector<int> readers = m_session->ReadersOf(m_position);
+    const QVector<int> readers = m_source->ReadersOf(m_position);
     if (readers.isEmpty())
         return;
     rows->append({0, "Is read by", QString()});
     for (const int reader : readers) {
-        const ViewedProperty& property = m_session->Properties().at(reader);
+        const ViewedProperty& property = m_source->Properties().at(reader);
         rows->append({1, property.path + ':' + property.name, ValueToText(property.Value())});
     }
 }

@@ -1,4 +1,4 @@
-#include "declview/declarationsmodel.h"
+#include "view/declarationsmodel.h"
 
 #include <QBrush>
 #include <QFont>
@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "declview/formsession.h"
-#include "declview/rowranges.h"
-#include "declview/tablecolors.h"
+#include "view/declarationsource.h"
+#include "view/rowranges.h"
+#include "view/tablecolors.h"
 
 namespace {
 
@@ -16,14 +16,14 @@ const int AnnounceInterval = 100;
 
 } // namespace
 
-DeclarationsModel::DeclarationsModel(FormSession* session) : m_session(session)
+DeclarationsModel::DeclarationsModel(DeclarationSource* source) : m_source(source)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(AnnounceInterval);
     connect(&m_timer, &QTimer::timeout, this, &DeclarationsModel::Announce);
-    connect(session, &FormSession::PropertyChanged, this, &DeclarationsModel::MarkChanged);
-    connect(session, &FormSession::FormAboutToBeReplaced, this, &DeclarationsModel::beginResetModel);
-    connect(session, &FormSession::FormReplaced, this, [this] {
+    connect(source, &DeclarationSource::PropertyChanged, this, &DeclarationsModel::MarkChanged);
+    connect(source, &DeclarationSource::AboutToBeReplaced, this, &DeclarationsModel::beginResetModel);
+    connect(source, &DeclarationSource::Replaced, this, [this] {
         m_changed.clear();
         endResetModel();
     });
@@ -31,7 +31,7 @@ DeclarationsModel::DeclarationsModel(FormSession* session) : m_session(session)
 
 QObject* DeclarationsModel::Object(int row) const
 {
-    return m_session->Properties().at(row).object;
+    return m_source->Properties().at(row).object;
 }
 
 QVector<int> DeclarationsModel::RowsOf(const QObject* object) const
@@ -48,7 +48,7 @@ QVector<int> DeclarationsModel::RowsOf(const QObject* object) const
 
 int DeclarationsModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : m_session->Properties().size();
+    return parent.isValid() ? 0 : m_source->Properties().size();
 }
 
 int DeclarationsModel::columnCount(const QModelIndex& parent) const
@@ -68,7 +68,7 @@ QVariant DeclarationsModel::headerData(int section, Qt::Orientation orientation,
 
 QVariant DeclarationsModel::data(const QModelIndex& index, int role) const
 {
-    const ViewedProperty& property = m_session->Properties().at(index.row());
+    const ViewedProperty& property = m_source->Properties().at(index.row());
     switch (role) {
     case Qt::DisplayRole:
         return Cell(property, index.column());
@@ -104,17 +104,17 @@ void DeclarationsModel::Announce()
 
 int DeclarationsModel::FirstProblem() const
 {
-    const QVector<ViewedProperty>& properties = m_session->Properties();
+    const QVector<ViewedProperty>& properties = m_source->Properties();
     const auto found = std::find_if(properties.begin(), properties.end(),
-                                    [](const ViewedProperty& property) { return !property.problem.isEmpty(); });
+                                    [](const ViewedProperty& property) { return property.IsDoubtful(); });
     return found == properties.end() ? -1 : int(found - properties.begin());
 }
 
 int DeclarationsModel::ProblemCount() const
 {
-    const QVector<ViewedProperty>& properties = m_session->Properties();
+    const QVector<ViewedProperty>& properties = m_source->Properties();
     return int(std::count_if(properties.begin(), properties.end(),
-                             [](const ViewedProperty& property) { return !property.problem.isEmpty(); }));
+                             [](const ViewedProperty& property) { return property.IsDoubtful(); }));
 }
 
 /// A row with a problem is marked from its start, which is always in sight.
@@ -122,9 +122,11 @@ QVariant DeclarationsModel::Color(const ViewedProperty& property, int column)
 {
     if (column != Widget && column != Property && column != Diagnostic)
         return QVariant();
-    if (property.problem.isEmpty())
-        return column == Diagnostic ? QBrush(TableColors::Error) : QVariant();
-    return QBrush(property.severity == FormProblem::Error ? TableColors::Error : TableColors::Warning);
+    if (!property.IsDoubtful())
+        return column == Diagnostic && !property.diagnostic.isEmpty() ? QBrush(TableColors::Error) : QVariant();
+    const FormProblem::Severity severity
+        = property.problem.isEmpty() ? property.findings.first().severity : property.severity;
+    return QBrush(severity == FormProblem::Error ? TableColors::Error : TableColors::Warning);
 }
 
 QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) const
@@ -141,7 +143,7 @@ QVariant DeclarationsModel::Cell(const ViewedProperty& property, int column) con
     case Evaluations:
         return property.evaluations;
     default:
-        return property.Problem();
+        return property.Remark();
     }
 }
 
@@ -151,6 +153,8 @@ QString DeclarationsModel::ToolTip(const ViewedProperty& property, int column) c
         return property.path;
     if (column == Statement)
         return property.statement;
+    if (column == Diagnostic)
+        return property.Remarks().join('\n');
     if (column == Value && property.edited)
         return Cell(property, column).toString() + "\nEdited in the form, and not saved.";
     return Cell(property, column).toString();

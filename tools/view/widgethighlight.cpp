@@ -1,4 +1,4 @@
-#include "declview/widgethighlight.h"
+#include "view/widgethighlight.h"
 
 #include <QEvent>
 #include <QStackedWidget>

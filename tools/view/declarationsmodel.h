@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <QVector>
 
-class FormSession;
+class DeclarationSource;
 struct ViewedProperty;
 
 /// The declarations of the form as a table, a row for each in the order bound. Values are read when they
@@ -26,7 +26,7 @@ public:
         ColumnCount
     };
 
-    explicit DeclarationsModel(FormSession* session);
+    explicit DeclarationsModel(DeclarationSource* source);
 
     QObject* Object(int row) const;
     /// The row of the first declaration with a problem; -1 for none.
@@ -48,7 +48,7 @@ private:
     QVariant Cell(const ViewedProperty& property, int column) const;
     QString ToolTip(const ViewedProperty& property, int column) const;
 
-    FormSession* const m_session;
+    DeclarationSource* const m_source;
     QVector<int> m_changed; ///< May hold a row twice.
     QTimer m_timer;
 };

@@ -44,6 +44,8 @@ public:
     bool SetValue(int position, const QVariant& value);
     /// Writes the values that generators have so many seconds after the start, except where one was edited.
     void Move(double seconds);
+    /// Writes values that were recorded, except where one was edited.
+    void Replay(const QHash<VariableIdentifier, QVariant>& values);
     /// Whether a generator moves any.
     bool AnyMoves() const;
     /// Which variables the statements read; those that are neither read, edited nor in the file go.

@@ -1,7 +1,8 @@
-#include "declview/viewedproperty.h"
+#include "view/viewedproperty.h"
 
 #include <QIcon>
 #include <QPixmap>
+#include <QRegularExpression>
 #include <QStringList>
 
 #include "common/jsondata.h"
@@ -19,6 +20,21 @@ QString SizeToText(const char* type, const QSize& size)
 QVariant ViewedProperty::Value() const
 {
     return object ? object->property(name.toLatin1()) : QVariant();
+}
+
+bool ViewedProperty::IsDoubtful() const
+{
+    return !problem.isEmpty() || (!findings.isEmpty() && findings.first().severity != FormProblem::Note);
+}
+
+QStringList ViewedProperty::Remarks() const
+{
+    QStringList remarks{problem, diagnostic};
+    for (const DeclarationFinding& finding : findings)
+        remarks.append(finding.text);
+    remarks.removeAll(QString());
+    remarks.removeDuplicates();
+    return remarks;
 }
 
 QString WidgetPath(const QObject* object, const QObject* form)
@@ -47,4 +63,15 @@ QString ValueToText(const QVariant& value)
     }
     const QString json = QString::fromUtf8(JsonData::ValueToJson(value));
     return json == "null" ? QString(value.typeName()) : json;
+}
+
+bool ValueFromText(const QString& text, QVariant* value, QString* error)
+{
+    if (JsonData::ValueFromJson(text.toUtf8(), value, error))
+        return true;
+    static const QRegularExpression meantAsJson("^\\s*[\\[{\"]");
+    if (text.contains(meantAsJson))
+        return false;
+    *value = text;
+    return true;
 }

@@ -1,14 +1,12 @@
-#include "declview/variablesmodel.h"
+#include "view/variablesmodel.h"
 
 #include <QBrush>
 #include <QFont>
-#include <QRegularExpression>
 
-#include "common/jsondata.h"
-#include "declview/rowranges.h"
-#include "declview/tablecolors.h"
-#include "declview/variablestore.h"
-#include "declview/viewedproperty.h"
+#include "view/rowranges.h"
+#include "view/tablecolors.h"
+#include "view/variablestore.h"
+#include "view/viewedproperty.h"
 
 namespace {
 
@@ -29,18 +27,6 @@ QString TypeName(const QVariant& value)
     default:
         return value.canConvert<double>() ? QString("number") : QString(value.typeName());
     }
-}
-
-/// False when the text was meant to be JSON, and is none.
-bool ReadValue(const QString& text, QVariant* value, QString* error)
-{
-    if (JsonData::ValueFromJson(text.toUtf8(), value, error))
-        return true;
-    static const QRegularExpression meantAsJson("^\\s*[\\[{\"]");
-    if (text.contains(meantAsJson))
-        return false;
-    *value = text;
-    return true;
 }
 
 } // namespace
@@ -111,7 +97,7 @@ bool VariablesModel::setData(const QModelIndex& index, const QVariant& value, in
         return false;
     QVariant read;
     QString error;
-    if (!ReadValue(value.toString(), &read, &error)) {
+    if (!ValueFromText(value.toString(), &read, &error)) {
         Q_EMIT Refused(QString("%1 keeps its value: %2").arg(Text(index.row(), Name), error));
         return false;
     }

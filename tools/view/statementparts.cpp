@@ -1,4 +1,4 @@
-#include "declview/statementparts.h"
+#include "view/statementparts.h"
 
 #include <QHash>
 #include <QObject>
@@ -6,7 +6,6 @@
 #include <memory>
 
 #include "DataLayer/idatapeer.h"
-#include "DataLayer/idatapeerfactory.h"
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationHandler/Expressions/exprconstant.h"
 #include "DeclarationHandler/Tokens/variabletoken.h"
@@ -42,12 +41,8 @@ private:
 class Snapshot : private ParserListener
 {
 public:
-    Snapshot(const QString& statement, QObject* object, QObject* form, const QString& defaultPackage)
-        : m_statement(statement),
-          m_object(object),
-          m_form(form),
-          m_defaultPackage(defaultPackage),
-          m_data(Ovex_DataPeerFactory(false)->GetDataPeer(0))
+    Snapshot(const QString& statement, QObject* object, QObject* form, const QString& defaultPackage, IDataPeer* data)
+        : m_statement(statement), m_object(object), m_form(form), m_defaultPackage(defaultPackage), m_data(data)
     {
         Parser parser;
         parser.SetListener(this);
@@ -77,7 +72,7 @@ private:
         const QString package = token.GetPackage(m_defaultPackage);
         const QString name = token.GetVariableName();
         if (!token.HasPackage() || !VariableToken::GetPathStarts().contains(package.section('\\', 0, 0)))
-            return new ExprConstant(m_data->GetValue(VariableIdentifier(name, package), QVariant()));
+            return new ExprConstant(m_data ? m_data->GetValue({name, package}, QVariant()) : QVariant());
         const QObject* const found = token.GetObjectFromPackage(m_object, m_form);
         return new ExprConstant(found ? found->property(name.toLatin1()) : QVariant());
     }
@@ -130,7 +125,7 @@ private:
 } // namespace
 
 QVector<StatementPart> EvaluateParts(const QString& statement, QObject* object, QObject* form,
-                                     const QString& defaultPackage)
+                                     const QString& defaultPackage, IDataPeer* data)
 {
-    return Snapshot(statement, object, form, defaultPackage).Parts();
+    return Snapshot(statement, object, form, defaultPackage, data).Parts();
 }

@@ -5,6 +5,7 @@
 #include <QVariant>
 #include <QVector>
 
+class IDataPeer;
 class QObject;
 
 /// A part of a statement that has a value, and that value at present.
@@ -18,8 +19,8 @@ struct StatementPart
 
 /// The statement and what it is made of, each part before those in it; literals and parentheses are left out, and
 /// what comes after the first 200. Nothing when it cannot be read. \a object is whose property is bound,
-/// \a form where widget paths start.
+/// \a form where widget paths start, \a data where the variables live, null for nowhere.
 QVector<StatementPart> EvaluateParts(const QString& statement, QObject* object, QObject* form,
-                                     const QString& defaultPackage);
+                                     const QString& defaultPackage, IDataPeer* data);
 
 #endif

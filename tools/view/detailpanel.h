@@ -4,21 +4,21 @@
 #include <QVector>
 #include <QWidget>
 
-class FormSession;
+class DeclarationSource;
 class QLabel;
 class QTreeWidget;
 class QTreeWidgetItem;
 
-/// What is behind one declaration: its parts with their values, what it reads and who reads it.
+/// What is behind one declaration: its parts with their values, what is wrong, what it reads and who reads it.
 class DetailPanel : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// The session outlives this. The font is that of the tables.
-    DetailPanel(FormSession* session, const QFont& font);
+    /// The source outlives this. The font is that of the tables.
+    DetailPanel(DeclarationSource* source, const QFont& font);
 
-    /// Shows the declaration at that position of the session; -1 for none.
+    /// Shows the declaration at that position of the source; -1 for none.
     void SetDeclaration(int position);
     /// Reads the values again.
     void Refresh();
@@ -34,11 +34,12 @@ private:
     bool IsThere() const;
     QVector<Row> Rows() const;
     void AppendParts(QVector<Row>* rows) const;
+    void AppendRemarks(QVector<Row>* rows) const;
     void AppendReads(QVector<Row>* rows) const;
     void AppendReaders(QVector<Row>* rows) const;
     void Rebuild(const QVector<Row>& rows);
 
-    FormSession* const m_session;
+    DeclarationSource* const m_source;
     QLabel* const m_label;
     QTreeWidget* const m_tree;
     int m_position = -1;

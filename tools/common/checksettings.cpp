@@ -1,0 +1,38 @@
+#include "common/checksettings.h"
+
+#include "common/projectfile.h"
+
+bool CheckSettings::ReadProject(const QString& project, QString* error)
+{
+    if (project.isEmpty())
+        return true;
+    ProjectFile file;
+    if (!file.Read(project, error))
+        return false;
+    m_options.package = file.package;
+    m_options.usesHandler = file.usesHandler;
+    m_options.disabled = file.disabled;
+    m_options.severities = file.severities;
+    m_options.hostVariables = file.hostVariables;
+    m_options.hostProperties = file.hostProperties;
+    m_dataFile = file.data;
+    return true;
+}
+
+bool CheckSettings::ReadData(QString* error)
+{
+    JsonData data;
+    if (m_dataFile.isEmpty())
+        return true;
+    if (!data.Read(m_dataFile, error))
+        return false;
+    SetData(data);
+    return true;
+}
+
+void CheckSettings::SetData(const JsonData& data)
+{
+    m_data = data;
+    m_known.reset(new KnownVariables(m_data));
+    m_options.variables = m_known.data();
+}
