@@ -14,6 +14,7 @@
 
 #include <thread>
 
+#include "check/formchecker.h"
 #include "common/jsondata.h"
 #include "declview/formsession.h"
 #include "declview/mainwindow.h"
@@ -202,6 +203,20 @@ private Q_SLOTS:
         viewer.Write("declcheck.json", "{");
         viewer.Trigger("Reload");
         QTRY_COMPARE(tells("The form is not checked."), 1);
+    }
+
+    void ACheckLeavesTheEventsOfOthers()
+    {
+        QObject other;
+        bool isReached = false;
+        QMetaObject::invokeMethod(
+            &other, [&isReached] { isReached = true; }, Qt::QueuedConnection);
+        const CheckOptions options;
+        FormChecker checker("form.ui", options);
+        QString error;
+        QVERIFY2(checker.Run(Settings, &error), qPrintable(error));
+        QCoreApplication::processEvents();
+        QVERIFY(isReached);
     }
 
     void DetailsOfADeclaration()

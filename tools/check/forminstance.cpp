@@ -1,6 +1,7 @@
 #include "check/forminstance.h"
 
 #include <QCoreApplication>
+#include <QEvent>
 #include <QSet>
 #include <QWidget>
 #include <QXmlStreamWriter>
@@ -36,13 +37,15 @@ bool FormInstance::Create(const FormDocument& document, QString* error)
     FormLoader loader;
     ChooseClasses(loader);
     QString reason;
+    // Each widget posts one of these, with which its destruction would take for ever; nobody waits for them. Those of
+    // others in the program come before.
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::PolishRequest);
     m_top.reset(loader.Load(Skeleton(), &reason));
+    QCoreApplication::removePostedEvents(nullptr, QEvent::PolishRequest);
     if (!m_top) {
         *error = QString("The form cannot be built: %1").arg(reason);
         return false;
     }
-    // Nobody waits for what the widgets have posted, and with it their destruction would take for ever.
-    QCoreApplication::removePostedEvents(nullptr);
     NameObjects();
     IndexObjects();
     return true;
