@@ -38,7 +38,7 @@ void DeclarationInspector::Show()
 }
 
 /// Entry of the forms library, which a program that knows nothing of the inspector asks for it.
-extern "C" DECLARATIONINSPECTOR_EXPORT bool DeclarationInspector_Show(const char* version, FormBinding* binding)
+extern "C" DECLARATIONINSPECTOR_EXPORT bool DeclarationInspectorShow(const char* version, FormBinding* binding)
 {
     if (std::strcmp(version, DECLARATIONHANDLER_VERSION) != 0 || !FormObserver::Bindings().contains(binding))
         return false;

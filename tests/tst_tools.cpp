@@ -351,7 +351,7 @@ private Q_SLOTS:
         const QString badLines = "decleval: recording.jsonl:6: \"t\" wants seconds, from 0 on\n"
                                  "decleval: recording.jsonl:7: \"name\" wants the name of a variable\n"
                                  "decleval: recording.jsonl:8: \"package\" wants a text\n"
-                                 "decleval: recording.jsonl:9: there is no \"valeu\"; a line has \"t\", \"package\", "
+                                 "decleval: recording.jsonl:9: there is no \"val\"; a line has \"t\", \"package\", "
                                  "\"name\" and \"value\"\n"
                                  "decleval: recording.jsonl:10: an object is wanted\n"
                                  "decleval: recording.jsonl:12: unterminated string\n";

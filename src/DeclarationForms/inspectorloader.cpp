@@ -17,7 +17,7 @@
 namespace {
 
 const char* const Variable = "DECLARATIONFORMS_INSPECT";
-const char* const Entry = "DeclarationInspector_Show";
+const char* const Entry = "DeclarationInspectorShow";
 
 /// Answers whether the inspector is of that version and sees the binding: a library of its own it would not.
 typedef bool (*ShowFunction)(const char* version, FormBinding* binding);
