@@ -188,11 +188,13 @@ StoredVariable& VariableStore::Find(const VariableIdentifier& identifier)
 
 void VariableStore::RemoveUnused()
 {
-    const auto isUnused
-        = [](const StoredVariable& variable) { return !variable.inFile && !variable.edited && !variable.isRead; };
-    m_variables.erase(std::remove_if(m_variables.begin(), m_variables.end(), isUnused), m_variables.end());
-    std::stable_partition(m_variables.begin(), m_variables.end(),
-                          [this](const StoredVariable& variable) { return IsMissing(variable); });
+    QVector<StoredVariable> missing;
+    QVector<StoredVariable> others;
+    for (const StoredVariable& variable : qAsConst(m_variables)) {
+        if (variable.inFile || variable.edited || variable.isRead)
+            (IsMissing(variable) ? missing : others).append(variable);
+    }
+    m_variables = missing + others;
     m_positions.clear();
     for (int i = 0; i < m_variables.size(); ++i)
         m_positions.insert(m_variables.at(i).identifier, i);
