@@ -29,12 +29,15 @@ FormBinder::FormBinder(FormState* state, FormEdits* edits, FormDelivery* deliver
 {
 }
 
-bool FormBinder::Bind(const QVector<MarkedProperty>& properties)
+bool FormBinder::Bind(QObject* scope)
 {
+    MarkedProperties properties = FormWalk::Collect(scope);
     bool hasNoError = true;
     const QObject* object = nullptr;
     QSet<QString> names; // Of this object, whose properties follow each other.
-    for (const MarkedProperty& property : properties) {
+    // What is done makes room for what it was bound to.
+    for (; !properties.empty(); properties.pop_front()) {
+        const MarkedProperty& property = properties.front();
         if (m_state.isClosed)
             return false;
         if (!property.object)
@@ -343,7 +346,8 @@ void FormBinder::Unbind(const Statement& statement)
 
 void FormBinder::Forget(const WatchedObject* object)
 {
-    const std::unique_ptr<WatchedObject> gone = m_state.objects.Take(object);
+    FormObjects::Objects::node_type taken = m_state.objects.Take(object);
+    WatchedObject* const gone = &taken.mapped();
     if (gone->hasUnbound)
         m_state.problems.RemoveFailed([](const QObject*) { return false; });
     for (WatchedProperty& property : gone->properties) {

@@ -5,7 +5,6 @@
 #include <QSet>
 #include <QString>
 #include <QVariant>
-#include <QVector>
 
 #include <memory>
 #include <vector>
@@ -32,8 +31,8 @@ public:
 
     FormBinder(FormState* state, FormEdits* edits, FormDelivery* delivery);
 
-    /// Binds them; false when one has an error. What is to be evaluated is marked.
-    bool Bind(const QVector<MarkedProperty>& properties);
+    /// Binds all that stand below that object; false when one has an error. What is to be evaluated is marked.
+    bool Bind(QObject* scope);
     /// One of them. False for an error, which stands among the problems.
     bool Bind(const MarkedProperty& property);
     /// Tells that the property has another statement.

@@ -88,8 +88,7 @@ bool FormEngine::Bind(QObject* scope)
     if (m_state.isClosed || (scope && !guarded))
         return false;
     QObject* const top = scope ? scope : m_state.form.data();
-    const bool hasNoError
-        = top ? m_binder.Bind(FormWalk::Collect(top)) : m_binder.Bind(MarkedProperty{nullptr, QString(), QString()});
+    const bool hasNoError = top ? m_binder.Bind(top) : m_binder.Bind(MarkedProperty{nullptr, QString(), QString()});
     m_delivery.Run(false);
     Tell();
     return hasNoError;
@@ -115,7 +114,7 @@ bool FormEngine::Bind(QObject* object, const QString& property, const QString& s
 }
 
 /// Whether the property, or the entry of a map, has its text already.
-bool FormEngine::HasDeclaration(QObject* object, const QString& property) const
+bool FormEngine::HasDeclaration(QObject* object, const QString& property)
 {
     QString map;
     QString key;
@@ -139,7 +138,7 @@ QVector<FormProblem> FormEngine::Problems(QObject* scope)
     for (const Statement& statement : m_state.In(scope)) {
         if (statement->refused.isValid())
             RefreshEdit(statement);
-        found.insert(found.end(), statement->problems.begin(), statement->problems.end());
+        found += statement->problems;
     }
     for (const StandingProblem& failed : m_state.problems.Failed()) {
         if (failed.problem.object && FormState::IsIn(failed.problem.object, scope))
@@ -148,7 +147,7 @@ QVector<FormProblem> FormEngine::Problems(QObject* scope)
     std::sort(found.begin(), found.end(),
               [](const StandingProblem& left, const StandingProblem& right) { return left.number < right.number; });
     QVector<FormProblem> problems;
-    for (const StandingProblem& standing : found)
+    for (const StandingProblem& standing : qAsConst(found))
         problems.append(standing.problem);
     return problems;
 }

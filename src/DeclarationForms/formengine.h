@@ -56,7 +56,7 @@ private:
     void OnTurn() override;
 
     void Deliver();
-    bool HasDeclaration(QObject* object, const QString& property) const;
+    bool HasDeclaration(QObject* object, const QString& property);
     bool RefreshEdit(const Statement& statement);
     void NoteEdit(const Statement& statement);
     void SaveFinished(QObject* object);

@@ -8,10 +8,10 @@
 #include "DeclarationForms/savepolicies.h"
 #include "DeclarationForms/signalreceiver.h"
 
-WatchedObject* FormObjects::Find(const QObject* object) const
+WatchedObject* FormObjects::Find(const QObject* object)
 {
     const auto found = m_objects.find(object);
-    return found == m_objects.end() ? nullptr : found->second.get();
+    return found == m_objects.end() ? nullptr : &found->second;
 }
 
 WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
@@ -25,13 +25,12 @@ WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
 
 WatchedObject* FormObjects::Get(QObject* object)
 {
-    std::unique_ptr<WatchedObject>& watched = m_objects[object];
-    if (!watched) {
-        watched.reset(new WatchedObject);
+    WatchedObject* const watched = &m_objects[object];
+    if (!watched->object) {
         watched->object = object;
-        watched->destroyedSlot = m_receiver->WatchDestruction(watched.get());
+        watched->destroyedSlot = m_receiver->WatchDestruction(watched);
     }
-    return watched.get();
+    return watched;
 }
 
 WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
@@ -48,17 +47,15 @@ WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
     return &property;
 }
 
-std::unique_ptr<WatchedObject> FormObjects::Take(const WatchedObject* object)
+FormObjects::Objects::node_type FormObjects::Take(const WatchedObject* object)
 {
-    const auto found = m_objects.find(object->object);
-    std::unique_ptr<WatchedObject> taken = std::move(found->second);
-    m_objects.erase(found);
+    Objects::node_type taken = m_objects.extract(object->object);
     ForgetAccesses();
-    for (const WatchedProperty& property : taken->properties)
+    for (const WatchedProperty& property : taken.mapped().properties)
         m_receiver->Forget(property.slot);
-    for (const int slot : taken->finishedSlots)
+    for (const int slot : taken.mapped().finishedSlots)
         m_receiver->Forget(slot);
-    m_receiver->Forget(taken->destroyedSlot);
+    m_receiver->Forget(taken.mapped().destroyedSlot);
     return taken;
 }
 

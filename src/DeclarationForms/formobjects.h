@@ -23,13 +23,14 @@ public:
     FormObjects(SignalReceiver* receiver, QObject* filter) : m_receiver(receiver), m_filter(filter) {}
 
     /// Null for one that is not among them.
-    WatchedObject* Find(const QObject* object) const;
+    WatchedObject* Find(const QObject* object);
     /// The property, which is among them from now on.
     WatchedProperty* Get(QObject* object, const QString& name);
     /// Null for one that is not among them.
     static WatchedProperty* Find(WatchedObject* object, const QString& name);
+    typedef std::unordered_map<const QObject*, WatchedObject> Objects;
     /// Takes the object out; what refers to its properties must not any more.
-    std::unique_ptr<WatchedObject> Take(const WatchedObject* object);
+    Objects::node_type Take(const WatchedObject* object);
 
     /// Counts what is bound of an object, which is filtered meanwhile.
     void CountBound(WatchedObject* object, int change);
@@ -40,9 +41,9 @@ public:
     template<typename Predicate>
     void IgnoreTexts(Predicate isMeant)
     {
-        for (const auto& known : m_objects) {
-            if (known.second->hasUnbound && isMeant(known.second->object))
-                SetWatched(known.second.get(), known.second->boundCount, false);
+        for (auto& known : m_objects) {
+            if (known.second.hasUnbound && isMeant(known.first))
+                SetWatched(&known.second, known.second.boundCount, false);
         }
     }
 
@@ -67,7 +68,7 @@ private:
 
     SignalReceiver* const m_receiver;
     QObject* const m_filter;
-    std::unordered_map<const QObject*, std::unique_ptr<WatchedObject>> m_objects;
+    Objects m_objects;
     QSet<QString> m_names;
     QHash<QPair<const QMetaObject*, QString>, std::shared_ptr<const BoundAccess>> m_accesses;
     std::size_t m_adapterCount = 0; ///< When the first of these was made.

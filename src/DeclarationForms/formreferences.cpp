@@ -2,9 +2,6 @@
 
 #include <QPointer>
 
-#include <algorithm>
-#include <iterator>
-
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/formlog.h"
 #include "DeclarationForms/formvalues.h"
@@ -19,17 +16,6 @@ void Refuse(const QString& reason)
 {
     if (currentReport)
         currentReport->refusal = reason;
-}
-
-/// Those that are deleted were mostly made last.
-template<typename Node>
-void TakeOut(std::vector<Node*>* list, Node* node)
-{
-    if (!list)
-        return;
-    const auto found = std::find(list->rbegin(), list->rend(), node);
-    if (found != list->rend())
-        list->erase(std::next(found).base());
 }
 
 } // namespace
@@ -47,11 +33,6 @@ StoreReport::~StoreReport()
 FormVariable::FormVariable(const std::shared_ptr<WatchedVariable>& variable, bool readOnly)
     : Expression(readOnly), m_variable(variable)
 {
-}
-
-FormVariable::~FormVariable()
-{
-    TakeOut(m_list, this);
 }
 
 QVariant FormVariable::Retrieve() const
@@ -72,11 +53,6 @@ bool FormVariable::Store(const QVariant& value)
 }
 
 FormProperty::FormProperty(const TextPlace& place, bool readOnly) : Expression(readOnly), m_place(place) {}
-
-FormProperty::~FormProperty()
-{
-    TakeOut(m_list, this);
-}
 
 void FormProperty::SetProperty(WatchedProperty* property, const std::shared_ptr<const BoundAccess>& access)
 {

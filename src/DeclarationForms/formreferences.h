@@ -37,26 +37,26 @@ class FormVariable : public Expression
 {
 public:
     FormVariable(const std::shared_ptr<WatchedVariable>& variable, bool readOnly);
-    ~FormVariable() override;
 
     QVariant Retrieve() const override;
     bool Store(const QVariant& value) override;
 
     const std::shared_ptr<WatchedVariable>& Variable() const { return m_variable; }
 
-    /// Where it takes itself out when it is deleted; null for nowhere.
-    void SetList(std::vector<FormVariable*>* list) { m_list = list; }
+    /// Of the statement; null for none.
+    FormVariable* Next() const { return m_next; }
+    void SetNext(FormVariable* next) { m_next = next; }
     BoundStatement* Statement() const { return m_statement; }
     void SetStatement(BoundStatement* statement) { m_statement = statement; }
     /// Among the readers of the variable.
     std::size_t Index() const { return m_index; }
-    void SetIndex(std::size_t index) { m_index = index; }
+    void SetIndex(std::size_t index) { m_index = static_cast<quint32>(index); }
 
 private:
+    quint32 m_index = 0; // Beside what the base class has.
     const std::shared_ptr<WatchedVariable> m_variable;
-    std::vector<FormVariable*>* m_list = nullptr;
+    FormVariable* m_next = nullptr;
     BoundStatement* m_statement = nullptr;
-    std::size_t m_index = 0;
 };
 
 /// A reference to a property of an object, which need not exist yet. It has no value while the path leads
@@ -65,7 +65,6 @@ class FormProperty : public Expression
 {
 public:
     FormProperty(const TextPlace& place, bool readOnly);
-    ~FormProperty() override;
 
     QVariant Retrieve() const override;
     /// Writes the property. Refused where the property is bound and its statement reads only.
@@ -79,22 +78,23 @@ public:
     const TextPlace& Place() const { return m_place; }
 
     /// As for FormVariable.
-    void SetList(std::vector<FormProperty*>* list) { m_list = list; }
+    FormProperty* Next() const { return m_next; }
+    void SetNext(FormProperty* next) { m_next = next; }
     BoundStatement* Statement() const { return m_statement; }
     void SetStatement(BoundStatement* statement) { m_statement = statement; }
     /// Among the readers of the property.
     std::size_t Index() const { return m_index; }
-    void SetIndex(std::size_t index) { m_index = index; }
+    void SetIndex(std::size_t index) { m_index = static_cast<quint32>(index); }
 
 private:
     bool Write(const QVariant& value);
 
+    quint32 m_index = 0;
     const TextPlace m_place;
     WatchedProperty* m_property = nullptr;
     std::shared_ptr<const BoundAccess> m_access;
-    std::vector<FormProperty*>* m_list = nullptr;
+    FormProperty* m_next = nullptr;
     BoundStatement* m_statement = nullptr;
-    std::size_t m_index = 0;
 };
 
 #endif

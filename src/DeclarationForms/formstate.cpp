@@ -37,7 +37,7 @@ FormState::Statements FormState::In(const QObject* scope) const
     return found;
 }
 
-std::shared_ptr<BoundStatement> FormState::Find(const QObject* object, const QString& name) const
+std::shared_ptr<BoundStatement> FormState::Find(const QObject* object, const QString& name)
 {
     WatchedObject* const watched = objects.Find(object);
     const WatchedProperty* const property = watched ? FormObjects::Find(watched, name) : nullptr;

@@ -35,7 +35,7 @@ public:
     /// The bound statements in the scope, in the order bound.
     Statements In(const QObject* scope) const;
     /// The statement of a property, by its name without marker; null for none.
-    std::shared_ptr<BoundStatement> Find(const QObject* object, const QString& name) const;
+    std::shared_ptr<BoundStatement> Find(const QObject* object, const QString& name);
     /// The peer that is set, or else the default; null where there is none.
     IDataPeer* Peer() const;
     /// Takes statements out of the list that are not bound any more, when they are many.

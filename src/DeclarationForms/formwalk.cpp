@@ -7,26 +7,26 @@
 namespace {
 
 /// Where the property before has the same name, both share it.
-QString NameOf(const QByteArray& name, const QVector<MarkedProperty>& properties)
+QString NameOf(const QByteArray& name, const MarkedProperties& properties)
 {
     const QString text = QString::fromUtf8(name);
-    return !properties.isEmpty() && properties.last().name == text ? properties.last().name : text;
+    return !properties.empty() && properties.back().name == text ? properties.back().name : text;
 }
 
-void CollectFrom(QObject* object, QVector<MarkedProperty>* properties)
+void CollectFrom(QObject* object, MarkedProperties* properties)
 {
     const QList<QByteArray> names = object->dynamicPropertyNames();
     for (const QByteArray& name : names) {
         if (FormWalk::IsMarked(name))
-            properties->append({object, NameOf(name, *properties), object->property(name)});
+            properties->push_back({object, NameOf(name, *properties), object->property(name)});
     }
 }
 
 } // namespace
 
-QVector<MarkedProperty> FormWalk::Collect(QObject* scope)
+MarkedProperties FormWalk::Collect(QObject* scope)
 {
-    QVector<MarkedProperty> properties;
+    MarkedProperties properties;
     // Without recursion: nobody limits how deep a form is.
     std::vector<QObject*> waiting = {scope};
     while (!waiting.empty()) {

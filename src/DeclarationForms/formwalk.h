@@ -4,7 +4,8 @@
 #include <QPointer>
 #include <QString>
 #include <QVariant>
-#include <QVector>
+
+#include <deque>
 
 class QObject;
 
@@ -16,12 +17,14 @@ struct MarkedProperty
     QVariant text;
 };
 
+typedef std::deque<MarkedProperty> MarkedProperties;
+
 /// The walk through the objects of a form.
 namespace FormWalk {
 
 /// The marked properties of \a scope and all below it, in the order of QObject::children(), each object with all
 /// below it before the next; of one object in the order in which they were set.
-QVector<MarkedProperty> Collect(QObject* scope);
+MarkedProperties Collect(QObject* scope);
 
 /// Whether the dynamic property of that name is a marked one, and not Qt's own.
 bool IsMarked(const QByteArray& name);

@@ -7,7 +7,6 @@
 #include <deque>
 #include <functional>
 #include <memory>
-#include <vector>
 
 #include "Common/textplace.h"
 #include "DeclarationForms/formproblem.h"
@@ -22,7 +21,7 @@ struct StandingProblem
     quint64 number; ///< In the order found.
 };
 
-typedef std::vector<StandingProblem> StandingProblems;
+typedef QVector<StandingProblem> StandingProblems;
 
 /// Keeps the problems of a form, and which of them have not been told yet.
 class ProblemBook

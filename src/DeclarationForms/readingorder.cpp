@@ -206,7 +206,7 @@ private:
 
 bool ReadsItself(const BoundStatement& statement)
 {
-    const std::vector<FormProperty*>& references = statement.compiled.properties;
+    const ReferenceChain<FormProperty>& references = statement.compiled.properties;
     return std::any_of(references.begin(), references.end(), [&statement](const FormProperty* reference) {
         return WriterOf(statement, *reference) == &statement;
     });

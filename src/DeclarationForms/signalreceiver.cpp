@@ -29,24 +29,29 @@ private:
     const int m_first;
 };
 
+QObject* SignalReceiver::Slot::Sender() const
+{
+    return kind == Change ? property->owner->object : object->object;
+}
+
 SignalReceiver::SignalReceiver(Listener* listener) : m_listener(listener) {}
 
 SignalReceiver::~SignalReceiver() = default;
 
 int SignalReceiver::WatchChanges(WatchedProperty* property, int signal)
 {
-    return Connect({property, property->owner, signal, false});
+    return Connect(Slot(property, signal));
 }
 
 int SignalReceiver::WatchDestruction(WatchedObject* object)
 {
     static const int destroyed = QObject::staticMetaObject.indexOfSignal("destroyed(QObject*)");
-    return Connect({nullptr, object, destroyed, true});
+    return Connect(Slot(object, destroyed, Destruction));
 }
 
 int SignalReceiver::WatchFinish(WatchedObject* object, int signal)
 {
-    return Connect({nullptr, object, signal, false});
+    return Connect(Slot(object, signal, Finish));
 }
 
 int SignalReceiver::Connect(const Slot& slot)
@@ -55,14 +60,14 @@ int SignalReceiver::Connect(const Slot& slot)
         return -1;
     if (m_free.empty()) {
         m_free.push_back(static_cast<int>(m_slots.size()));
-        m_slots.push_back({nullptr, nullptr, -1, false});
+        m_slots.push_back(Slot());
     }
     const int number = m_free.back();
     const std::size_t index = number / SlotsEach;
     if (index == m_receivers.size())
         m_receivers.emplace_back(new Receiver(this, number));
     const int method = QObject::staticMetaObject.methodCount() + number % SlotsEach;
-    if (!QMetaObject::connect(slot.object->object, slot.signal, m_receivers[index].get(), method, Qt::DirectConnection))
+    if (!QMetaObject::connect(slot.Sender(), slot.signal, m_receivers[index].get(), method, Qt::DirectConnection))
         return -1;
     m_free.pop_back();
     m_slots[number] = slot;
@@ -75,8 +80,8 @@ void SignalReceiver::Forget(int slot)
         return;
     const Slot forgotten = m_slots[slot];
     const int method = QObject::staticMetaObject.methodCount() + slot % SlotsEach;
-    QMetaObject::disconnect(forgotten.object->object, forgotten.signal, m_receivers[slot / SlotsEach].get(), method);
-    m_slots[slot] = {nullptr, nullptr, -1, false};
+    QMetaObject::disconnect(forgotten.Sender(), forgotten.signal, m_receivers[slot / SlotsEach].get(), method);
+    m_slots[slot] = Slot();
     m_free.push_back(slot);
 }
 
@@ -90,10 +95,10 @@ void SignalReceiver::Close()
 void SignalReceiver::Tell(int slot)
 {
     const Slot told = m_slots[slot];
-    if (told.isDestruction)
-        m_listener->OnDestroyed(told.object);
-    else if (told.property)
+    if (told.kind == Change)
         m_listener->OnChanged(told.property);
-    else if (told.object)
+    else if (told.kind == Destruction)
+        m_listener->OnDestroyed(told.object);
+    else if (told.kind == Finish)
         m_listener->OnFinished(told.object);
 }

@@ -43,12 +43,26 @@ private:
     Q_DISABLE_COPY(SignalReceiver)
 
     class Receiver;
+    enum Kind : quint8
+    {
+        Free,
+        Change, ///< Of a property; the others are of an object.
+        Destruction,
+        Finish
+    };
     struct Slot
     {
-        WatchedProperty* property;
-        WatchedObject* object; ///< Null for a free slot.
-        int signal;
-        bool isDestruction;
+        union {
+            WatchedProperty* property;
+            WatchedObject* object;
+        };
+        int signal = -1;
+        Kind kind = Free;
+
+        Slot() : object(nullptr) {}
+        Slot(WatchedProperty* changed, int ofSignal) : property(changed), signal(ofSignal), kind(Change) {}
+        Slot(WatchedObject* watched, int ofSignal, Kind ofKind) : object(watched), signal(ofSignal), kind(ofKind) {}
+        QObject* Sender() const;
     };
 
     int Connect(const Slot& slot);

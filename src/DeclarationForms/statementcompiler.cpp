@@ -55,11 +55,10 @@ bool StatementCompiler::Compile(const QString& statement, IDataPeer* peer, const
     m_hasLeftOver = false;
     m_parser.Tokenize(statement);
     compiled->tree.reset(m_parser.Parse(peer, nullptr, nullptr, nullptr, package, readOnly));
-    Release();
+    // Without one of these the parser has deleted none of the nodes that it asked for.
     if (compiled->tree && !m_hasError && !m_hasLeftOver) {
-        // Copies are no larger than need be.
-        compiled->variables = m_variableNodes;
-        compiled->properties = m_propertyNodes;
+        compiled->variables = ReferenceChain<FormVariable>(m_variableNodes);
+        compiled->properties = ReferenceChain<FormProperty>(m_propertyNodes);
         return true;
     }
     for (const std::shared_ptr<WatchedVariable>& variable : m_found)
@@ -87,21 +86,19 @@ IExpression* StatementCompiler::CreateReference(const VariableToken& token, cons
     if (token.HasPackage() && IsWidgetPath(package)) {
         FormProperty* const property = new FormProperty(place, readOnly);
         m_propertyNodes.push_back(property);
-        property->SetList(&m_propertyNodes);
         return property;
     }
     const VariableIdentifier identifier(token.GetVariableName(), package);
     m_found.push_back(m_variables->Find(m_peer, identifier));
     FormVariable* const variable = new FormVariable(m_found.back(), readOnly);
     m_variableNodes.push_back(variable);
-    variable->SetList(&m_variableNodes);
     return variable;
 }
 
 void StatementCompiler::OnNode(const ParsedNode& node)
 {
     if (node.kind == ParsedNode::Subscript)
-        m_compiled->subscripts.emplace_back(node.node, PlaceOfIndex(node.token));
+        m_compiled->subscripts.emplace_front(node.node, PlaceOfIndex(node.token));
 }
 
 void StatementCompiler::OnReport(const ParserReport& report)
@@ -132,13 +129,4 @@ TextPlace StatementCompiler::PlaceOfIndex(int bracket) const
             return TextPlace(m_tokens[bracket].place.offset, m_tokens[i].place.End() - m_tokens[bracket].place.offset);
     }
     return m_tokens[bracket].place;
-}
-
-/// The parser does not delete nodes any more.
-void StatementCompiler::Release()
-{
-    for (FormVariable* const variable : m_variableNodes)
-        variable->SetList(nullptr);
-    for (FormProperty* const property : m_propertyNodes)
-        property->SetList(nullptr);
 }

@@ -51,7 +51,6 @@ private:
     void OnReport(const ParserReport& report) override;
 
     TextPlace PlaceOfIndex(int bracket) const;
-    void Release();
 
     WatchedVariables* const m_variables;
     Parser m_parser;

@@ -34,7 +34,7 @@ struct WatchedProperty
 /// An object of which a form binds or reads properties; exists until the object is destroyed.
 struct WatchedObject
 {
-    QObject* object;
+    QObject* object = nullptr;
     std::forward_list<WatchedProperty> properties;
     int destroyedSlot = -1;
     std::forward_list<int> finishedSlots; ///< For the signals with which editing ends.
