@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QPointer>
+#include <QThread>
 
 #include <cstring>
+#include <mutex>
 
 #include "DeclarationForms/formobserver.h"
 #include "inspectorwindow.h"
@@ -29,19 +31,26 @@ void DeclarationInspector::Show()
         qWarning("The inspector needs a QApplication.");
         return;
     }
+    if (QThread::currentThread() != QCoreApplication::instance()->thread()) {
+        qWarning("The inspector is shown in the thread of the widgets alone.");
+        return;
+    }
     if (!Window()) {
+        static std::once_flag once;
+        std::call_once(once, [] { qAddPostRoutine(DeleteWindow); });
         Window() = new InspectorWindow;
-        qAddPostRoutine(DeleteWindow);
     }
     Window()->show();
     Window()->raise();
 }
 
 /// Entry of the forms library, which a program that knows nothing of the inspector asks for it.
-extern "C" DECLARATIONINSPECTOR_EXPORT bool DeclarationInspectorShow(const char* version, FormBinding* binding)
+extern "C" DECLARATIONINSPECTOR_EXPORT const char* DeclarationInspectorShow(const char* version, FormBinding* binding)
 {
-    if (std::strcmp(version, DECLARATIONHANDLER_VERSION) != 0 || !FormObserver::Bindings().contains(binding))
-        return false;
+    if (std::strcmp(version, DECLARATIONHANDLER_VERSION) != 0)
+        return "is of another version";
+    if (!FormObserver::Bindings().contains(binding))
+        return "has a copy of the forms library to itself";
     DeclarationInspector::Show();
-    return true;
+    return nullptr;
 }

@@ -1,18 +1,30 @@
 #include "deliveriesmodel.h"
 
+#include <algorithm>
+
+#include "view/tablepanel.h"
+
 void DeliveriesModel::Refresh()
 {
-    if (m_form->DeliveryCount() == m_count)
-        return;
-    beginResetModel();
+    const std::deque<InspectedDelivery>& all = m_form->Deliveries();
+    const quint64 fresh = std::min<quint64>(m_form->DeliveryCount() - m_count, all.size());
     m_count = m_form->DeliveryCount();
-    m_deliveries = QVector<InspectedDelivery>(m_form->Deliveries().rbegin(), m_form->Deliveries().rend());
-    endResetModel();
+    if (fresh == 0)
+        return;
+    beginInsertRows(QModelIndex(), 0, int(fresh) - 1);
+    m_deliveries.insert(m_deliveries.begin(), all.rbegin(), all.rbegin() + std::ptrdiff_t(fresh));
+    endInsertRows();
+    const int count = rowCount();
+    if (count <= InspectedForm::MaxDeliveries)
+        return;
+    beginRemoveRows(QModelIndex(), InspectedForm::MaxDeliveries, count - 1);
+    m_deliveries.resize(InspectedForm::MaxDeliveries);
+    endRemoveRows();
 }
 
 int DeliveriesModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : m_deliveries.size();
+    return parent.isValid() ? 0 : int(m_deliveries.size());
 }
 
 int DeliveriesModel::columnCount(const QModelIndex& parent) const
@@ -28,9 +40,13 @@ QVariant DeliveriesModel::headerData(int section, Qt::Orientation orientation, i
 
 QVariant DeliveriesModel::data(const QModelIndex& index, int role) const
 {
+    const InspectedDelivery& delivery = m_deliveries.at(std::size_t(index.row()));
+    if (role == Qt::TextAlignmentRole && (index.column() == Evaluations || index.column() == Time))
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == TablePanel::SortRole && index.column() == Time)
+        return double(delivery.nanoseconds);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return QVariant();
-    const InspectedDelivery& delivery = m_deliveries.at(index.row());
     switch (index.column()) {
     case End:
         return delivery.end.toString("HH:mm:ss.zzz");

@@ -2,7 +2,8 @@
 #define DELIVERIESMODEL_H
 
 #include <QAbstractTableModel>
-#include <QVector>
+
+#include <deque>
 
 #include "inspectedform.h"
 
@@ -32,7 +33,7 @@ public:
 
 private:
     const InspectedForm* const m_form;
-    QVector<InspectedDelivery> m_deliveries;
+    std::deque<InspectedDelivery> m_deliveries;
     quint64 m_count = 0; ///< Of all that there had been.
 };
 

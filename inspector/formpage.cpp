@@ -38,7 +38,7 @@ FormPage::FormPage(InspectedForm* form)
     below->setAccessibleName("Details");
     below->addTab(MakeDetails(), "&Declaration");
     below->addTab(m_neighbourhood = new NeighbourhoodView, "&Neighbourhood");
-    below->addTab(MakePanel("Data", &m_data, {24, 24, 40}), "D&ata");
+    below->addTab(m_dataPanel = MakePanel("Data", &m_data, {24, 24, 40}), "D&ata");
     below->addTab(MakeTimeline(), "&Timeline");
     auto* const splitter = new QSplitter(Qt::Vertical);
     splitter->setChildrenCollapsible(false);
@@ -78,7 +78,10 @@ void FormPage::Refresh()
     m_form->Refresh();
     if (m_detail->isVisible())
         m_detail->Refresh();
-    m_data.Refresh();
+    // A view writes what changes into an editor that is open.
+    const QTableView* const data = m_dataPanel->View();
+    if (m_dataPanel->isVisible() && !data->isPersistentEditorOpen(data->currentIndex()))
+        m_data.Refresh();
     if (m_timeline->isVisible()) {
         m_deliveries.Refresh();
         m_timeline->update();

@@ -47,6 +47,7 @@ private:
     DeliveriesModel m_deliveries;
     HostDataModel m_data;
     TablePanel* m_declarationsPanel;
+    TablePanel* m_dataPanel = nullptr;
     DetailPanel* m_detail = nullptr;
     NeighbourhoodView* m_neighbourhood = nullptr;
     TimelineView* m_timeline = nullptr;

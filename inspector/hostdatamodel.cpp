@@ -1,22 +1,62 @@
 #include "hostdatamodel.h"
 
+#include <utility>
+
 #include "DataLayer/idatapeer.h"
 #include "inspectedform.h"
+#include "qtversion.h"
 
-HostDataModel::HostDataModel(InspectedForm* form) : m_form(form)
+namespace {
+
+/// Gives the value the type of another one; false where that would lose something.
+bool ConvertLike(const QVariant& present, QVariant* value)
 {
-    connect(form, &DeclarationSource::AboutToBeReplaced, this, &HostDataModel::beginResetModel);
-    connect(form, &DeclarationSource::Replaced, this, [this] {
-        m_variables = m_form->Variables();
-        endResetModel();
-    });
-    m_variables = form->Variables();
+    if (!present.isValid() || !value->isValid() || present.userType() == value->userType())
+        return true;
+    QVariant converted = *value;
+    if (!QtVersion::Convert(&converted, present.userType()))
+        return false;
+    QVariant back = converted;
+    if (!QtVersion::Convert(&back, value->userType()) || back != *value)
+        return false;
+    *value = converted;
+    return true;
+}
+
+} // namespace
+
+HostDataModel::HostDataModel(InspectedForm* form) : m_form(form), m_variables(form->Variables())
+{
+    connect(form, &DeclarationSource::Replaced, this, &HostDataModel::TakeVariables);
+}
+
+/// Where they are the same, an editor that is open stays.
+void HostDataModel::TakeVariables()
+{
+    const QVector<VariableIdentifier> variables = m_form->Variables();
+    if (variables == m_variables)
+        return;
+    beginResetModel();
+    m_variables = variables;
+    m_texts.clear();
+    endResetModel();
 }
 
 void HostDataModel::Refresh()
 {
-    if (!m_variables.isEmpty())
-        Q_EMIT dataChanged(index(0, Value), index(m_variables.size() - 1, Value));
+    const QStringList before = std::exchange(m_texts, Texts());
+    for (int row = 0; row < m_texts.size(); ++row) {
+        if (before.value(row) != m_texts.at(row))
+            Q_EMIT dataChanged(index(row, Value), index(row, Value));
+    }
+}
+
+QStringList HostDataModel::Texts() const
+{
+    QStringList texts;
+    for (int row = 0; row < m_variables.size(); ++row)
+        texts.append(data(index(row, Value)).toString());
+    return texts;
 }
 
 int HostDataModel::rowCount(const QModelIndex& parent) const
@@ -67,6 +107,10 @@ bool HostDataModel::setData(const QModelIndex& index, const QVariant& value, int
     QString error;
     if (!ValueFromText(value.toString(), &read, &error)) {
         Q_EMIT Refused(QString("%1 keeps its value: %2").arg(identifier.GetName(), error));
+        return false;
+    }
+    if (!ConvertLike(data->GetValue(identifier, QVariant()), &read)) {
+        Q_EMIT Refused(QString("%1 keeps its value: it is of another type").arg(identifier.GetName()));
         return false;
     }
     if (data->ChangeValue(identifier, read, IDataPeer::NoFlag))

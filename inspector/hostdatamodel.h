@@ -25,7 +25,7 @@ public:
 
     explicit HostDataModel(InspectedForm* form);
 
-    /// Has the values read again.
+    /// Reads the values again, and announces those that are others.
     void Refresh();
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
@@ -33,15 +33,20 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
-    /// False, with the reason told, where the text is no value or the host takes none.
+    /// False, with the reason told, where the text is no value, would lose something as one of the present type, or is
+    /// refused by the host.
     bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
 
 Q_SIGNALS:
     void Refused(const QString& reason);
 
 private:
+    QStringList Texts() const;
+    void TakeVariables();
+
     InspectedForm* const m_form;
     QVector<VariableIdentifier> m_variables;
+    QStringList m_texts; ///< Of the values that were announced last.
 };
 
 #endif

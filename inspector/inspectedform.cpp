@@ -1,5 +1,7 @@
 #include "inspectedform.h"
 
+#include <QSet>
+
 #include <algorithm>
 #include <utility>
 
@@ -43,7 +45,13 @@ QString InspectedForm::DefaultPackage() const
 
 IDataPeer* InspectedForm::Data() const
 {
-    return m_binding ? m_binding->DataPeer() : nullptr;
+    return m_binding && !m_isStale ? m_binding->DataPeer() : nullptr;
+}
+
+bool InspectedForm::Has(const QObject* object) const
+{
+    return std::any_of(m_properties.begin(), m_properties.end(),
+                       [object](const ViewedProperty& property) { return property.object == object; });
 }
 
 EvaluationFigures InspectedForm::FiguresOf(int position) const
@@ -65,9 +73,18 @@ QVector<VariableIdentifier> InspectedForm::Variables() const
     return variables;
 }
 
+void InspectedForm::NoteBound()
+{
+    if (!std::exchange(m_isStale, true))
+        Q_EMIT BoundChanged();
+}
+
 void InspectedForm::NoteMarked(int place, const FormCause& cause)
 {
-    m_counted[place].cause = {cause.kind, cause.variable, cause.object, cause.name};
+    Cause& pending = m_counted[place].pending;
+    pending = {cause.kind, cause.variable, cause.object, cause.name};
+    if (m_firstMark.isEmpty())
+        m_firstMark = Describe(pending);
 }
 
 void InspectedForm::NoteEvaluated(const FormEvaluation& evaluation)
@@ -82,15 +99,18 @@ void InspectedForm::NoteEvaluated(const FormEvaluation& evaluation)
     counted.nanoseconds += evaluation.nanoseconds;
     if (counted.fresh++ == 0)
         m_changed.append(evaluation.place);
-    if (m_firstPlace < 0)
-        m_firstPlace = evaluation.place;
+    counted.cause = counted.pending;
+    if (m_firstEvaluation.isEmpty())
+        m_firstEvaluation = Describe(counted.cause);
 }
 
 void InspectedForm::NoteDelivered(int evaluations, qint64 nanoseconds)
 {
-    const auto first = m_counted.find(std::exchange(m_firstPlace, -1));
-    const QString cause = first == m_counted.end() ? QString() : Describe(first->second.cause);
-    m_deliveries.push_back({QDateTime::currentDateTime(), evaluations, nanoseconds, cause});
+    // What a delivery marks for the next one was marked before that begins.
+    const QString evaluated = std::exchange(m_firstEvaluation, QString());
+    const QString marked = std::exchange(m_firstMark, QString());
+    m_deliveries.push_back(
+        {QDateTime::currentDateTime(), evaluations, nanoseconds, marked.isEmpty() ? evaluated : marked});
     if (m_deliveries.size() > MaxDeliveries)
         m_deliveries.pop_front();
     ++m_deliveryCount;
@@ -169,11 +189,44 @@ void InspectedForm::Rebuild()
                              WidgetPath(property.object, Form()), property.writable, property.evaluations, QString()});
         m_properties.last().edited = property.edited;
     }
+    AppendUnbound();
     ListReaders();
     ForgetFresh();
     MatchPlaces();
     Q_EMIT Replaced();
-    TakeProblems();
+    // Whoever shows them runs code of the host, too.
+    if (m_binding)
+        TakeProblems();
+}
+
+/// What is most wrong is not bound at all.
+void InspectedForm::AppendUnbound()
+{
+    for (const FormProblem& problem : UnboundProblems(m_binding->Problems())) {
+        ViewedProperty property{problem.object,
+                                problem.property.mid(1),
+                                problem.statement,
+                                WidgetPath(problem.object, Form()),
+                                problem.property.startsWith('_'),
+                                0,
+                                QString()};
+        property.problem = problem.message;
+        property.severity = problem.severity;
+        m_properties.append(property);
+    }
+}
+
+QVector<FormProblem> InspectedForm::UnboundProblems(const QVector<FormProblem>& standing) const
+{
+    QSet<Key> bound;
+    for (const BoundProperty& property : m_bound)
+        bound.insert({property.object.data(), property.property});
+    QVector<FormProblem> problems;
+    for (const FormProblem& problem : standing) {
+        if (problem.object && !bound.contains({problem.object.data(), problem.property}))
+            problems.append(problem);
+    }
+    return problems;
 }
 
 void InspectedForm::ListReaders()
@@ -206,7 +259,9 @@ void InspectedForm::MatchPlaces()
     for (auto entry = m_counted.begin(); entry != m_counted.end();) {
         Counted& counted = entry->second;
         const int row = counted.object ? rows.value({counted.object.data(), counted.property}, -1) : -1;
-        if (row < 0 && counted.evaluations > 0) {
+        // Those without an evaluation wait for it, or were unbound before it came.
+        const bool isExpected = counted.evaluations == 0 && int(m_counted.size()) <= 2 * (m_bound.size() + 1);
+        if (row < 0 && !isExpected) {
             entry = m_counted.erase(entry);
             continue;
         }
@@ -222,7 +277,7 @@ void InspectedForm::TakeState()
 {
     const QVector<BoundProperty> bound = m_binding->BoundProperties();
     // It may have changed meanwhile, when it follows with the next refresh.
-    if (!m_binding || m_isStale || bound.size() != m_properties.size())
+    if (!m_binding || m_isStale || bound.size() != m_bound.size())
         return;
     m_bound = bound;
     for (int row = 0; row < bound.size(); ++row) {
@@ -237,18 +292,21 @@ void InspectedForm::TakeState()
 
 void InspectedForm::TakeProblems()
 {
-    QHash<Key, FormProblem> problems;
     const QVector<FormProblem> standing = m_binding->Problems();
     if (!m_binding)
         return;
-    for (const FormProblem& problem : standing) {
-        const Key key(problem.object.data(), problem.property);
-        if (!problems.contains(key))
-            problems.insert(key, problem);
-    }
-    for (int row = 0; row < m_properties.size(); ++row) {
+    if (UnboundProblems(standing).size() != m_properties.size() - m_bound.size())
+        m_isStale = true;
+    QHash<Key, QVector<FormProblem>> problems;
+    for (const FormProblem& problem : standing)
+        problems[{problem.object.data(), problem.property}].append(problem);
+    for (int row = 0; row < m_bound.size() && row < m_properties.size(); ++row) {
         ViewedProperty& property = m_properties[row];
-        const FormProblem problem = problems.value({m_bound.at(row).object.data(), m_bound.at(row).property});
+        const QVector<FormProblem> all = problems.value({m_bound.at(row).object.data(), m_bound.at(row).property});
+        const FormProblem problem = all.value(0);
+        property.findings.clear();
+        for (const FormProblem& other : all.mid(1))
+            property.findings.append({other.severity, other.message});
         if (property.problem == problem.message)
             continue;
         // What was wrong last stays to be seen.

@@ -29,7 +29,7 @@ struct InspectedDelivery
     QDateTime end;
     int evaluations;
     qint64 nanoseconds;
-    QString cause; ///< Of the first evaluation that it was marked for.
+    QString cause; ///< Of what was to be evaluated first.
 };
 
 /// A form binding as the inspector sees it. What it is told of is counted at once; the lists and the values follow
@@ -53,8 +53,11 @@ public:
     QVector<int> ReadersOf(int position) const override;
     QObject* Form() const override;
     QString DefaultPackage() const override;
+    /// Null also from a change of what is bound to the next refresh: then the host may have deleted the peer.
     IDataPeer* Data() const override;
 
+    /// Whether a declaration is of that object.
+    bool Has(const QObject* object) const;
     EvaluationFigures FiguresOf(int position) const;
     /// The last ones, the newest last.
     const std::deque<InspectedDelivery>& Deliveries() const { return m_deliveries; }
@@ -64,7 +67,7 @@ public:
     QVector<VariableIdentifier> Variables() const;
 
     // What the observer is told.
-    void NoteBound() { m_isStale = true; }
+    void NoteBound();
     void NoteMarked(int place, const FormCause& cause);
     void NoteEvaluated(const FormEvaluation& evaluation);
     void NoteDelivered(int evaluations, qint64 nanoseconds);
@@ -74,6 +77,10 @@ public:
     void Refresh();
     /// In addition the problems, what is edited, and the evaluations in the second that is over.
     void EndSecond();
+
+Q_SIGNALS:
+    /// What is bound has changed; the peer is still there.
+    void BoundChanged();
 
 private:
     struct Cause
@@ -92,12 +99,15 @@ private:
         int thisSecond = 0;
         int lastSecond = 0;
         qint64 nanoseconds = 0;
-        Cause cause;
+        Cause pending; ///< Of the evaluation to come.
+        Cause cause;   ///< Of the last one.
     };
     typedef QPair<const QObject*, QString> Key;
 
     static QString Describe(const Cause& cause);
     void Rebuild();
+    void AppendUnbound();
+    QVector<FormProblem> UnboundProblems(const QVector<FormProblem>& standing) const;
     void ListReaders();
     void ForgetFresh();
     void MatchPlaces();
@@ -106,7 +116,7 @@ private:
 
     QPointer<FormBinding> m_binding;
     bool m_isStale = true;
-    QVector<ViewedProperty> m_properties;
+    QVector<ViewedProperty> m_properties; ///< Those that are bound, then those that cannot be.
     QVector<BoundProperty> m_bound;
     QHash<Key, QVector<int>> m_readers;
     QVector<int> m_places;                      ///< For each property; -1 before its first evaluation here.
@@ -116,7 +126,8 @@ private:
     bool m_hasNewPlaces = false;                ///< Some were evaluated here for the first time.
     std::deque<InspectedDelivery> m_deliveries;
     quint64 m_deliveryCount = 0;
-    int m_firstPlace = -1; ///< Evaluated first since the last delivery; -1 for none.
+    QString m_firstMark;       ///< Why something was to be evaluated first, since the last delivery.
+    QString m_firstEvaluation; ///< The cause of what was evaluated first.
 };
 
 #endif

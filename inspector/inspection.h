@@ -9,7 +9,8 @@
 
 class InspectedForm;
 
-/// The form bindings of this thread, observed for as long as it lives.
+/// The form bindings of this thread, observed for as long as it lives. An observer that the host has installed before
+/// outlives this, and is told as well.
 class Inspection : public QObject, private FormObserver
 {
     Q_OBJECT
@@ -36,7 +37,10 @@ private:
     void OnEvaluated(FormBinding* binding, const FormEvaluation& evaluation) override;
     void OnDelivered(FormBinding* binding, int evaluations, qint64 nanoseconds) override;
     InspectedForm* Find(FormBinding* binding) const;
+    void ForgetGone();
+    void Remove(InspectedForm* form);
 
+    FormObserver* const m_outer; ///< That of the host, which is told as before; null for none.
     QVector<InspectedForm*> m_forms;
     QHash<FormBinding*, InspectedForm*> m_byBinding;
     QTimer m_second;

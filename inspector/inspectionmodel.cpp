@@ -1,6 +1,7 @@
 #include "inspectionmodel.h"
 
 #include "inspectedform.h"
+#include "view/tablepanel.h"
 
 InspectionModel::InspectionModel(InspectedForm* form) : DeclarationsModel(form), m_form(form)
 {
@@ -33,6 +34,8 @@ QVariant InspectionModel::data(const QModelIndex& index, int role) const
         return DeclarationsModel::data(index, role);
     if (role == Qt::TextAlignmentRole && index.column() != Cause)
         return int(Qt::AlignRight | Qt::AlignVCenter);
+    if (role == TablePanel::SortRole && index.column() == Time)
+        return double(m_form->FiguresOf(index.row()).nanoseconds);
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole)
         return QVariant();
     const EvaluationFigures figures = m_form->FiguresOf(index.row());

@@ -1,5 +1,6 @@
 #include "inspectorwindow.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLabel>
@@ -20,7 +21,7 @@ const QSize InitialSize(1300, 800);
 
 InspectorWindow::InspectorWindow() : m_pages(new QStackedWidget)
 {
-    setWindowTitle("Declarations of this program");
+    setWindowTitle("Declarations of " + QGuiApplication::applicationDisplayName());
     // The program ends with its own last window.
     setAttribute(Qt::WA_QuitOnClose, false);
     setAttribute(Qt::WA_DeleteOnClose);
@@ -29,6 +30,7 @@ InspectorWindow::InspectorWindow() : m_pages(new QStackedWidget)
     resize(InitialSize);
     statusBar()->setAccessibleName("Messages");
 
+    m_pages->addWidget(new QLabel("No form is bound."));
     for (InspectedForm* const form : m_inspection.Forms())
         OnAdded(form);
     connect(&m_inspection, &Inspection::Added, this, &InspectorWindow::OnAdded);
@@ -38,6 +40,8 @@ InspectorWindow::InspectorWindow() : m_pages(new QStackedWidget)
     connect(&m_refresh, &QTimer::timeout, this, [this] {
         if (isVisible() && !isMinimized())
             Refresh();
+        else
+            Record();
     });
     m_refresh.start(RefreshInterval);
 }
@@ -59,7 +63,7 @@ void InspectorWindow::AddToolBar()
     label->setBuddy(m_forms);
     toolBar->addWidget(label);
     toolBar->addWidget(m_forms);
-    connect(m_forms, QOverload<int>::of(&QComboBox::currentIndexChanged), m_pages, &QStackedWidget::setCurrentIndex);
+    connect(m_forms, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &InspectorWindow::ShowCurrent);
 
     m_pick = toolBar->addAction("&Pick a widget");
     m_pick->setCheckable(true);
@@ -79,28 +83,60 @@ void InspectorWindow::AddToolBar()
 
 FormPage* InspectorWindow::CurrentPage() const
 {
-    return static_cast<FormPage*>(m_pages->currentWidget());
+    return qobject_cast<FormPage*>(m_pages->currentWidget());
+}
+
+/// Null while there are no forms.
+InspectedForm* InspectorWindow::CurrentForm() const
+{
+    return m_inspection.Forms().value(m_forms->currentIndex());
 }
 
 FormPage* InspectorWindow::PageOf(const InspectedForm* form) const
 {
     for (int i = 0; i < m_pages->count(); ++i) {
-        auto* const page = static_cast<FormPage*>(m_pages->widget(i));
-        if (page->Inspected() == form)
+        auto* const page = qobject_cast<FormPage*>(m_pages->widget(i));
+        if (page && page->Inspected() == form)
             return page;
     }
     return nullptr;
 }
 
+/// Pages are made for the forms that somebody looks at: a program may have hundreds.
+void InspectorWindow::ShowCurrent()
+{
+    InspectedForm* const form = CurrentForm();
+    if (!form) {
+        m_pages->setCurrentIndex(0);
+        return;
+    }
+    FormPage* page = PageOf(form);
+    if (!page) {
+        page = new FormPage(form);
+        connect(page, &FormPage::Selected, &m_flash, &WidgetFlash::Start);
+        connect(page, &FormPage::Refused, this, &InspectorWindow::Tell);
+        m_pages->addWidget(page);
+    }
+    m_pages->setCurrentWidget(page);
+    page->Refresh();
+}
+
 void InspectorWindow::ShowWidget(const QWidget* widget)
 {
-    for (int i = 0; i < m_pages->count(); ++i) {
-        if (!static_cast<FormPage*>(m_pages->widget(i))->SelectObject(widget))
-            continue;
-        m_forms->setCurrentIndex(i);
-        raise();
-        activateWindow();
-        return;
+    const QVector<InspectedForm*> forms = m_inspection.Forms();
+    for (InspectedForm* const form : forms)
+        form->Refresh();
+    // The nearest around it that has some, of whichever form.
+    for (const QObject* object = widget; object; object = object->parent()) {
+        for (int i = 0; i < forms.size(); ++i) {
+            if (!forms.at(i)->Has(object))
+                continue;
+            m_forms->setCurrentIndex(i);
+            CurrentPage()->SelectObject(object);
+            raise();
+            activateWindow();
+            return;
+        }
     }
     Tell(QString("Nothing is bound in %1 \"%2\".").arg(widget->metaObject()->className(), widget->objectName()));
 }
@@ -108,40 +144,62 @@ void InspectorWindow::ShowWidget(const QWidget* widget)
 bool InspectorWindow::StartRecording(const QString& fileName)
 {
     StopRecording();
-    const FormPage* const page = CurrentPage();
-    IDataPeer* const data = page ? page->Inspected()->Data() : nullptr;
     QString error = "there are no data";
-    const bool isStarted = data && m_recorder.Start(fileName, data, page->Inspected()->Variables(), &error);
-    m_recorded = isStarted ? page->Inspected() : nullptr;
+    if (CurrentForm())
+        CurrentForm()->Refresh();
+    const bool isStarted = CurrentForm() && CurrentForm()->Data() && m_recorder.Start(fileName, &error);
+    m_recorded = isStarted ? CurrentForm() : nullptr;
     m_record->setChecked(isStarted);
     Tell(isStarted ? "Recording to " + fileName : "Nothing is recorded: " + error);
+    if (isStarted) {
+        // The host may delete the peer once nothing is bound.
+        connect(m_recorded, &InspectedForm::BoundChanged, this, [this] { m_recorder.Leave(); });
+        Record();
+    }
     return isStarted;
+}
+
+/// Goes on after a change of what is bound, and writes what there is to write.
+void InspectorWindow::Record()
+{
+    if (!m_recorded)
+        return;
+    m_recorded->Refresh();
+    const QVector<VariableIdentifier> variables = m_recorded->Variables();
+    if (!m_recorder.IsFollowing() && m_recorded->Data() && !variables.isEmpty())
+        m_recorder.Follow(m_recorded->Data(), variables);
+    if (!m_recorder.Flush())
+        StopRecording();
 }
 
 void InspectorWindow::StopRecording()
 {
     if (!m_recorded)
         return;
+    disconnect(m_recorded, &InspectedForm::BoundChanged, this, nullptr);
     m_recorded = nullptr;
     m_record->setChecked(false);
     QString error;
-    Tell(m_recorder.Stop(&error) ? "The recording is written." : "The recording is not complete: " + error);
+    const QStringList withoutForm = m_recorder.WithoutForm();
+    if (!m_recorder.Stop(&error))
+        Tell("The recording is not complete: " + error);
+    else if (!withoutForm.isEmpty())
+        Tell("The recording is written, without values of " + withoutForm.join(", ") + ", for which JSON has no form.");
+    else
+        Tell("The recording is written.");
 }
 
 void InspectorWindow::Refresh()
 {
     ShowTitles();
+    Record();
     if (FormPage* const page = CurrentPage())
         page->Refresh();
 }
 
 void InspectorWindow::OnAdded(InspectedForm* form)
 {
-    auto* const page = new FormPage(form);
-    connect(page, &FormPage::Selected, &m_flash, &WidgetFlash::Start);
-    connect(page, &FormPage::Refused, this, &InspectorWindow::Tell);
-    m_pages->addWidget(page);
-    m_forms->addItem(form->Title());
+    m_forms->addItem(form->Title(), QVariant::fromValue(static_cast<QObject*>(form)));
 }
 
 /// Its data may go with it.
@@ -149,13 +207,13 @@ void InspectorWindow::OnRemoved(InspectedForm* form)
 {
     if (form == m_recorded)
         StopRecording();
-    FormPage* const page = PageOf(form);
-    const int index = m_pages->indexOf(page);
-    m_pages->removeWidget(page);
-    m_forms->removeItem(index);
-    m_pages->setCurrentIndex(m_forms->currentIndex());
-    // It may be what the binding was deleted from.
-    page->deleteLater();
+    if (FormPage* const page = PageOf(form)) {
+        m_pages->removeWidget(page);
+        // It may be what the binding was deleted from.
+        page->deleteLater();
+    }
+    m_forms->removeItem(m_forms->findData(QVariant::fromValue(static_cast<QObject*>(form))));
+    ShowCurrent();
 }
 
 void InspectorWindow::OnRecord(bool wanted)
@@ -163,8 +221,9 @@ void InspectorWindow::OnRecord(bool wanted)
     if (!wanted)
         return StopRecording();
     m_record->setChecked(false);
+    const QPointer<InspectorWindow> guarded = this;
     const QString fileName = QFileDialog::getSaveFileName(this, "Record data", QString(), "Recordings (*.jsonl)");
-    if (!fileName.isEmpty())
+    if (guarded && !fileName.isEmpty())
         StartRecording(fileName);
 }
 
@@ -172,7 +231,7 @@ void InspectorWindow::OnRecord(bool wanted)
 void InspectorWindow::ShowTitles()
 {
     for (int i = 0; i < m_forms->count(); ++i) {
-        const QString title = static_cast<FormPage*>(m_pages->widget(i))->Inspected()->Title();
+        const QString title = m_inspection.Forms().at(i)->Title();
         if (m_forms->itemText(i) != title)
             m_forms->setItemText(i, title);
     }

@@ -13,7 +13,7 @@ class FormPage;
 class QComboBox;
 class QStackedWidget;
 
-/// The inspector's window: a page for each form binding of the program.
+/// The inspector's window: a page for each form binding of the program that is looked at.
 class InspectorWindow : public QMainWindow
 {
     Q_OBJECT
@@ -32,13 +32,17 @@ public:
     /// Records the data of the form in front. False when nothing is recorded, and why is said.
     bool StartRecording(const QString& fileName);
     void StopRecording();
+    bool IsRecording() const { return m_recorded; }
 
     /// What the timer does a few times a second.
     void Refresh();
 
 private:
     void AddToolBar();
+    InspectedForm* CurrentForm() const;
     FormPage* PageOf(const InspectedForm* form) const;
+    void ShowCurrent();
+    void Record();
     void OnAdded(InspectedForm* form);
     void OnRemoved(InspectedForm* form);
     void OnRecord(bool wanted);
@@ -49,7 +53,7 @@ private:
     WidgetFlash m_flash;
     WidgetPicker m_picker{this};
     HostRecorder m_recorder;
-    const InspectedForm* m_recorded = nullptr;
+    InspectedForm* m_recorded = nullptr;
     QComboBox* m_forms = nullptr;
     QStackedWidget* m_pages;
     QAction* m_pick = nullptr;

@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QProcess>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -72,12 +73,19 @@ private Q_SLOTS:
     void Replacing();
     void Neighbours();
     void Window();
+    void Data_data();
     void Data();
+    void DataStayWhileTyped();
     void Recording();
     void Picking_data();
     void Picking();
     void Flashing();
+    void FlashedWidgetMoves();
     void FormsThatGo();
+    void PeersThatGo();
+    void WhatIsNotBound();
+    void NestedDeliveries();
+    void NestedForms();
     void Keyboard();
     void Environment_data();
     void Environment();
@@ -195,22 +203,66 @@ void InspectorTest::Window()
     QCOMPARE(Table(window, "declarations")->currentIndex().row(), 2);
 }
 
+void InspectorTest::Data_data()
+{
+    QTest::addColumn<QVariant>("present");
+    QTest::addColumn<QString>("entered");
+    QTest::addColumn<QVariant>("value"); // Invalid where it is refused.
+    QTest::newRow("number") << QVariant(1) << "42" << QVariant(42);
+    QTest::newRow("fraction") << QVariant(5.0) << "6" << QVariant(6.0);
+    QTest::newRow("text of digits") << QVariant("abc") << "12" << QVariant("12");
+    QTest::newRow("date") << QVariant(QDate(2026, 1, 2)) << "2026-02-03" << QVariant(QDate(2026, 2, 3));
+    QTest::newRow("no date") << QVariant(QDate(2026, 1, 2)) << "soon" << QVariant();
+    QTest::newRow("fraction for a whole number") << QVariant(1) << "1.5" << QVariant();
+    QTest::newRow("text for a number") << QVariant(1) << "one" << QVariant();
+    QTest::newRow("no JSON") << QVariant(1) << "[1" << QVariant();
+    QTest::newRow("missing before") << QVariant() << "[1]" << QVariant(QVariantList{1});
+}
+
 void InspectorTest::Data()
 {
+    QFETCH(QVariant, present);
+    QFETCH(QString, entered);
+    QFETCH(QVariant, value);
     Chain form;
     InspectorWindow window;
     window.Refresh();
     QAbstractItemModel* const data = Table(window, "data")->model();
     QCOMPARE(data->rowCount(), 2);
-    const QModelIndex value = data->index(0, HostDataModel::Value);
-    QCOMPARE(value.data().toString(), QString("1"));
-    QVERIFY(data->setData(value, "42"));
-    form.Turn();
-    QCOMPARE(form.m_spin->value(), 42);
+    const QModelIndex cell = data->index(0, HostDataModel::Value);
+    form.m_peer.Set("a", present);
+    const VariableIdentifier identifier("a", QString());
+    QCOMPARE(data->setData(cell, entered), value.isValid());
+    const QVariant now = form.m_peer.GetValue(identifier, QVariant());
+    QCOMPARE(now, value.isValid() ? value : present);
+    QCOMPARE(now.userType(), (value.isValid() ? value : present).userType());
     form.m_peer.m_refused << "a";
-    QVERIFY(!data->setData(value, "43"));
-    QVERIFY(!data->setData(value, "[1"));
-    QCOMPARE(value.data().toString(), QString("42"));
+    QVERIFY(!data->setData(cell, "77"));
+}
+
+void InspectorTest::DataStayWhileTyped()
+{
+    Form form;
+    form.Add<QSpinBox>("spin", {{"_value", "a"}});
+    form.m_peer.Set("a", 1);
+    form.m_binding->Bind();
+    InspectorWindow window;
+    window.show();
+    for (QTabWidget* const tabs : window.findChildren<QTabWidget*>())
+        tabs->setCurrentIndex(2);
+    window.Refresh();
+    QTableView* const table = Table(window, "data");
+    table->setCurrentIndex(table->model()->index(0, HostDataModel::Value));
+    table->edit(table->currentIndex());
+    auto* const editor = table->viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    editor->setText("12345");
+    form.m_peer.Set("a", 2);
+    window.Refresh();
+    form.Add<QLabel>("late");
+    form.m_binding->Bind(&form.m_form, "~toolTip", "a");
+    window.Refresh();
+    QCOMPARE(editor->text(), QString("12345"));
 }
 
 void InspectorTest::Recording()
@@ -289,6 +341,107 @@ void InspectorTest::Flashing()
     window.Flash().Start(form.m_spin);
     delete form.m_spin;
     QTRY_VERIFY_WITH_TIMEOUT(!top->findChild<WidgetHighlight*>(), 10000);
+}
+
+void InspectorTest::FlashedWidgetMoves()
+{
+    Chain form;
+    QWidget other;
+    form.m_spin->window()->show();
+    form.m_spin->show();
+    InspectorWindow window;
+    window.Flash().Start(form.m_spin);
+    form.m_spin->setParent(&other);
+    other.show();
+    form.m_spin->show();
+    QVERIFY(!form.m_first->window()->findChild<WidgetHighlight*>()->isVisible());
+}
+
+/// A host may delete its peer once nothing is bound over it.
+void InspectorTest::PeersThatGo()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath("host.jsonl");
+    Form form;
+    form.Add<QLabel>("label", {{"~text", "a"}});
+    auto peer = std::make_unique<FormPeer>();
+    peer->Set("a", 1);
+    form.m_binding->SetDataPeer(peer.get());
+    form.m_binding->Bind();
+    InspectorWindow window;
+    window.show();
+    window.Refresh();
+    QVERIFY(window.StartRecording(file));
+    QAbstractItemModel* const data = Table(window, "data")->model();
+    form.m_binding->Unbind();
+    peer.reset();
+    QCOMPARE(data->index(0, HostDataModel::Value).data().toString(), QString("missing"));
+    window.Refresh();
+    QVERIFY(window.IsRecording());
+    form.m_binding->SetDataPeer(&form.m_peer);
+    form.m_peer.Set("a", 2);
+    form.m_binding->Bind();
+    window.Refresh();
+    form.m_peer.Set("a", 3);
+    window.StopRecording();
+    DataRecording recording;
+    QString error;
+    QVERIFY2(recording.Read(file, &error), qPrintable(error));
+    QVariantList values;
+    for (const RecordedChange& change : recording.Changes())
+        values << change.value;
+    QCOMPARE(values, QVariantList({1, 2, 3}));
+}
+
+void InspectorTest::WhatIsNotBound()
+{
+    Chain form;
+    Inspection inspection;
+    InspectedForm& inspected = *inspection.Forms().first();
+    inspected.Refresh();
+    QVERIFY(!form.m_binding->Bind(form.m_box, "~text", "1 +"));
+    inspected.EndSecond();
+    inspected.Refresh();
+    QCOMPARE(inspected.Properties().size(), 4);
+    QCOMPARE(inspected.Properties().last().statement, QString("1 +"));
+    QVERIFY(!inspected.Properties().last().problem.isEmpty());
+    QVERIFY(inspected.Has(form.m_box));
+    QVERIFY(form.m_binding->Bind(form.m_box, "~text", "1"));
+    inspected.EndSecond();
+    QCOMPARE(inspected.Properties().size(), 4);
+    QCOMPARE(inspected.Properties().last().problem, QString());
+}
+
+void InspectorTest::NestedDeliveries()
+{
+    Chain form;
+    Inspection inspection;
+    const InspectedForm& inspected = *inspection.Forms().first();
+    connect(form.m_spin, QOverload<int>::of(&QSpinBox::valueChanged), form.m_binding, &FormBinding::Update);
+    form.m_peer.Set("a", 5);
+    form.Turn();
+    QCOMPARE(int(inspected.Deliveries().size()), 1);
+    QCOMPARE(inspected.Deliveries().back().cause, QString("variable :a"));
+}
+
+/// The nearest declarations are shown, whichever form they are of.
+void InspectorTest::NestedForms()
+{
+    Form outer;
+    QLabel* const label = outer.Add<QLabel>("label", {{"~text", "1"}});
+    FormBinding around(&outer.m_form);
+    QVERIFY(around.Bind(&outer.m_form, "~windowTitle", "'title'"));
+    outer.m_binding->Bind();
+    InspectorWindow window;
+    window.show();
+    window.ShowWidget(label);
+    const QModelIndex current = Table(window, "declarations")->currentIndex();
+    QCOMPARE(current.siblingAtColumn(InspectionModel::Widget).data().toString(), QString("label"));
+    // A filter does not hide what is picked.
+    window.CurrentPage()->findChild<QLineEdit*>()->setText("nothing of this name");
+    window.ShowWidget(label);
+    QCOMPARE(Table(window, "declarations")->model()->rowCount(), 1);
+    QVERIFY(Table(window, "declarations")->currentIndex().isValid());
 }
 
 void InspectorTest::FormsThatGo()

@@ -220,17 +220,18 @@ void FormDelivery::Run(bool withVariables)
     UpdateOrder();
     if (withVariables)
         MarkVariables();
-    if (!FormObserver::Installed()) {
+    const bool isInner = m_number != 0;
+    if (isInner || !FormObserver::Installed()) {
         EvaluateMarked();
         return;
     }
     QElapsedTimer timer;
     timer.start();
-    const int before = m_evaluations;
+    const quint64 before = m_evaluations;
     EvaluateMarked();
     FormObserver* const observer = FormObserver::Installed();
     if (observer && !m_state.isClosed && m_evaluations != before)
-        observer->OnDelivered(m_state.binding, m_evaluations - before, timer.nsecsElapsed());
+        observer->OnDelivered(m_state.binding, static_cast<int>(m_evaluations - before), timer.nsecsElapsed());
 }
 
 void FormDelivery::EvaluateMarked()

@@ -86,7 +86,7 @@ private:
     const BoundStatement* m_writer = nullptr;
     const WatchedVariable* m_changedVariable = nullptr; ///< Whose readers are being marked; null for none.
     const WatchedProperty* m_changedProperty = nullptr;
-    int m_evaluations = 0; ///< In all, for an observer.
+    quint64 m_evaluations = 0; ///< In all, for an observer.
 };
 
 #endif

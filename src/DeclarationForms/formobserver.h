@@ -69,7 +69,7 @@ public:
     virtual void OnMarked(FormBinding* binding, int place, const FormCause& cause);
     /// A statement was evaluated.
     virtual void OnEvaluated(FormBinding* binding, const FormEvaluation& evaluation);
-    /// A delivery has ended, after so many evaluations, those of deliveries inside it included.
+    /// A delivery has ended, after so many evaluations. One inside another, by a call from a slot, is part of that.
     virtual void OnDelivered(FormBinding* binding, int evaluations, qint64 nanoseconds);
 
 private:

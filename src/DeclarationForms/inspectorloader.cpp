@@ -19,8 +19,9 @@ namespace {
 const char* const Variable = "DECLARATIONFORMS_INSPECT";
 const char* const Entry = "DeclarationInspectorShow";
 
-/// Answers whether the inspector is of that version and sees the binding: a library of its own it would not.
-typedef bool (*ShowFunction)(const char* version, FormBinding* binding);
+/// Null, or why the inspector shows nothing: it is of another version, or does not see the binding, since it has a copy
+/// of this library to itself.
+typedef const char* (*ShowFunction)(const char* version, FormBinding* binding);
 
 /// Of what this function is part of; empty where the system does not tell.
 QString OwnFolder()
@@ -45,9 +46,8 @@ QString Load(FormBinding* binding)
     const auto show = reinterpret_cast<ShowFunction>(library.resolve(Entry));
     if (!show)
         return QStringLiteral("the inspector is not there: %1").arg(library.errorString());
-    if (!show(DECLARATIONFORMS_VERSION, binding))
-        return QStringLiteral("the inspector %1 is of another version").arg(library.fileName());
-    return QString();
+    const char* const reason = show(DECLARATIONFORMS_VERSION, binding);
+    return reason ? QStringLiteral("the inspector %1 %2").arg(library.fileName(), QLatin1String(reason)) : QString();
 }
 
 } // namespace

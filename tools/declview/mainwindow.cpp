@@ -358,6 +358,7 @@ void MainWindow::Highlight()
     const int row = m_declarationsPanel->CurrentRow();
     m_detail->SetDeclaration(row);
     auto* const widget = row < 0 ? nullptr : qobject_cast<QWidget*>(m_declarations.Object(row));
+    m_highlight->Reveal(widget);
     m_highlight->SetTarget(widget);
     if (widget && !m_highlight->Shows())
         Tell(widget->objectName() + " is hidden at the moment.");

@@ -72,6 +72,9 @@ QVariant DeclarationsModel::data(const QModelIndex& index, int role) const
     switch (role) {
     case Qt::DisplayRole:
         return Cell(property, index.column());
+    case Qt::AccessibleTextRole:
+        return Cell(property, index.column()).toString()
+            + (index.column() == Value && property.edited ? ", edited" : "");
     case Qt::ToolTipRole:
         return ToolTip(property, index.column());
     case Qt::TextAlignmentRole:

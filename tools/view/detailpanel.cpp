@@ -67,15 +67,20 @@ QVector<DetailPanel::Row> DetailPanel::Rows() const
     if (!IsThere())
         return rows;
     AppendParts(&rows);
+    if (!IsThere())
+        return rows;
     AppendRemarks(&rows);
     AppendReads(&rows);
+    if (!IsThere())
+        return rows;
     AppendReaders(&rows);
     return rows;
 }
 
 void DetailPanel::AppendParts(QVector<Row>* rows) const
 {
-    const ViewedProperty& property = m_source->Properties().at(m_position);
+    // A copy: reading properties runs code of the host, which may end the form.
+    const ViewedProperty property = m_source->Properties().at(m_position);
     const QVector<StatementPart> parts = EvaluateParts(property.statement, property.object, m_source->Form(),
                                                        m_source->DefaultPackage(), m_source->Data());
     for (const StatementPart& part : parts) {
@@ -122,7 +127,9 @@ void DetailPanel::AppendReaders(QVector<Row>* rows) const
         return;
     rows->append({0, "Is read by", QString()});
     for (const int reader : readers) {
-        const ViewedProperty& property = m_source->Properties().at(reader);
+        if (reader >= m_source->Properties().size())
+            return;
+        const ViewedProperty property = m_source->Properties().at(reader);
         rows->append({1, property.path + ':' + property.name, ValueToText(property.Value())});
     }
 }

@@ -16,6 +16,21 @@ const int FilterWidth = 180;
 const int MeasuredRows = 500;
 const double FontScale = 0.88;
 
+/// Numbers that are written with their decimals do not sort as texts.
+class SortedRows : public QSortFilterProxyModel
+{
+public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override
+    {
+        const QVariant first = left.data(TablePanel::SortRole);
+        const QVariant second = right.data(TablePanel::SortRole);
+        return first.isValid() ? first.toDouble() < second.toDouble() : QSortFilterProxyModel::lessThan(left, right);
+    }
+};
+
 QFont SmallFont(QFont font)
 {
     font.setPointSizeF(font.pointSizeF() * FontScale);
@@ -27,8 +42,9 @@ QFont SmallFont(QFont font)
 TablePanel::TablePanel(const QString& caption, QAbstractItemModel* model, const QVector<int>& columnWidths)
     : m_caption(caption),
       m_model(model),
-      m_proxy(new QSortFilterProxyModel(this)),
+      m_proxy(new SortedRows(this)),
       m_view(new QTableView),
+      m_filter(new QLineEdit),
       m_label(new QLabel),
       m_columnWidths(columnWidths)
 {
@@ -54,15 +70,14 @@ TablePanel::TablePanel(const QString& caption, QAbstractItemModel* model, const 
     m_view->horizontalHeader()->setResizeContentsPrecision(MeasuredRows);
     FitColumns();
 
-    auto* const filter = new QLineEdit;
-    filter->setPlaceholderText("Filter");
-    filter->setClearButtonEnabled(true);
-    filter->setMaximumWidth(FilterWidth);
-    connect(filter, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
+    m_filter->setPlaceholderText("Filter");
+    m_filter->setClearButtonEnabled(true);
+    m_filter->setMaximumWidth(FilterWidth);
+    connect(m_filter, &QLineEdit::textChanged, m_proxy, &QSortFilterProxyModel::setFilterFixedString);
 
     auto* const head = new QHBoxLayout;
     head->addWidget(m_label, 1);
-    head->addWidget(filter);
+    head->addWidget(m_filter);
     auto* const layout = new QVBoxLayout(this);
     layout->addLayout(head);
     layout->addWidget(m_view);
@@ -90,7 +105,11 @@ void TablePanel::SelectRows(const QVector<int>& rows)
         const QModelIndex index = m_model->index(row, 0);
         selection.select(index, index);
     }
-    const QItemSelection shown = m_proxy->mapSelectionFromSource(selection);
+    QItemSelection shown = m_proxy->mapSelectionFromSource(selection);
+    if (shown.isEmpty() && !rows.isEmpty()) {
+        m_filter->clear();
+        shown = m_proxy->mapSelectionFromSource(selection);
+    }
     if (!shown.isEmpty())
         m_view->setCurrentIndex(shown.first().topLeft());
     m_view->selectionModel()->select(shown, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);

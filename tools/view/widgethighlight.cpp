@@ -30,7 +30,6 @@ void WidgetHighlight::SetTarget(QWidget* target)
     }
     m_watched.clear();
     m_target = target;
-    Reveal();
     for (QWidget* widget = target; widget && widget != parent(); widget = widget->parentWidget()) {
         widget->installEventFilter(this);
         m_watched.append(widget);
@@ -55,7 +54,8 @@ bool WidgetHighlight::eventFilter(QObject*, QEvent* event)
 
 void WidgetHighlight::Place()
 {
-    if (!m_target || !m_target->isVisible()) {
+    // The form may put it into another window.
+    if (!m_target || !m_target->isVisible() || !parentWidget()->isAncestorOf(m_target)) {
         hide();
         return;
     }
@@ -65,11 +65,9 @@ void WidgetHighlight::Place()
     show();
 }
 
-void WidgetHighlight::Reveal() const
+void WidgetHighlight::Reveal(QWidget* target) const
 {
-    if (!m_target)
-        return;
-    for (QWidget* page = m_target; page != parent() && page; page = page->parentWidget()) {
+    for (QWidget* page = target; page != parent() && page; page = page->parentWidget()) {
         for (QWidget* ancestor = page->parentWidget(); ancestor && ancestor != parent();
              ancestor = ancestor->parentWidget()) {
             ShowPage<QTabWidget>(ancestor, page);

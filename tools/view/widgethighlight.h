@@ -14,15 +14,16 @@ public:
     /// \a stage holds the form.
     explicit WidgetHighlight(QWidget* stage);
 
-    /// The band goes to that widget, on which page ever it lies; null takes it away.
+    /// The band goes to that widget; null takes it away.
     void SetTarget(QWidget* target);
+    /// Brings the pages to the front that it lies on.
+    void Reveal(QWidget* target) const;
     /// False also for a widget that is hidden.
     bool Shows() const { return m_target && isVisible(); }
 
 private:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void Place();
-    void Reveal() const;
 
     QPointer<QWidget> m_target;
     QVector<QPointer<QWidget>> m_watched; ///< The target and all that it lies in, up to the stage.
