@@ -138,7 +138,8 @@ void InspectedForm::Refresh()
         Rebuild();
     if (std::exchange(m_hasNewPlaces, false))
         MatchPlaces();
-    for (const int place : std::exchange(m_changed, {})) {
+    const QVector<int> changed = std::exchange(m_changed, {});
+    for (const int place : changed) {
         const auto found = m_counted.find(place);
         const int row = m_rows.value(place, -1);
         if (found == m_counted.end() || row < 0)
@@ -202,7 +203,8 @@ void InspectedForm::Rebuild()
 /// What is most wrong is not bound at all.
 void InspectedForm::AppendUnbound()
 {
-    for (const FormProblem& problem : UnboundProblems(m_binding->Problems())) {
+    const QVector<FormProblem> unbound = UnboundProblems(m_binding->Problems());
+    for (const FormProblem& problem : unbound) {
         ViewedProperty property{problem.object,
                                 problem.property.mid(1),
                                 problem.statement,
@@ -241,7 +243,8 @@ void InspectedForm::ListReaders()
 /// The binding has told of all evaluations until now.
 void InspectedForm::ForgetFresh()
 {
-    for (const int place : std::exchange(m_changed, {})) {
+    const QVector<int> changed = std::exchange(m_changed, {});
+    for (const int place : changed) {
         const auto found = m_counted.find(place);
         if (found != m_counted.end())
             found->second.fresh = 0;
@@ -305,8 +308,8 @@ void InspectedForm::TakeProblems()
         const QVector<FormProblem> all = problems.value({m_bound.at(row).object.data(), m_bound.at(row).property});
         const FormProblem problem = all.value(0);
         property.findings.clear();
-        for (const FormProblem& other : all.mid(1))
-            property.findings.append({other.severity, other.message});
+        for (int other = 1; other < all.size(); ++other)
+            property.findings.append({all.at(other).severity, all.at(other).message});
         if (property.problem == problem.message)
             continue;
         // What was wrong last stays to be seen.

@@ -32,7 +32,7 @@ void NeighbourhoodView::Show(const Neighbourhood& neighbourhood)
     m_boxes.clear();
     m_shown = neighbourhood;
     AddNodes();
-    for (const QPair<int, int>& arrow : m_shown.arrows)
+    for (const QPair<int, int>& arrow : qAsConst(m_shown.arrows))
         AddArrow(m_boxes.at(arrow.first)->rect(), m_boxes.at(arrow.second)->rect());
     scene()->setSceneRect(scene()->itemsBoundingRect());
     SetCurrent(m_boxes.isEmpty() ? -1 : 0);
@@ -43,7 +43,7 @@ void NeighbourhoodView::AddNodes()
 {
     QHash<int, int> rows; // In each column.
     const QFontMetricsF metrics(font());
-    for (const Neighbour& node : m_shown.nodes) {
+    for (const Neighbour& node : qAsConst(m_shown.nodes)) {
         const QRectF area(node.step * ColumnWidth, rows[node.step]++ * RowHeight, BoxWidth, BoxHeight);
         QGraphicsRectItem* const box
             = scene()->addRect(area, QPen(palette().color(QPalette::Mid)), palette().brush(QPalette::AlternateBase));
@@ -72,7 +72,7 @@ void NeighbourhoodView::AddArrow(const QRectF& from, const QRectF& to)
 void NeighbourhoodView::Describe()
 {
     QStringList sentences;
-    for (const QPair<int, int>& arrow : m_shown.arrows)
+    for (const QPair<int, int>& arrow : qAsConst(m_shown.arrows))
         sentences
             << QString("%1 reads %2").arg(m_shown.nodes.at(arrow.second).label, m_shown.nodes.at(arrow.first).label);
     setAccessibleDescription(sentences.join("; "));
