@@ -97,7 +97,7 @@ Row Bounded(Row row, double most)
 Row Settings(const QString& title, const QString& workload, double limit, double peerLimit)
 {
     Row row = Forms(title, workload, "hand", limit, peerLimit);
-    row.peers = QStringList{"QDataWidgetMapper/" + workload, "library/" + workload};
+    row.peers = QStringList{"QDataWidgetMapper/" + workload, "KConfigDialogManager/" + workload, "library/" + workload};
     return row;
 }
 
@@ -126,6 +126,7 @@ QVector<Row> FormRows()
         // A twentieth of a processor.
         Inspected("W7 the same, inspected", "W7_stream/50", 10e3),
         Settings("W8 settings page of 1,000 line edits, load", "W8_load/1000", qInf(), qInf()),
+        Forms("W8 the same, against a peer", "W8_load/1000", "KConfigDialogManager", 1),
         Settings("W8 the same, save all edited", "W8_save/1000", 3, 1),
         Bounded(Settings("W8 the same, save none edited", "W8_unedited/1000", qInf(), 1), 20e3),
     };
@@ -155,14 +156,14 @@ QString WithoutKind(QString figure)
     return figure.remove(memory).remove(evaluations);
 }
 
-/// The rows whose names match, without the peers that are not there.
+/// The rows whose names match, without the peers that are not there, and without rows against one of these.
 QVector<Row> Selected(const QVector<Row>& rows, const QString& filter, const QStringList& benchmarks)
 {
     QVector<Row> selected;
     for (Row row : rows) {
         const auto isMissing = [&](QString peer) { return !benchmarks.contains(WithoutKind(peer)); };
         row.peers.erase(std::remove_if(row.peers.begin(), row.peers.end(), isMissing), row.peers.end());
-        if (row.measured.contains(QRegularExpression(filter)))
+        if (row.measured.contains(QRegularExpression(filter)) && !isMissing(row.reference))
             selected.append(row);
     }
     return selected;
