@@ -7,8 +7,14 @@ bool CheckSettings::ReadProject(const QString& project, QString* error)
     if (project.isEmpty())
         return true;
     ProjectFile file;
-    if (!file.Read(project, error))
-        return false;
+    const bool isRead = file.Read(project, error);
+    if (isRead)
+        SetProject(file);
+    return isRead;
+}
+
+void CheckSettings::SetProject(const ProjectFile& file)
+{
     m_options.package = file.package;
     m_options.usesHandler = file.usesHandler;
     m_options.disabled = file.disabled;
@@ -16,7 +22,6 @@ bool CheckSettings::ReadProject(const QString& project, QString* error)
     m_options.hostVariables = file.hostVariables;
     m_options.hostProperties = file.hostProperties;
     m_dataFile = file.data;
-    return true;
 }
 
 bool CheckSettings::ReadData(QString* error)

@@ -7,12 +7,15 @@
 #include "common/jsondata.h"
 #include "common/knownvariables.h"
 
+struct ProjectFile;
+
 /// The options that hold for the forms of one project, with the data that they refer to.
 class CheckSettings
 {
 public:
     /// What the project file says, if \a project is the path of one. False with the reason.
     bool ReadProject(const QString& project, QString* error);
+    void SetProject(const ProjectFile& file);
 
     void SetPackage(const QString& package) { m_options.package = package; }
     void SetDataFile(const QString& dataFile) { m_dataFile = dataFile; }

@@ -45,13 +45,18 @@ QString ProjectFile::Find(const QString& folder)
 bool ProjectFile::Read(const QString& fileName, QString* error)
 {
     QFile file(fileName);
-    QString reason;
-    QJsonParseError parseError;
     if (!file.open(QIODevice::ReadOnly)) {
         *error = fileName + ": " + file.errorString();
         return false;
     }
-    const QJsonDocument document = QJsonDocument::fromJson(file.readAll(), &parseError);
+    return Parse(file.readAll(), fileName, error);
+}
+
+bool ProjectFile::Parse(const QByteArray& content, const QString& fileName, QString* error)
+{
+    QString reason;
+    QJsonParseError parseError;
+    const QJsonDocument document = QJsonDocument::fromJson(content, &parseError);
     if (!document.isObject())
         reason = parseError.error == QJsonParseError::NoError ? "no object" : parseError.errorString();
     const QJsonObject object = document.object();

@@ -29,6 +29,8 @@ struct ProjectFile
 
     /// False, with the reason, when the file cannot be read or says what is not known.
     bool Read(const QString& fileName, QString* error);
+    /// As Read(), from what the file contains.
+    bool Parse(const QByteArray& content, const QString& fileName, QString* error);
 
 private:
     bool Take(const QString& key, const QJsonValue& value, const QString& folder, QString* error);
