@@ -10,6 +10,7 @@
 #include "common/diagnosis.h"
 #include "common/jsondata.h"
 #include "common/nearestname.h"
+#include "common/statementchecks.h"
 #include "support/operators.h"
 
 namespace {
@@ -254,6 +255,46 @@ private Q_SLOTS:
             QCOMPARE((run.output + run.errors).left(form.size() + output.size()), form + output);
         else
             QCOMPARE(run.output, QString());
+    }
+
+    /// What other languages write, each with the place and the hint that it gets instead of the parser's message.
+    void Slips()
+    {
+        const QVector<QStringList> slips{
+            {"@TopWidget/a:b", "0+14 parse-error", "\"@TopWidget\\a:b\""},
+            {"1 * TopWidget\\a:b", "4+13 parse-error", "\"@TopWidget\\a:b\""},
+            {"1 * E:b", "4+3 parse-error", "A path starts with \"@\""},
+            {"E :b", "2+1 parse-error", "stands only in a reference"},
+            {"@E :b", "0+2 parse-error", "No blanks stand"},
+            {"@E.b", "0+4 parse-error", "A reference is a path"},
+            {"'it's' + a", "4+1 escape", "The text ends before this"},
+            {"'don't do it'", "5+1 escape", "The text ends before this"},
+            {"a + max(b, 1)", "4+3 foreign-operator", "no functions"},
+            {"if a then b", "0+2 foreign-operator", "names[key]"},
+            {"a IS b", "2+2 foreign-operator", "\"=\""},
+            {"a += 1", "2+2 foreign-operator", "changes nothing"},
+            {"a \u2264 1", "2+1 foreign-operator", "\"<=\""},
+            {"\u201ca\u201d", "0+1 foreign-operator", "between"},
+            {"a[0", "1+1 left-over", "not closed"},
+            {"(a", "0+1 parse-error", "not closed"},
+            {"a)", "1+1 left-over", "No bracket opens"},
+            {"a AND", "2+3 left-over", "Nothing stands behind"},
+            {"!= a", "0+2 parse-error", "\"NOT\""},
+        };
+        for (const QStringList& slip : slips) {
+            const Diagnosis diagnosis(slip.at(0));
+            const StatementTypes types(diagnosis.Tree(), [](const Reference&) { return ValueType(); });
+            const CheckOptions options;
+            QStringList found;
+            for (const StatementFinding& finding : StatementChecks(diagnosis, types, options).Run())
+                found << QString("%1+%2 %3: %4")
+                             .arg(finding.place.offset)
+                             .arg(finding.place.length)
+                             .arg(QString(InfoOf(finding.check).name), finding.message);
+            QVERIFY2(found.size() == 1 && found.first().startsWith(slip.at(1) + ": ")
+                         && found.first().contains(slip.at(2)),
+                     qPrintable(slip.at(0) + ": " + found.join(", ")));
+        }
     }
 
     /// The places follow the parser's grammar on their own; they must fit its messages for any text.

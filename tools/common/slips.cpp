@@ -1,5 +1,7 @@
 #include "common/slips.h"
 
+#include <QRegularExpression>
+
 namespace {
 
 /// An operator of other languages, and what stands for it here.
@@ -9,16 +11,41 @@ struct Foreign
     const char* hint;
 };
 
+const char QuotesHint[] = "a text stands between \"'\" or between '\"'";
+const char UnchangedHint[] = "a statement is a value and changes nothing";
+const char CommentHint[] = "a statement has no comments";
+const char ChoiceHint[] = "to choose a value, take it from a list or map: \"names[key]\"";
+const char RemainderHint[] = "nothing here gives a remainder";
+
 const Foreign UnrecognisedTexts[] = {
     {"&&", "the operator is \"AND\""},
     {"||", "the operator is \"OR\""},
     {"!==", "two values differ with \"!=\""},
     {"!", "the operator is \"NOT\", and two values differ with \"!=\""},
-    {"%", "nothing here gives a remainder"},
-    {"?", "to choose a value, take it from a list or map: \"names[key]\""},
+    {"%", "nothing here gives a remainder, and a text stands in quotes: \"'%'\""},
+    {"?", ChoiceHint},
     {"&", "the operator is \"AND\", and texts are joined with \"+\""},
     {"|", "the operator is \"OR\""},
     {"^", "multiply instead"},
+    {",", "texts are joined with \"+\""},
+    {";", "nothing marks the end of a statement"},
+    {"$", "a variable stands by its name alone"},
+    {"{", "a variable stands by its name alone, and an element in brackets: \"names[0]\""},
+    {"#", "a text stands in quotes: \"'#ff0000'\""},
+    {"`", QuotesHint},
+    {"\xe2\x80\x98", QuotesHint},
+    {"\xe2\x80\x99", QuotesHint},
+    {"\xe2\x80\x9a", QuotesHint},
+    {"\xe2\x80\x9c", QuotesHint},
+    {"\xe2\x80\x9d", QuotesHint},
+    {"\xe2\x80\x9e", QuotesHint},
+    {"\xe2\x88\x92", "the operator is \"-\""},
+    {"\xe2\x80\x93", "the operator is \"-\""},
+    {"\xc3\x97", "the operator is \"*\""},
+    {"\xc3\xb7", "the operator is \"/\""},
+    {"\xe2\x89\xa4", "the operator is \"<=\""},
+    {"\xe2\x89\xa5", "the operator is \">=\""},
+    {"\xe2\x89\xa0", "two values differ with \"!=\""},
 };
 
 /// Operators that the lexer reads as two.
@@ -30,11 +57,25 @@ const Foreign PairedTexts[] = {
     {"=<", "the operator is \"<=\""},
     {"=>", "the operator is \">=\""},
     {"**", "multiply instead"},
+    {"++", "to add one, subtract its negative: \"count - -1\""},
+    {"--", "to subtract one: \"count - 1\""},
+    {"+=", UnchangedHint},
+    {"-=", UnchangedHint},
+    {"*=", UnchangedHint},
+    {"/=", UnchangedHint},
+    {"//", CommentHint},
+    {"/*", CommentHint},
+};
+
+/// Words that are operators in other languages and names of variables here.
+const Foreign Words[] = {
+    {"if", ChoiceHint},     {"then", ChoiceHint}, {"else", ChoiceHint}, {"is", "two values are compared with \"=\""},
+    {"mod", RemainderHint},
 };
 
 StatementFinding ForeignFinding(const Foreign& foreign, int offset)
 {
-    const QString text = QLatin1String(foreign.text);
+    const QString text = QString::fromUtf8(foreign.text);
     return {Check::ForeignOperator,
             {offset, int(text.size())},
             QString("There is no \"%1\" in the language; %2").arg(text, foreign.hint)};
@@ -48,21 +89,29 @@ public:
         : m_statement(diagnosis.Statement()),
           m_tokens(diagnosis.Tokens().Tokens()),
           m_report(diagnosis.Tree().Reports().first()),
-          m_stop(diagnosis.Tokens().NumberAt(m_report.place.offset))
+          m_stop(diagnosis.Tokens().NumberAt(m_report.place.offset)),
+          m_consequence(diagnosis.HasExpression() ? Check::LeftOver : Check::ParseError)
     {
     }
 
     StatementFinding Find() const
     {
         using Guess = StatementFinding (SlipFinder::*)() const;
-        static const Guess guesses[] = {&SlipFinder::PairedOperator,
-                                        &SlipFinder::UnrecognisedOperator,
+        static const Guess guesses[] = {&SlipFinder::NestedQuotes,
+                                        &SlipFinder::Function,
+                                        &SlipFinder::PairedOperator,
                                         &SlipFinder::Comma,
+                                        &SlipFinder::UnrecognisedOperator,
+                                        &SlipFinder::Path,
+                                        &SlipFinder::PathWithoutStart,
+                                        &SlipFinder::Word,
                                         &SlipFinder::Quotes,
                                         &SlipFinder::Sign,
                                         &SlipFinder::Exponent,
                                         &SlipFinder::Dot,
-                                        &SlipFinder::Selector};
+                                        &SlipFinder::Selector,
+                                        &SlipFinder::Bracket,
+                                        &SlipFinder::LonelyOperator};
         for (const Guess guess : guesses) {
             const StatementFinding finding = (this->*guess)();
             if (!finding.message.isEmpty())
@@ -80,7 +129,10 @@ private:
         return token >= 0 && token < m_tokens.size() ? &m_tokens.at(token) : nullptr;
     }
     /// The token where the parser stopped, if it is one.
-    const StatementToken* Stop() const { return IsUnrecognised() ? nullptr : At(m_stop); }
+    const StatementToken* Stop() const
+    {
+        return IsUnrecognised() || m_report.cause == ParserReport::TooDeep ? nullptr : At(m_stop);
+    }
     const StatementToken* Before() const { return At(m_stop - 1); }
     bool IsJoined() const { return Before() && Before()->place.End() == m_report.place.offset; }
 
@@ -100,9 +152,116 @@ private:
     {
         for (const Foreign& foreign : UnrecognisedTexts) {
             if (IsUnrecognised()
-                && QStringView(m_statement).mid(m_report.place.offset).startsWith(QLatin1String(foreign.text)))
+                && QStringView(m_statement).mid(m_report.place.offset).startsWith(QString::fromUtf8(foreign.text)))
                 return ForeignFinding(foreign, m_report.place.offset);
         }
+        return None();
+    }
+
+    /// The quote of a text ends it, wherever it was meant to stand.
+    StatementFinding NestedQuotes() const
+    {
+        for (int i = 1; At(i) && m_tokens.at(i).place.offset <= m_report.place.offset; ++i) {
+            const StatementToken& text = m_tokens.at(i - 1);
+            const StatementToken& word = m_tokens.at(i);
+            if (!text.IsQuoted() || word.row || word.IsQuoted() || text.place.End() != word.place.offset
+                || !QStringView(m_statement).mid(word.place.End()).contains(text.lexeme.at(0)))
+                continue;
+            return {
+                Check::Escape, word.place,
+                "The text ends before this; a text with '\"' stands between \"'\", and one with \"'\" between '\"'"};
+        }
+        return None();
+    }
+
+    StatementFinding Function() const
+    {
+        for (int i = 1; At(i) && m_tokens.at(i).place.offset <= m_report.place.offset; ++i) {
+            const StatementToken& name = m_tokens.at(i - 1);
+            if (m_tokens.at(i).type == Token::TT_LEFT_PARENTHESIS && name.type == Token::TT_VARIABLE)
+                return {Check::ForeignOperator, name.place,
+                        QString("There are no functions in the language; \"%1\" is the name of a variable here")
+                            .arg(name.lexeme)};
+        }
+        return None();
+    }
+
+    /// What starts as a reference, and is none.
+    StatementFinding Path() const
+    {
+        static const QRegularExpression words("^@[\\w.:/\\\\]*");
+        static const QRegularExpression blank("^@[\\w.\\\\]*:?\\s+[\\w:]");
+        const QString rest = m_statement.mid(m_report.place.offset);
+        if (!IsUnrecognised() || !rest.startsWith('@'))
+            return None();
+        const QString path = words.match(rest).captured();
+        QString message = "A reference is a path, \":\" and a name: \"@Engine:rpm\" or \"@TopWidget\\spinBox:value\"";
+        if (path.contains('/'))
+            message
+                = QString("The parts of a path are separated by \"\\\": \"%1\"").arg(QString(path).replace('/', '\\'));
+        else if (blank.match(rest).hasMatch())
+            message = "No blanks stand in a reference: \"@Engine:rpm\"";
+        return {Check::ParseError, {m_report.place.offset, int(path.size())}, message};
+    }
+
+    StatementFinding PathWithoutStart() const
+    {
+        static const QRegularExpression words("^[\\w.:\\\\]+");
+        const QStringView stop = QStringView(m_statement).mid(m_report.place.offset, 1);
+        if (!IsUnrecognised() || (stop != QLatin1String(":") && stop != QLatin1String("\\")))
+            return None();
+        if (!IsJoined() || Before()->type != Token::TT_VARIABLE || Before()->reference.hasPackage)
+            return {Check::ParseError,
+                    {m_report.place.offset, 1},
+                    QString("\"%1\" stands only in a reference: \"@TopWidget\\spinBox:value\"").arg(stop.toString())};
+        const QString path = words.match(m_statement.mid(Before()->place.offset)).captured();
+        return {Check::ParseError,
+                {Before()->place.offset, int(path.size())},
+                QString("A path starts with \"@\": \"@%1\"").arg(path)};
+    }
+
+    StatementFinding Word() const
+    {
+        for (const Foreign& word : Words) {
+            for (const StatementToken* const token : {Before(), Stop()}) {
+                if (token && token->lexeme.compare(QLatin1String(word.text), Qt::CaseInsensitive) == 0)
+                    return {Check::ForeignOperator, token->place,
+                            QString("There is no \"%1\" in the language; %2").arg(token->lexeme, word.hint)};
+            }
+        }
+        return None();
+    }
+
+    StatementFinding Bracket() const
+    {
+        const StatementToken* const stop = Stop();
+        if (stop && stop->HasRole(Language::ClosingBracket))
+            return {m_consequence, stop->place, QString("No bracket opens that \"%1\" closes").arg(stop->lexeme)};
+        int depth = 0;
+        for (int i = m_stop; Stop() && i < m_tokens.size(); ++i) {
+            const bool opens
+                = m_tokens.at(i).type == Token::TT_LEFT_PARENTHESIS || m_tokens.at(i).type == Token::TT_LEFT_BRACKET;
+            depth += opens ? 1 : m_tokens.at(i).HasRole(Language::ClosingBracket) ? -1 : 0;
+            if (depth == 0)
+                return None();
+        }
+        if (depth == 0)
+            return None();
+        return {m_consequence, stop->place, QString("The \"%1\" that opens here is not closed").arg(stop->lexeme)};
+    }
+
+    /// An operator without one of its operands.
+    StatementFinding LonelyOperator() const
+    {
+        const StatementToken* const stop = Stop();
+        if (!stop || !stop->row || !stop->row->IsBinary())
+            return None();
+        if (m_report.cause == ParserReport::LeftOver && m_stop == m_tokens.size() - 1)
+            return {m_consequence, stop->place,
+                    QString("Nothing stands behind \"%1\", so it is left out").arg(stop->lexeme)};
+        if (m_report.cause == ParserReport::OperandWanted && stop->type == Token::TT_NOT_EQUAL)
+            return {m_consequence, stop->place,
+                    "\"!=\" stands between two values; what turns a truth value round is \"NOT\""};
         return None();
     }
 
@@ -194,6 +353,7 @@ private:
     const QVector<StatementToken>& m_tokens;
     const ParserReport& m_report;
     const int m_stop;
+    const Check m_consequence; ///< Of an error that the language has no trap for.
 };
 
 } // namespace
