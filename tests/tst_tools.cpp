@@ -73,6 +73,7 @@ struct LanguageTables
 {
     JsonData variables;
     QVector<QPair<QString, QString>> traps; ///< Statements, with the check that finds them.
+    QStringList unchecked;                  ///< Statements among the traps that stand in a table without checks.
 
     bool Read()
     {
@@ -80,9 +81,11 @@ struct LanguageTables
         if (!document.open(QIODevice::ReadOnly))
             return false;
         QString header;
+        bool isInTraps = false;
         const QStringList lines = QString::fromUtf8(document.readAll()).split('\n');
         for (const QString& line : lines) {
             const QStringList cells = line.split('|');
+            isInTraps = line.startsWith("## ") ? line == "## Traps" : isInTraps;
             header = cells.size() < 3 ? QString() : header.isEmpty() ? line : header;
             if (header.isEmpty() || line == header || line.startsWith("|--"))
                 continue;
@@ -91,6 +94,8 @@ struct LanguageTables
             else if (header.endsWith("| Check |"))
                 // A statement may hold the character between the cells.
                 traps.append({Content(line.section(" | ", 0, 0).mid(1)), Content(cells.at(cells.size() - 2))});
+            else if (isInTraps)
+                unchecked.append(line);
         }
         return true;
     }
@@ -123,7 +128,7 @@ private Q_SLOTS:
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<QString>("expected"); ///< A file with the lines that declcheck must write.
 
-        QTest::newRow("form") << QStringList{"faults.ui", "--data", "faults.json"} << FORMS "/faults.txt";
+        QTest::newRow("form") << QStringList{"faults.ui", "--data", "faults.json", "--handler"} << FORMS "/faults.txt";
         QTest::newRow("translation") << QStringList{"translated.ui", "translated_de.ts"} << FORMS "/translated.txt";
     }
 
@@ -141,6 +146,19 @@ private Q_SLOTS:
         for (int i = 0; i < qMin(wanted.size(), found.size()); ++i)
             QCOMPARE(found.at(i), wanted.at(i));
         QCOMPARE(found.size(), wanted.size());
+    }
+
+    /// Each check has a fault in one of the forms, at the place that is expected there.
+    void ChecksWithoutFault()
+    {
+        QString expected;
+        for (const char* const name : {FORMS "/faults.txt", FORMS "/translated.txt"}) {
+            QFile file(name);
+            QVERIFY(file.open(QIODevice::ReadOnly));
+            expected += QString::fromUtf8(file.readAll());
+        }
+        for (const CheckInfo& check : AllChecks())
+            QVERIFY2(expected.contains(QString(" [%1]\n").arg(check.name)), check.name);
     }
 
     void MachineFormats()
@@ -587,8 +605,9 @@ private Q_SLOTS:
             = translation.startsWith('!') ? translation.mid(1) : "<translation>" + translation + "</translation>";
         const QString form = Written(folder, TranslatableForm(statement));
         const QString file = Written(folder, Translation(source, element), "form.ts");
-        const Run run
-            = RunTool(DECLCHECK, {file, form, "--package", "Q", "--disable", "translatable-statement,never-triggers"});
+        const Run run = RunTool(
+            DECLCHECK,
+            {file, form, "--package", "Q", "--disable", "translatable-statement,never-triggers,operand-kind"});
         QCOMPARE((run.output + run.errors).left(file.size() + output.size()),
                  output.isEmpty() ? output : file + output);
     }
@@ -672,6 +691,7 @@ private Q_SLOTS:
             QVERIFY2(isRight, qPrintable(statement + ": " + found.at(i).join(", ")));
         }
         QVERIFY(tables.traps.size() >= 70);
+        QCOMPARE(tables.unchecked, QStringList());
     }
 
     void DataKeepTheirOrder()

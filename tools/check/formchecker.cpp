@@ -75,7 +75,11 @@ void FormChecker::CheckStatement(int number)
     m_properties.CheckBound(declaration);
     const StatementTypes types(declaration.diagnosis.Tree(),
                                [&](const Reference& reference) { return TypeOf(declaration, reference); });
-    const QVector<StatementFinding> findings = StatementChecks(declaration.diagnosis, types, m_options).Run();
+    StatementChecks checks(declaration.diagnosis, types, m_options);
+    QObject* const object = m_model.Instance().Object(declaration.object);
+    if (object && FormModel::MetaProperty(object, declaration.name).userType() == QMetaType::Bool)
+        checks.WantTruth();
+    const QVector<StatementFinding> findings = checks.Run();
     QSet<int> objects;
     const QVector<StatementToken>& tokens = declaration.diagnosis.Tokens().Tokens();
     for (const StatementToken& token : tokens) {
@@ -131,5 +135,6 @@ ValueType FormChecker::TypeOf(const Declaration& declaration, const Reference& r
     type.kinds = ValueType::KindOf(QtVersion::NullOf(property.userType()));
     if (type.kinds == ValueType::Missing || type.kinds == ValueType::Other)
         type.kinds = ValueType::Any;
+    type.hasFraction = type.IsOnly(ValueType::Double);
     return type;
 }

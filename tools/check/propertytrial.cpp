@@ -49,9 +49,14 @@ QString KeysOf(const QMetaEnum& enumeration, const QString& wanted)
     QStringList keys;
     for (int i = 0; i < enumeration.keyCount(); ++i)
         keys.append(enumeration.key(i));
-    const QString nearest = NearestName(keys).Hint(wanted);
-    if (!nearest.isEmpty())
-        return "it has no such name" + nearest;
+    const QStringList words = wanted.split('|');
+    for (const QString& word : words) {
+        const QString name = word.section("::", -1).trimmed();
+        const QString nearest = keys.contains(name) ? QString() : NearestName(keys).Hint(name);
+        if (!nearest.isEmpty())
+            return (words.size() > 1 ? QString("it has no \"%1\"").arg(name) : QString("it has no such name"))
+                + nearest;
+    }
     const QString more = keys.size() > MaxKeys ? ", ..." : "";
     return "it wants a name: " + keys.mid(0, MaxKeys).join(", ") + more;
 }
@@ -66,16 +71,18 @@ QString WantedBy(const QMetaProperty& property)
         return "it wants a whole number";
     case QMetaType::Double:
         return "it wants a number";
+    case QMetaType::Bool:
+        return "it wants a truth value";
     case QMetaType::QDate:
         return "it wants a date that exists, as '2024-02-29'";
     case QMetaType::QTime:
         return "it wants a time, as '23:59:00'";
     case QMetaType::QDateTime:
-        return "it wants a date and time, as '2024-02-29T23:59:00'";
+        return "it wants a date and time that exist, as '2024-02-29T23:59:00'";
     case QMetaType::QString:
         return "it wants a text";
     default:
-        return QString("it wants a %1").arg(property.typeName());
+        return QString("it wants a %1, which a variable of the host may hold").arg(property.typeName());
     }
 }
 
@@ -102,8 +109,10 @@ QString PropertyTrial::Refusal(const QMetaProperty& property, QVariant value)
     if (!value.isValid() || type == QMetaType::QVariant || type == value.userType())
         return QString();
     if (property.isEnumType()) {
-        bool isKey = value.userType() != QMetaType::QString;
-        if (!isKey)
+        // Qt takes no other numbers.
+        bool isKey = value.userType() == QMetaType::Int || value.userType() == QMetaType::UInt
+            || value.userType() >= QMetaType::User;
+        if (value.userType() == QMetaType::QString)
             property.enumerator().keysToValue(value.toByteArray(), &isKey);
         return isKey ? QString() : KeysOf(property.enumerator(), value.toString());
     }

@@ -88,6 +88,7 @@ const QVector<CheckInfo>& AllChecks()
          "A statement without a text to show is translatable."},
         {Check::ValueBeforeLimit, Severity::Warning, "value-before-limit",
          "A value is declared before what limits it."},
+        {Check::OperandKind, Severity::Warning, "operand-kind", "An operator can make nothing of an operand."},
     };
     return checks;
 }

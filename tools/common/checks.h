@@ -55,7 +55,8 @@ enum class Check
     TranslationChange,
     TranslationUnused,
     TranslatableStatement,
-    ValueBeforeLimit
+    ValueBeforeLimit,
+    OperandKind
 };
 
 enum class Severity

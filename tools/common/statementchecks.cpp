@@ -41,7 +41,7 @@ bool IsPosition(const StatementToken& literal)
     bool isWhole = false;
     if (literal.IsNumber()) {
         const double number = literal.lexeme.toDouble(&isWhole);
-        return isWhole && number >= 0 && number == qRound64(number);
+        return isWhole && number >= 0 && IsWhole(number);
     }
     return !literal.IsQuoted() || (literal.Content().toInt(&isWhole) >= 0 && isWhole);
 }
@@ -65,7 +65,7 @@ QVector<StatementFinding> StatementChecks::Run()
     CheckSums();
     CheckLogic();
     CheckComparisons();
-    TypeChecks(m_diagnosis, m_types, m_options, &m_findings).Run();
+    TypeChecks(m_diagnosis, m_types, m_options, &m_findings).Run(m_wantsTruth);
     return m_findings;
 }
 

@@ -12,6 +12,9 @@ public:
     /// All must outlive this object.
     StatementChecks(const Diagnosis& diagnosis, const StatementTypes& types, const CheckOptions& options);
 
+    /// Tells that the value is for a property that is true or false.
+    void WantTruth() { m_wantsTruth = true; }
+
     /// All but the disabled ones. A trap takes the place of what the parser says about the same words.
     QVector<StatementFinding> Run();
 
@@ -39,6 +42,7 @@ private:
     const QVector<StatementToken>& m_tokens;
     const StatementTree& m_tree;
     QVector<bool> m_inTree;
+    bool m_wantsTruth = false;
     QVector<StatementFinding> m_findings;
 };
 

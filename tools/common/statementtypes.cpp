@@ -4,6 +4,7 @@
 #include <QScopedPointer>
 
 #include <array>
+#include <cmath>
 #include <map>
 
 #include "DeclarationHandler/Expressions/exprarray.h"
@@ -106,6 +107,11 @@ void SetValue(const QVariant& value, ValueType* type)
 
 } // namespace
 
+bool IsWhole(double number)
+{
+    return std::floor(number) == number;
+}
+
 int ValueType::KindOf(const QVariant& value)
 {
     switch (value.userType()) {
@@ -140,6 +146,7 @@ ValueType ValueType::FromExample(const QVariant& value)
     SetValue(value, &type);
     type.isKnown = type.isKnown && value.isValid();
     type.spellsNoNumber = ::SpellsNoNumber(value);
+    type.hasFraction = type.IsOnly(Double);
     return type;
 }
 
@@ -151,6 +158,7 @@ ValueType ValueType::FromConstant(const QVariant& value)
     SetValue(value, &type);
     type.spellsNoNumber
         = value.userType() == QMetaType::QString && (value.toString().isEmpty() || ::SpellsNoNumber(value));
+    type.hasFraction = !IsWhole(value.toDouble());
     return type;
 }
 
@@ -202,5 +210,10 @@ ValueType StatementTypes::DeriveOperator(const Node& node) const
             type.kinds = ValueType::KindOf(value) | ValueType::Missing;
     }
     type.spellsNoNumber = row.type == Token::TT_PLUS && (left.spellsNoNumber || right.spellsNoNumber);
+    const int kinds = isOperator
+        ? ResultKindsOf(row, left.kinds & ~ValueType::Missing, right.kinds & ~ValueType::Missing)
+        : type.kinds & ~ValueType::Missing;
+    type.hasFraction = kinds == ValueType::Double
+        && (row.type == Token::TT_DIVIDE || left.hasFraction || right.hasFraction || !isOperator);
     return type;
 }

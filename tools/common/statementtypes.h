@@ -8,6 +8,9 @@
 
 #include "common/statementtree.h"
 
+/// Whether the number has no fraction, however large it is.
+bool IsWhole(double number);
+
 /// What is known of a value before its statement is evaluated.
 struct ValueType
 {
@@ -29,6 +32,7 @@ struct ValueType
     bool isKnown = false;        ///< Whether there is a value.
     QVariant value;              ///< The value, or an example of it when it is no constant.
     bool spellsNoNumber = false; ///< Whether it is surely a text, and one that spells no number.
+    bool hasFraction = false;    ///< Whether it is a number that need not be a whole one.
 
     /// Whether it is one of these kinds, if it is there at all.
     bool IsOnly(int allowed) const { return (kinds & ~(allowed | Missing)) == 0 && (kinds & ~Missing) != 0; }

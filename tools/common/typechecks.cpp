@@ -20,6 +20,10 @@ bool SpellsTruth(const QString& text)
 
 QString NameOf(int kinds)
 {
+    if (kinds & ValueType::List)
+        return "a list";
+    if (kinds & ValueType::Map)
+        return "a map";
     if (kinds & ValueType::Text)
         return "a text";
     return kinds & ValueType::Truth ? "a truth value" : "a number";
@@ -39,13 +43,15 @@ TypeChecks::TypeChecks(const Diagnosis& diagnosis, const StatementTypes& types, 
     MarkTree();
 }
 
-void TypeChecks::Run()
+void TypeChecks::Run(bool wantsTruth)
 {
     // Outer nodes last, so that a condition is not told of when one of its operands is the reason.
     for (int i = 0; i < m_nodes.size(); ++i) {
         if (m_inTree.at(i))
             CheckNode(i);
     }
+    if (wantsTruth && m_tree.Root() >= 0)
+        CheckTruth(m_tree.Root());
 }
 
 void TypeChecks::MarkTree()
@@ -88,6 +94,8 @@ void TypeChecks::CheckNode(int number)
         CheckOrdering(number);
     else if (TokenOf(number).type == Token::TT_PLUS)
         CheckSum(node);
+    else if (node.kind == ParsedNode::Binary)
+        CheckArithmetic(node);
 }
 
 void TypeChecks::CheckLiteral(int number)
@@ -121,14 +129,64 @@ void TypeChecks::CheckSum(const Node& node)
                QString("The sum has no value: \"+\" wants a text or a double on one side; whole numbers add as "
                        "\"%1 * 1 + %2\"")
                    .arg(TextOf(node.left), TextOf(node.right)));
+    } else {
+        CheckCollections(node, "has neither text nor number");
     }
+}
+
+/// Of the operators that want numbers on both sides.
+void TypeChecks::CheckArithmetic(const Node& node)
+{
+    const ValueType& left = m_types.Of(node.left);
+    const ValueType& right = m_types.Of(node.right);
+    if (CheckCollections(node, "counts as 0") || (!left.spellsNoNumber && !right.spellsNoNumber))
+        return;
+    const int text = left.spellsNoNumber ? node.left : node.right;
+    Report(Check::OperandKind, PlaceOf(text),
+           QString("\"%1\" wants numbers; %2 spells none and counts as 0")
+               .arg(m_tree.TokenOf(node).lexeme, IsQuoted(text) ? TextOf(text) : '"' + TextOf(text) + '"'));
+}
+
+/// Tells of an operand that is a list or a map.
+bool TypeChecks::CheckCollections(const Node& node, const QString& consequence)
+{
+    for (const int operand : {node.left, node.right}) {
+        if (!IsCollection(operand))
+            continue;
+        Report(Check::OperandKind, PlaceOf(operand),
+               QString("\"%1\" is %2, which %3 for \"%4\"; %5")
+                   .arg(TextOf(operand), NameOf(m_types.Of(operand).kinds), consequence, m_tree.TokenOf(node).lexeme,
+                        ElementHint(operand)));
+        return true;
+    }
+    return false;
+}
+
+QString TypeChecks::ElementHint(int collection) const
+{
+    const bool isList = m_types.Of(collection).IsOnly(ValueType::List);
+    return QString(isList ? "an element is \"%1[0]\"" : "a member is \"%1 .'name'\"").arg(TextOf(collection));
 }
 
 void TypeChecks::CheckEquality(int number)
 {
     const Node& node = m_nodes.at(number);
-    if (!CheckLeftSide(node) && !CheckRightText(node))
+    if (!CheckLeftSide(node) && !CheckRightLiteral(node) && !CheckCollectionEquality(node))
         CheckConstant(number);
+}
+
+/// Whether a list or a map is compared with a single value.
+bool TypeChecks::CheckCollectionEquality(const Node& node)
+{
+    const int collection = IsCollection(node.left) ? node.left : node.right;
+    const int other = collection == node.left ? node.right : node.left;
+    if (!IsCollection(collection) || !m_types.Of(other).IsOnly(Numbers | ValueType::Text))
+        return false;
+    Report(Check::ConstantCondition, PlaceOf(collection),
+           QString("\"%1\" is %2, which never equals %3; %4")
+               .arg(TextOf(collection), NameOf(m_types.Of(collection).kinds), NameOf(m_types.Of(other).kinds),
+                    ElementHint(collection)));
+    return true;
 }
 
 /// A text on the left makes a text of what it is compared with.
@@ -145,11 +203,12 @@ bool TypeChecks::CheckLeftSide(const Node& node)
     return true;
 }
 
-/// A text on the right must spell a value of the left side's type.
-bool TypeChecks::CheckRightText(const Node& node)
+/// A literal on the right is a text, which must spell a value of the left side's type.
+bool TypeChecks::CheckRightLiteral(const Node& node)
 {
     const ValueType& left = m_types.Of(node.left);
-    if (!IsQuoted(node.right) || !m_types.Of(node.right).isKnown)
+    const bool isQuoted = IsQuoted(node.right);
+    if ((!isQuoted && !IsNumberLiteral(node.right)) || !m_types.Of(node.right).isKnown || IsTold(node.right))
         return false;
     const QString text = m_types.Of(node.right).value.toString();
     bool isNumber = false;
@@ -166,7 +225,7 @@ bool TypeChecks::CheckRightText(const Node& node)
     Report(Check::ConstantCondition, PlaceOf(node.right),
            QString("%1 is no %2 as \"%3\" is, so the two always differ%4")
                .arg(TextOf(node.right), left.IsOnly(ValueType::Integer) ? "whole number" : "number", TextOf(node.left),
-                    isNumber ? "; write the number without quotes" : ""));
+                    isNumber && isQuoted && IsWhole(text.toDouble()) ? "; write the number without quotes" : ""));
     return true;
 }
 
@@ -180,7 +239,8 @@ void TypeChecks::CheckOrdering(int number)
                       QString("\"%1\" compares the truth value of \"%2\" as 0 or 1; join two comparisons with \"AND\"")
                           .arg(m_tree.TokenOf(node).lexeme, TextOf(operand)));
     }
-    CheckConstant(number);
+    if (!CheckCollections(node, "counts as 0"))
+        CheckConstant(number);
 }
 
 void TypeChecks::CheckConstant(int number)
@@ -203,13 +263,23 @@ void TypeChecks::CheckConstant(int number)
 
 void TypeChecks::CheckLogic(const Node& node)
 {
-    CheckTruth(node.left);
-    CheckTruth(node.right);
+    CheckOperandTruth(node.left);
+    CheckOperandTruth(node.right);
     CheckDecision(node, node.left, node.right);
     CheckDecision(node, node.right, node.left);
 }
 
-/// What an operand counts as where a truth value is wanted.
+void TypeChecks::CheckOperandTruth(int operand)
+{
+    const int inside = m_tree.Inside(operand);
+    if (!IsCollection(inside))
+        return CheckTruth(inside);
+    Report(Check::OperandKind, PlaceOf(inside),
+           QString("\"%1\" is %2, which counts as false; %3, and whether it is there \"HASVALUE\" asks")
+               .arg(TextOf(inside), NameOf(m_types.Of(inside).kinds), ElementHint(inside)));
+}
+
+/// What a value counts as where one is wanted that is true or false.
 void TypeChecks::CheckTruth(int operand)
 {
     const int inside = m_tree.Inside(operand);
@@ -218,8 +288,7 @@ void TypeChecks::CheckTruth(int operand)
         Report(Check::TextTruth, PlaceOf(inside),
                QString("%1 counts as true: only '0', 'false' and the empty text are false; write TRUE or FALSE")
                    .arg(TextOf(inside)));
-    const bool isReference = TokenOf(inside).type == Token::TT_VARIABLE;
-    if (isReference && type.IsOnly(ValueType::Double))
+    if (type.hasFraction && !type.isConstant)
         Report(Check::FractionTruth, PlaceOf(inside),
                QString("A number is rounded for its truth value, so that 0.25 is false; write \"%1 != 0\"")
                    .arg(TextOf(inside)));
@@ -254,7 +323,7 @@ void TypeChecks::CheckPrefix(const Node& node)
     if (takesAll)
         return CheckReach(node);
     if (!asksForValue)
-        return CheckTruth(node.left);
+        return CheckOperandTruth(node.left);
     if (!(m_types.Of(node.left).kinds & ValueType::Missing))
         Report(Check::ConstantCondition, token.place,
                QString("\"%1\" has always a value, so \"%2\" is always true").arg(TextOf(node.left), token.lexeme));

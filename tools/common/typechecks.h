@@ -14,7 +14,8 @@ public:
     TypeChecks(const Diagnosis& diagnosis, const StatementTypes& types, const CheckOptions& options,
                QVector<StatementFinding>* findings);
 
-    void Run();
+    /// \a wantsTruth tells whether the value is for a property that is true or false.
+    void Run(bool wantsTruth);
 
 private:
     using Node = StatementTree::Node;
@@ -23,12 +24,16 @@ private:
     void CheckNode(int number);
     void CheckLiteral(int number);
     void CheckSum(const Node& node);
+    void CheckArithmetic(const Node& node);
+    bool CheckCollections(const Node& node, const QString& consequence);
     void CheckEquality(int number);
     bool CheckLeftSide(const Node& node);
-    bool CheckRightText(const Node& node);
+    bool CheckRightLiteral(const Node& node);
+    bool CheckCollectionEquality(const Node& node);
     void CheckOrdering(int number);
     void CheckConstant(int number);
     void CheckLogic(const Node& node);
+    void CheckOperandTruth(int operand);
     void CheckTruth(int operand);
     void CheckDecision(const Node& node, int decider, int other);
     void CheckPrefix(const Node& node);
@@ -38,6 +43,8 @@ private:
     void CheckKey(const Node& node);
     bool IsDecided(const Node& node, const QVariant& value) const;
 
+    bool IsCollection(int number) const { return m_types.Of(number).IsOnly(ValueType::List | ValueType::Map); }
+    QString ElementHint(int collection) const;
     bool IsOperator(int number, Language::Role role) const;
     bool IsNumberLiteral(int number) const;
     bool IsQuoted(int number) const;
