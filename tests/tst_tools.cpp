@@ -210,6 +210,12 @@ private Q_SLOTS:
                                    << ":1:114: b\n";
         QTest::newRow("package") << Form("~text", "b") << QStringList{"--list-variables", "--package", "Q"} << 0
                                  << ":1:107: Q:b\n";
+        QTest::newRow("an object for a package") << Form("~text", "@top:toolTip") << none << 1
+                                                 << ":1:107: warning: \"top\" is the name of a package here; the "
+                                                    "object's property is \"@TopWidget:toolTip\"";
+        QTest::newRow("an object for the start of a name")
+            << Form("~text", "top.toolTip") << none << 1
+            << ":1:107: warning: \"top.toolTip\" is the name of a variable";
         QTest::newRow("empty statement") << Form("~text", "") << none << 1 << ":1:107: error: Unknown parsing error";
         QTest::newRow("line breaks and sections") << carriageReturns << none << 1 << ":3:18: warning: Did not expect";
         QTest::newRow("other encoding") << latin << none << 1 << ":1:154: warning: Did not expect token: \"b\"";

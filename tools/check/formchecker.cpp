@@ -102,23 +102,28 @@ void FormChecker::CheckStatement(int number)
         m_values.CheckStore(declaration);
 }
 
-/// Whether a reference takes an object of the form for a package. An object that has the property is asked for,
-/// since packages have names of their own.
+/// Whether a reference takes an object of the form for a package, or for the start of a name. An object that has the
+/// property is asked for, since packages and variables have names of their own.
 bool FormChecker::CheckObjectAsPackage(const Declaration& declaration, const StatementToken& token)
 {
     static const QRegularExpression separator("[\\\\.]");
     const Reference& reference = token.reference;
-    if (token.type != Token::TT_VARIABLE || !reference.hasPackage || reference.IsProperty()
-        || (m_options.variables && m_options.variables->Find(reference.package, reference.name)))
+    const QString package = reference.Package(m_options.package);
+    if (token.type != Token::TT_VARIABLE || reference.IsProperty() || m_options.IsHostVariable(package, reference.name)
+        || (m_options.variables && m_options.variables->Find(package, reference.name)))
         return false;
-    const QString name = reference.package.section(separator, -1, -1, QString::SectionSkipEmpty);
+    const QString path = reference.hasPackage ? reference.package : reference.name.section('.', 0, -2);
+    const QString property = reference.hasPackage ? reference.name : reference.name.section('.', -1);
+    const QString name = path.section(separator, -1, -1, QString::SectionSkipEmpty);
     const bool isTop = name == m_model.Instance().Top()->objectName();
     QObject* const object = isTop ? m_model.Instance().Top() : m_model.Instance().Find(m_model.Instance().Top(), name);
-    if (name.isEmpty() || !object || !m_model.HasProperty(object, reference.name))
+    if (name.isEmpty() || !object || !m_model.HasProperty(object, property))
         return false;
     m_findings.Report(Check::ObjectAsPackage,
-                      QString("\"%1\" is the name of a package here; the object's property is \"@TopWidget%2:%3\"")
-                          .arg(reference.package, isTop ? QString() : '\\' + name, reference.name),
+                      QString("\"%1\" is the name of a %2 here; the object's property is \"@TopWidget%3:%4\"")
+                          .arg(reference.hasPackage ? path : reference.name,
+                               reference.hasPackage ? "package" : "variable", isTop ? QString() : '\\' + name,
+                               property),
                       declaration, token.place);
     return true;
 }
