@@ -148,17 +148,27 @@ private Q_SLOTS:
         QCOMPARE(found.size(), wanted.size());
     }
 
-    /// Each check has a fault in one of the forms, at the place that is expected there.
-    void ChecksWithoutFault()
+    /// Each check has a fault in one of the forms, at the place that is expected there, and a row in the
+    /// documentation with messages from there.
+    void DocumentedChecks()
     {
+        QFile document(TOOLS_DOCUMENT);
+        QVERIFY(document.open(QIODevice::ReadOnly));
+        const QString documentation = QString::fromUtf8(document.readAll());
         QString expected;
         for (const char* const name : {FORMS "/faults.txt", FORMS "/translated.txt"}) {
             QFile file(name);
             QVERIFY(file.open(QIODevice::ReadOnly));
             expected += QString::fromUtf8(file.readAll());
         }
-        for (const CheckInfo& check : AllChecks())
-            QVERIFY2(expected.contains(QString(" [%1]\n").arg(check.name)), check.name);
+        for (const CheckInfo& check : AllChecks()) {
+            const QString start = QString("\n| `%1` | %2 | `").arg(check.name, SeverityName(check.severity));
+            QVERIFY2(documentation.contains(start), check.name);
+            const QString cell = documentation.section(start, 1, 1).section("` |\n", 0, 0);
+            const QStringList messages = cell.split("`<br>`");
+            for (const QString& message : messages)
+                QVERIFY2(expected.contains(QString(": %1 [%2]\n").arg(message, check.name)), qPrintable(message));
+        }
     }
 
     void MachineFormats()
@@ -251,7 +261,7 @@ private Q_SLOTS:
         QTest::newRow("nothing that is shown") << TranslatableForm("'red'", "~styleSheet") << none << 0
                                                << ":1:89: note: The statement has no text to show";
         QTest::newRow("a text of bytes") << Form("~text", "a").replace("string", "cstring") << none << 1
-                                         << ":1:69: error: \"~text\" holds no text of the type";
+                                         << ":1:69: error: \"~text\" holds no text, so there is no";
         QTest::newRow("no form") << QByteArray("<html/>") << none << 2 << ":1:8: No form";
         QTest::newRow("a list disabled") << Form("~text", "a -1") << QStringList{"--disable", "minus-sign,left-over"}
                                          << 0 << "";
@@ -310,7 +320,8 @@ private Q_SLOTS:
             const StatementTypes types(diagnosis.Tree(), [](const Reference&) { return ValueType(); });
             const CheckOptions options;
             QStringList found;
-            for (const StatementFinding& finding : StatementChecks(diagnosis, types, options).Run())
+            const QVector<StatementFinding> findings = StatementChecks(diagnosis, types, options).Run();
+            for (const StatementFinding& finding : findings)
                 found << QString("%1+%2 %3: %4")
                              .arg(finding.place.offset)
                              .arg(finding.place.length)

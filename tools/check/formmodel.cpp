@@ -57,11 +57,12 @@ void FormModel::CollectProperty(int object, const FormProperty& property, FormFi
         m_set.insert(Target(target.first, property.name));
         return;
     }
-    const QString type = property.element == "cstring" ? " of the type \"String\"" : QString();
     if (!property.isText)
-        findings->ReportName(Check::NotAText,
-                             QString("\"%1\" holds no text%2, so there is no statement").arg(property.name, type),
-                             object, property);
+        findings->ReportName(
+            Check::NotAText,
+            QString("\"%1\" holds no text, so there is no statement; in Designer its type is \"String\"")
+                .arg(property.name),
+            object, property);
     else if (!CollectEntry(object, property, findings)) {
         NoteDeclared(object, property, target, findings);
         if (!m_writers.contains(target))
