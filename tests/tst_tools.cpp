@@ -531,6 +531,7 @@ private Q_SLOTS:
         QTest::newRow("one name of several") << QByteArray("@P:bet") << QByteArray("@P:bet");
         QTest::newRow("property") << QByteArray("@Widget:tolTip") << QByteArray("@Widget:toolTip");
         QTest::newRow("entities before it") << QByteArray("'&lt;&#228;' + a-3") << QByteArray("'&lt;&#228;' + a - 3");
+        QTest::newRow("a near name that cannot be read") << QByteArray("@P:gama") << QByteArray("@P:gama");
         QTest::newRow("nothing certain") << QByteArray("a == 3") << QByteArray("a == 3");
     }
 
@@ -539,7 +540,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, statement);
         QFETCH(QByteArray, fixed);
         const QTemporaryDir folder;
-        const QByteArray data = R"({"": {"a": 1}, "P": {"alpha": 1, "beta": 2, "bets": 3}})";
+        const QByteArray data = R"({"": {"a": 1}, "P": {"alpha": 1, "beta": 2, "bets": 3, "ga&ma": 4}})";
         const QString form = Written(folder, "\xef\xbb\xbf" + Form("~text", statement) + "\r\n");
         RunTool(DECLCHECK, {form, "--fix", "--data", Written(folder, data, "data.json")});
         QFile file(form);

@@ -10,6 +10,7 @@
 
 #include "common/formdocument.h"
 #include "common/formloader.h"
+#include "common/statementtokens.h"
 
 namespace {
 
@@ -214,5 +215,5 @@ const NearestName& FormInstance::NamesBelow(QObject* parent) const
         if (m_numbers.contains(m_order.at(i)))
             names.append(m_order.at(i)->objectName());
     }
-    return m_names.insert(parent, NearestName(names)).value();
+    return m_names.insert(parent, NearestName(StatementTokens::Readable(names))).value();
 }

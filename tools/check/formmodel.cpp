@@ -131,7 +131,7 @@ NearestName FormModel::PropertiesOf(QObject* object) const
         if (!PropertyInfo::IsOvexProperty(property.name))
             names.append(property.name);
     }
-    return NearestName(names);
+    return NearestName(StatementTokens::Readable(names));
 }
 
 QObject* FormModel::StartOf(const Declaration& declaration, const QString& element) const

@@ -1,5 +1,7 @@
 #include "common/knownvariables.h"
 
+#include "common/statementtokens.h"
+
 KnownVariables::KnownVariables(const JsonData& data) : m_data(data)
 {
     QHash<QString, QStringList> names;
@@ -9,7 +11,7 @@ KnownVariables::KnownVariables(const JsonData& data) : m_data(data)
             m_packages.insert(variable.name, variable.package);
     }
     for (auto it = names.constBegin(); it != names.constEnd(); ++it)
-        m_names.insert(it.key(), NearestName(it.value()));
+        m_names.insert(it.key(), NearestName(StatementTokens::Readable(it.value())));
     m_packageNames = NearestName(names.keys());
 }
 

@@ -110,6 +110,17 @@ QString StatementTokens::KindName(const StatementToken& token)
     }
 }
 
+QStringList StatementTokens::Readable(const QStringList& names)
+{
+    QStringList readable;
+    for (const QString& name : names) {
+        const QVector<StatementToken> tokens = StatementTokens(name).Tokens();
+        if (tokens.size() == 1 && tokens.first().reference.name == name)
+            readable.append(name);
+    }
+    return readable;
+}
+
 QStringList StatementTokens::Keywords()
 {
     QStringList words;

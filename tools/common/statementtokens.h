@@ -64,6 +64,8 @@ public:
     static QString KindName(const StatementToken& token);
     /// The words that no name can be.
     static QStringList Keywords();
+    /// Those of the names that can stand in a statement.
+    static QStringList Readable(const QStringList& names);
 
 private:
     QVector<Reference> References(bool properties) const;
