@@ -530,6 +530,10 @@ private Q_SLOTS:
         QTest::newRow("the only name") << QByteArray("@P:alpah + @P:beta") << QByteArray("@P:alpha + @P:beta");
         QTest::newRow("one name of several") << QByteArray("@P:bet") << QByteArray("@P:bet");
         QTest::newRow("property") << QByteArray("@Widget:tolTip") << QByteArray("@Widget:toolTip");
+        const QByteArray another = "a</string></property><property name=\"~";
+        QTest::newRow("bound property") << another + "tolTip\"><string>a" << another + "toolTip\"><string>a";
+        QTest::newRow("property that is bound") << another + "texxt\"><string>a" << another + "texxt\"><string>a";
+        QTest::newRow("start of a path") << QByteArray("@topWidget\\top:text") << QByteArray("@TopWidget\\top:text");
         QTest::newRow("entities before it") << QByteArray("'&lt;&#228;' + a-3") << QByteArray("'&lt;&#228;' + a - 3");
         QTest::newRow("a near name that cannot be read") << QByteArray("@P:gama") << QByteArray("@P:gama");
         QTest::newRow("nothing certain") << QByteArray("a == 3") << QByteArray("a == 3");

@@ -52,7 +52,8 @@ void FormFindings::Report(Check check, const QString& message, const Declaration
     Add(finding, declaration.object);
 }
 
-void FormFindings::ReportName(Check check, const QString& message, int object, const FormProperty& property)
+void FormFindings::ReportName(Check check, const QString& message, int object, const FormProperty& property,
+                              const QString& fix)
 {
     Finding finding = MakeFinding(check, message, object);
     finding.source = property.namePlace;
@@ -60,6 +61,8 @@ void FormFindings::ReportName(Check check, const QString& message, int object, c
     finding.statement = property.text;
     const QString start = property.name + "  " + property.text.section('\n', 0, 0);
     finding.excerpt = Excerpt(start, {0, int(property.name.size())});
+    if (m_document.Source().Piece(finding.source) == property.name)
+        finding.fix = fix;
     Add(finding, object);
 }
 

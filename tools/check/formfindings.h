@@ -23,7 +23,8 @@ public:
     void Report(Check check, const QString& message, const Declaration& declaration, const TextPlace& statementPlace,
                 const QString& fix = QString());
     /// Tells of the property's name.
-    void ReportName(Check check, const QString& message, int object, const FormProperty& property);
+    void ReportName(Check check, const QString& message, int object, const FormProperty& property,
+                    const QString& fix = QString());
     /// Tells of the class of an object.
     void ReportClass(Check check, const QString& message, int object);
 

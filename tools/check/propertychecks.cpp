@@ -133,9 +133,11 @@ void PropertyChecks::ReportMissing(const Declaration& declaration, QObject* obje
     const Check check = replacement.isEmpty() ? Check::UnknownProperty : Check::UnverifiedProperty;
     const QString message
         = QString("%1%2 has no property \"%3\"%4").arg(m_model.Describe(object), taken, name, properties.Hint(name));
+    const QString meant = replacement.isEmpty() ? properties.FindOnly(name) : QString();
     if (statementPlace)
-        m_findings->Report(check, message, declaration, *statementPlace,
-                           replacement.isEmpty() ? properties.FindOnly(name) : QString());
-    else
-        m_findings->ReportName(check, message, declaration.object, *declaration.property);
+        return m_findings->Report(check, message, declaration, *statementPlace, meant);
+    const QString bound = declaration.property->name;
+    const bool isFree = !meant.isEmpty() && m_model.WriterOf(object, meant) < 0;
+    m_findings->ReportName(check, message, declaration.object, *declaration.property,
+                           isFree ? bound.chopped(name.size()) + meant : QString());
 }

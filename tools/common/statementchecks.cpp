@@ -123,7 +123,8 @@ void StatementChecks::CheckName(int number)
                keyword);
     else if (!start.isEmpty())
         Report(Check::KeywordCase, token.place,
-               QString("\"%1\" is the name of a package here; a widget path starts with \"%2\"").arg(package, start));
+               QString("\"%1\" is the name of a package here; a widget path starts with \"%2\"").arg(package, start),
+               QString(token.lexeme).replace(token.lexeme.indexOf(package), package.size(), start));
     else if (!reference.hasPackage && !ForeignWordHint(reference.name).isEmpty())
         Report(
             Check::KeywordCase, token.place,
