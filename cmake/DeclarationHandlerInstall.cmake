@@ -1,5 +1,5 @@
 # What is installed where, always relative to the prefix. The component Runtime holds the shared libraries,
-# Development what hosts are built with, and Tools the programs.
+# Development what hosts are built with, Tools the programs, and Designer the plugin for Qt Designer.
 include(GNUInstallDirs)
 set(CMAKE_INSTALL_DEFAULT_COMPONENT_NAME Tools)
 include(CMakePackageConfigHelpers)

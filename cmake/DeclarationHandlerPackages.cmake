@@ -7,11 +7,14 @@ else()
 endif()
 set(DECLARATIONHANDLER_PACKAGE_Development libdeclarationhandler${DECLARATIONHANDLER_SUFFIX}-dev)
 set(DECLARATIONHANDLER_PACKAGE_Tools declarationhandler${DECLARATIONHANDLER_SUFFIX}-tools)
+set(DECLARATIONHANDLER_PACKAGE_Designer declarationhandler${DECLARATIONHANDLER_SUFFIX}-designer)
 set(PACKAGE_REVISION 1)
 if(DECLARATIONHANDLER_QT EQUAL 6)
   set(qt_package qt6-base-dev)
+  set(designer_package designer-qt6)
 else()
   set(qt_package qtbase5-dev)
+  set(designer_package qttools5-dev-tools)
 endif()
 
 # What Debian wants in every package.
@@ -82,5 +85,14 @@ endif()
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 set(CPACK_COMPONENT_TOOLS_DESCRIPTION "For the authors of forms: declview shows a form live, declcheck checks its
 statements, decleval evaluates one.")
+
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION devel)
+# The checker and the preview are programs of the tools.
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_DEPENDS
+  "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}, ${DECLARATIONHANDLER_PACKAGE_Tools} ${exact}")
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_RECOMMENDS ${designer_package})
+set(CPACK_DEBIAN_DESIGNER_PACKAGE_SHLIBDEPS ON)
+set(CPACK_COMPONENT_DESIGNER_DESCRIPTION "A plugin for Qt Designer: the statements of a form as a table, with an editor
+that checks them as one types, and a preview over data.")
 
 include(CPack)

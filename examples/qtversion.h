@@ -37,6 +37,16 @@ inline bool Convert(QVariant* value, int type)
 #endif
 }
 
+/// Whether a value of its type can become one of the type with that number.
+inline bool CanConvert(const QVariant& value, int type)
+{
+#if QT_VERSION >= 0x060000
+    return value.canConvert(QMetaType(type));
+#else
+    return value.canConvert(type);
+#endif
+}
+
 /// The number of a type; 0 for a name that is not registered.
 inline int TypeNumber(const char* name)
 {
