@@ -315,6 +315,7 @@ void FormsTest::Taken_data()
         "label, pixmap, '::empty' => QPixmap()",
         "label, pixmap, 'no/such.png' => !QPixmap()",
         "label, pixmap, '' => !QPixmap()",
+        "label, font, 'Arial,12' => QFont[]",
         "label, indent, 3 => 3",
         "label, dynamic, [1] => [1]",
     }});

@@ -124,6 +124,9 @@ bool HoldsConverted(const QVariant& held, QVariant written)
         return written.canConvert<bool>() && held.toBool() == written.toBool();
     if (type == QMetaType::QString)
         return written.canConvert<QString>() && held.toString() == written.toString();
+    // A widget adds the list of families, which makes another font of the same.
+    if (type == QMetaType::QFont)
+        return QtCompat::Convert(&written, type) && held.toString() == written.toString();
     return QtCompat::Convert(&written, type) && FormValues::AreEqual(held, written);
 }
 
