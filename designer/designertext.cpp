@@ -12,6 +12,8 @@
 namespace {
 
 const char Name[] = "~text";
+/// In milliseconds.
+const int IdleTime = 2000;
 
 QString FormWith(const DesignerText& text)
 {
@@ -34,7 +36,12 @@ QString FormWith(const DesignerText& text)
 
 } // namespace
 
-DesignerTexts::DesignerTexts(QDesignerFormEditorInterface* core) : m_core(core) {}
+DesignerTexts::DesignerTexts(QDesignerFormEditorInterface* core) : m_core(core)
+{
+    m_timer.setSingleShot(true);
+    m_timer.setInterval(IdleTime);
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] { delete m_form; });
+}
 
 DesignerTexts::~DesignerTexts()
 {
@@ -66,12 +73,10 @@ bool DesignerTexts::FromValue(const QVariant& value, DesignerText* text)
     return false;
 }
 
+/// Designer counts it among its forms, so that it is there only while it is needed.
 void DesignerTexts::MakeForm()
 {
-    if (m_form)
-        return;
-    QDesignerFormWindowManagerInterface* const manager = m_core->formWindowManager();
-    m_form = manager->createFormWindow();
-    // It is none of the forms that the user edits.
-    manager->removeFormWindow(m_form);
+    m_timer.start();
+    if (!m_form)
+        m_form = m_core->formWindowManager()->createFormWindow();
 }

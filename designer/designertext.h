@@ -2,6 +2,7 @@
 #define DESIGNERTEXT_H
 
 #include <QPointer>
+#include <QTimer>
 #include <QVariant>
 #include <QXmlStreamAttributes>
 
@@ -32,6 +33,7 @@ private:
 
     QDesignerFormEditorInterface* const m_core;
     QPointer<QDesignerFormWindowInterface> m_form;
+    QTimer m_timer; ///< Until the form goes.
 };
 
 #endif

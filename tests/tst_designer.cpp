@@ -4,6 +4,7 @@
 #include <QDesignerActionEditorInterface>
 #include <QDesignerComponents>
 #include <QDesignerFormEditorInterface>
+#include <QDesignerFormEditorPluginInterface>
 #include <QDesignerFormWindowCursorInterface>
 #include <QDesignerFormWindowInterface>
 #include <QDesignerFormWindowManagerInterface>
@@ -17,6 +18,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QPlainTextEdit>
+#include <QPluginLoader>
 #include <QSpinBox>
 #include <QTableView>
 #include <QTest>
@@ -79,6 +81,8 @@ class TestDesigner : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
+    void cleanupTestCase();
     void init();
     void cleanup();
     void Table();
@@ -99,6 +103,7 @@ private:
     QString Line(const QString& start) const;
     void Type(const QString& text) { m_editor->setPlainText(text); }
 
+    QWidget m_window;
     QDesignerFormEditorInterface* m_core = nullptr;
     std::unique_ptr<QDesignerIntegration> m_integration;
     std::unique_ptr<QObject> m_taskMenus;
@@ -108,16 +113,27 @@ private:
     QPlainTextEdit* m_editor = nullptr;
 };
 
-void TestDesigner::init()
+void TestDesigner::initTestCase()
 {
     QDesignerComponents::initializeResources();
     m_core = QDesignerComponents::createFormEditor(nullptr);
-    m_core->setWidgetBox(QDesignerComponents::createWidgetBox(m_core, nullptr));
-    m_core->setPropertyEditor(QDesignerComponents::createPropertyEditor(m_core, nullptr));
-    m_core->setObjectInspector(QDesignerComponents::createObjectInspector(m_core, nullptr));
-    m_core->setActionEditor(QDesignerComponents::createActionEditor(m_core, nullptr));
+    m_core->setWidgetBox(QDesignerComponents::createWidgetBox(m_core, &m_window));
+    m_core->setPropertyEditor(QDesignerComponents::createPropertyEditor(m_core, &m_window));
+    m_core->setObjectInspector(QDesignerComponents::createObjectInspector(m_core, &m_window));
+    m_core->setActionEditor(QDesignerComponents::createActionEditor(m_core, &m_window));
     m_integration = std::make_unique<QDesignerIntegration>(m_core);
     m_taskMenus.reset(QDesignerComponents::createTaskMenu(m_core, nullptr));
+    // Designer's own plugins, none that are installed.
+    const QObjectList plugins = QPluginLoader::staticInstances();
+    for (QObject* const plugin : plugins) {
+        auto* const part = qobject_cast<QDesignerFormEditorPluginInterface*>(plugin);
+        if (part && !part->isInitialized())
+            part->initialize(m_core);
+    }
+}
+
+void TestDesigner::init()
+{
     m_tools = std::make_unique<DesignerTools>(m_core);
     m_panel = m_tools->Panel();
     m_editor = m_panel->findChild<QPlainTextEdit*>();
@@ -129,12 +145,13 @@ void TestDesigner::cleanup()
     m_tools.reset();
     while (m_core->formWindowManager()->formWindowCount() > 0)
         delete m_core->formWindowManager()->formWindow(0);
+}
+
+void TestDesigner::cleanupTestCase()
+{
     m_taskMenus.reset();
     m_integration.reset();
-    for (QWidget* const part :
-         {static_cast<QWidget*>(m_core->widgetBox()), static_cast<QWidget*>(m_core->propertyEditor()),
-          static_cast<QWidget*>(m_core->objectInspector()), static_cast<QWidget*>(m_core->actionEditor())})
-        delete part;
+    qDeleteAll(m_window.children());
     delete m_core;
 }
 
