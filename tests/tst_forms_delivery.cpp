@@ -23,6 +23,7 @@ private Q_SLOTS:
     void TranslatedStatements();
     void TranslationIsNoEdit();
     void TranslationShowsDataAgain();
+    void TranslationWithNewData();
     void TranslationEndsBinding_data();
     void TranslationEndsBinding();
     void TranslationUnbinds();
@@ -221,6 +222,29 @@ void FormDeliveryTest::TranslationIsNoEdit()
     QCOMPARE(label->text(), QString("2"));
     QCOMPARE(form.m_peer.m_writes, 1);
     QCOMPARE(form.Told(), QString());
+    form.m_form.setParent(nullptr);
+}
+
+/// What new data brought between the change of language and the end of its turn is not Designer's.
+void FormDeliveryTest::TranslationWithNewData()
+{
+    Form form;
+    TranslatedWindow window;
+    window.m_retranslate = [] {};
+    window.setCentralWidget(&form.m_form);
+    form.m_peer.Set("v", "data");
+    form.m_binding->SetEditPolicy(FormBinding::TakeData);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"text", "designed"}, {"_text", "v"}});
+    form.m_binding->Bind();
+    edit->setText("typed");
+    form.Turn();
+    QCoreApplication::postEvent(&window, new QEvent(QEvent::LanguageChange));
+    form.m_peer.Set("v", "newer");
+    form.Turn();
+    QCOMPARE(edit->text(), QString("newer"));
+    form.m_peer.Set("v", QVariant());
+    form.Turn();
+    QCOMPARE(edit->text(), QString("designed"));
     form.m_form.setParent(nullptr);
 }
 

@@ -89,7 +89,7 @@ bool FormEngine::Bind(QObject* scope)
         return false;
     QObject* const top = scope ? scope : m_state.form.data();
     const bool hasNoError = top ? m_binder.Bind(top) : m_binder.Bind(MarkedProperty{nullptr, QString(), QString()});
-    m_delivery.Run(false);
+    Run(false);
     Tell();
     return hasNoError;
 }
@@ -108,7 +108,7 @@ bool FormEngine::Bind(QObject* object, const QString& property, const QString& s
     // Paths may lead to what is below it.
     if (hasNoError && guarded && !(object->objectName().isEmpty() && object->children().isEmpty()))
         m_binder.ResolveAgain(object->children().isEmpty() ? object->objectName() : QString());
-    m_delivery.Run(false);
+    Run(false);
     Tell();
     return hasNoError;
 }
@@ -201,7 +201,7 @@ void FormEngine::Revert(QObject* scope)
         return;
     for (const Statement& statement : m_state.In(scope))
         MarkForRevert(statement);
-    m_delivery.Run(false);
+    Run(false);
     Tell();
 }
 
@@ -230,7 +230,7 @@ void FormEngine::Update()
     m_binder.ResolveAgain();
     for (const Statement& statement : m_state.In(nullptr))
         m_delivery.Mark(statement);
-    m_delivery.Run(true);
+    Run(true);
     Tell();
 }
 
@@ -246,8 +246,14 @@ void FormEngine::Deliver()
         return;
     }
     m_translation.Apply();
-    m_delivery.Run(true);
+    Run(true);
     Tell();
+}
+
+void FormEngine::Run(bool withVariables)
+{
+    m_delivery.Run(withVariables);
+    m_translation.Renew();
 }
 
 void FormEngine::OnChanged(WatchedProperty* property)

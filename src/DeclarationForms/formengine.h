@@ -56,6 +56,7 @@ private:
     void OnTurn() override;
 
     void Deliver();
+    void Run(bool withVariables);
     bool HasDeclaration(QObject* object, const QString& property);
     bool RefreshEdit(const Statement& statement);
     void NoteEdit(const Statement& statement);

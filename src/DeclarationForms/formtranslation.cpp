@@ -49,6 +49,12 @@ void FormTranslation::Absorb()
     TakeSnapshot();
 }
 
+void FormTranslation::Renew()
+{
+    if (m_isRunning)
+        TakeSnapshot();
+}
+
 void FormTranslation::Absorb(const Held& before)
 {
     const std::shared_ptr<BoundStatement>& statement = before.statement;

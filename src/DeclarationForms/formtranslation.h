@@ -34,6 +34,8 @@ public:
 
     /// What has been written so far counts as Designer's; edits are put back.
     void Absorb();
+    /// What statements have written so far is not Designer's.
+    void Renew();
 
     /// A marked property of a bound object was set; the next Apply() binds it anew.
     void NoteText(QObject* object, const QByteArray& name) { m_texts.append({object, name}); }
