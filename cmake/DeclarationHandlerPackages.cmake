@@ -89,8 +89,7 @@ statements, decleval evaluates one.")
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_SECTION devel)
 # The checker and the preview are programs of the tools.
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_DEPENDS
-  "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}, ${DECLARATIONHANDLER_PACKAGE_Tools} ${exact}")
-set(CPACK_DEBIAN_DESIGNER_PACKAGE_RECOMMENDS ${designer_package})
+  "${DECLARATIONHANDLER_PACKAGE_Runtime} ${exact}, ${DECLARATIONHANDLER_PACKAGE_Tools} ${exact}, ${designer_package}")
 set(CPACK_DEBIAN_DESIGNER_PACKAGE_SHLIBDEPS ON)
 set(CPACK_COMPONENT_DESIGNER_DESCRIPTION "A plugin for Qt Designer: the statements of a form as a table, with an editor
 that checks them as one types, and a preview over data.")
