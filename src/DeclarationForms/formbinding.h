@@ -25,6 +25,9 @@ class IDataPeer;
 /// The scope of an operation is an object: it means the properties of that object and of all below it. Null
 /// means everything that is bound, and for Bind() the form. Form, scope and this may be deleted in any order,
 /// also from slots that run inside an operation, which then ends without doing more.
+///
+/// EditedChanged(), and under a save policy Saved() and ProblemFound(), may come while a widget tells that the user
+/// has changed it. Qt's widgets go on afterwards, so a slot that ends the form there takes deleteLater().
 class DECLARATIONFORMS_EXPORT FormBinding : public QObject
 {
     Q_OBJECT
