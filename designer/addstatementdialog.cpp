@@ -76,6 +76,10 @@ void AddStatementDialog::Check()
         note = QString("\"%1\" is there already, or is no name for a property.").arg(Property());
     } else {
         note = QString("It will be the dynamic property \"%1\".").arg(Property());
+        if (m_property->findText(name, Qt::MatchFixedString | Qt::MatchCaseSensitive) < 0) {
+            note += QString("\nOnly a class of the program can have \"%1\"; %2 has none that can be bound.")
+                        .arg(name, DesignerObjects::ClassName(m_edits->Core(), m_object));
+        }
         isGood = true;
     }
     m_note->setText(note);

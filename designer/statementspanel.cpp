@@ -1,5 +1,6 @@
 #include "statementspanel.h"
 
+#include <QApplication>
 #include <QDesignerFormWindowInterface>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -81,6 +82,7 @@ StatementsPanel::StatementsPanel(FormWatcher* watcher, StatementEdits* edits, QO
             &StatementsPanel::SelectInForm);
     connect(m_table->View()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &StatementsPanel::ShowCurrent, Qt::QueuedConnection);
+    connect(qApp, &QApplication::focusChanged, this, &StatementsPanel::KeepRows);
     if (!m_isScoped)
         connect(watcher, &FormWatcher::SelectionChanged, this, &StatementsPanel::FollowForm);
     ReadForm();
@@ -99,6 +101,23 @@ void StatementsPanel::resizeEvent(QResizeEvent* event)
 {
     m_splitter->setOrientation(width() > WideRatio * height() ? Qt::Horizontal : Qt::Vertical);
     QWidget::resizeEvent(event);
+}
+
+/// What is typed must not take the row away that it is typed for.
+void StatementsPanel::KeepRows(const QWidget* /*old*/, const QWidget* now)
+{
+    QSortFilterProxyModel* const rows = SortedRows();
+    const bool isTyped = m_editor->isAncestorOf(now);
+    if (!now || rows->dynamicSortFilter() != isTyped)
+        return;
+    rows->setDynamicSortFilter(!isTyped);
+    if (!isTyped)
+        rows->invalidate();
+}
+
+QSortFilterProxyModel* StatementsPanel::SortedRows() const
+{
+    return qobject_cast<QSortFilterProxyModel*>(m_table->View()->model());
 }
 
 void StatementsPanel::ReadForm()
@@ -166,9 +185,8 @@ void StatementsPanel::RemoveStatement()
 {
     QVector<FormStatement> statements;
     const QModelIndexList rows = m_table->View()->selectionModel()->selectedRows();
-    const auto* const proxy = qobject_cast<QSortFilterProxyModel*>(m_table->View()->model());
     for (const QModelIndex& row : rows)
-        statements.append(m_model.At(proxy->mapToSource(row).row()));
+        statements.append(m_model.At(SortedRows()->mapToSource(row).row()));
     m_edits->Remove(statements);
     m_watcher->ReadNow();
 }

@@ -8,6 +8,7 @@
 
 class FormWatcher;
 class QPushButton;
+class QSortFilterProxyModel;
 class QSplitter;
 class RowEditor;
 class StatementEdits;
@@ -36,6 +37,8 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void KeepRows(const QWidget* old, const QWidget* now);
+    QSortFilterProxyModel* SortedRows() const;
     void ReadForm();
     void ShowCurrent();
     void SelectInForm();

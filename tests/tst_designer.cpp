@@ -17,6 +17,7 @@
 #include <QExtensionManager>
 #include <QLabel>
 #include <QLayout>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPluginLoader>
 #include <QSpinBox>
@@ -241,6 +242,19 @@ void TestDesigner::Edits()
     history->undo();
     QVERIFY(Rows().contains("box _value count > 1"));
     QCOMPARE(m_editor->toPlainText(), QString("count > 1"));
+
+    // The row stays although the filter no longer takes it, until the user is done.
+    m_panel->window()->show();
+    QVERIFY(QTest::qWaitForWindowActive(m_panel->window()));
+    m_editor->setFocus();
+    auto* const filter = m_panel->Table()->findChild<QLineEdit*>();
+    filter->setText("count");
+    Type("limit");
+    QCOMPARE(Rows(), QStringList("box _value limit"));
+    filter->setFocus();
+    QCOMPARE(Rows(), QStringList());
+    filter->clear();
+    history->undo();
 
     StatementEdits* const edits = m_tools->Edits();
     QVERIFY(edits->Add(box, "~maximum", "limit"));
