@@ -178,6 +178,10 @@ private Q_SLOTS:
         const QJsonObject first = findings.first().toObject();
         QCOMPARE(first.value("column").toInt(), 65);
         QCOMPARE(first.value("endColumn").toInt(), 68);
+        QCOMPARE(first.value("statement")
+                     .toString()
+                     .mid(first.value("statementOffset").toInt(), first.value("statementLength").toInt()),
+                 QString("rmp"));
         QCOMPARE(first.value("severity").toString(), QString("error"));
         QCOMPARE(first.value("object").toString(), QString("QWidget#Faults"));
 

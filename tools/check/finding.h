@@ -16,13 +16,15 @@ struct Finding
     QString file;
     TextPlace source; ///< In the source of the file.
     Position start;
-    Position end;      ///< Behind the last character.
-    QString object;    ///< The object that it is about, as «QLabel#name».
-    QString property;  ///< The marked property, if it is about one.
-    QString statement; ///< The property's text.
-    QString excerpt;   ///< Two lines to show the place.
-    QString original;  ///< The statement of which it is a translation, if it is one.
-    QString fix;       ///< What belongs in the place, where that is certain; else empty.
+    Position end;          ///< Behind the last character.
+    QString object;        ///< The object that it is about, as «QLabel#name».
+    QString property;      ///< The marked property, if it is about one.
+    QString statement;     ///< The property's text.
+    TextPlace place;       ///< In the statement.
+    bool hasPlace = false; ///< Whether it is about a place in the statement.
+    QString excerpt;       ///< Two lines to show the place.
+    QString original;      ///< The statement of which it is a translation, if it is one.
+    QString fix;           ///< What belongs in the place, where that is certain; else empty.
 };
 
 #endif

@@ -44,6 +44,8 @@ void FormFindings::Report(Check check, const QString& message, const Declaration
     finding.source = m_document.SourcePlace(*declaration.property, statementPlace);
     finding.property = declaration.property->name;
     finding.statement = declaration.property->text;
+    finding.place = statementPlace;
+    finding.hasPlace = true;
     finding.excerpt = Excerpt(finding.statement, statementPlace, finding.property + "  ");
     // Not where entities hide what stands there.
     if (m_document.Source().Piece(finding.source)

@@ -124,19 +124,24 @@ QByteArray Report::ToJson(const QVector<Finding>& findings)
 {
     QJsonArray list;
     for (const Finding& finding : findings) {
-        list.append(QJsonObject{{"file", finding.file},
-                                {"line", finding.start.line},
-                                {"column", finding.start.column},
-                                {"endLine", finding.end.line},
-                                {"endColumn", finding.end.column},
-                                {"severity", SeverityName(finding.severity)},
-                                {"message", finding.message},
-                                {"check", InfoOf(finding.check).name},
-                                {"object", finding.object},
-                                {"property", finding.property},
-                                {"statement", finding.statement},
-                                {"source", finding.original},
-                                {"fix", finding.fix}});
+        QJsonObject object{{"file", finding.file},
+                           {"line", finding.start.line},
+                           {"column", finding.start.column},
+                           {"endLine", finding.end.line},
+                           {"endColumn", finding.end.column},
+                           {"severity", SeverityName(finding.severity)},
+                           {"message", finding.message},
+                           {"check", InfoOf(finding.check).name},
+                           {"object", finding.object},
+                           {"property", finding.property},
+                           {"statement", finding.statement},
+                           {"source", finding.original},
+                           {"fix", finding.fix}};
+        if (finding.hasPlace) {
+            object.insert("statementOffset", finding.place.offset);
+            object.insert("statementLength", finding.place.length);
+        }
+        list.append(object);
     }
     return QJsonDocument(list).toJson();
 }
