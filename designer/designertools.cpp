@@ -10,10 +10,11 @@
 DesignerTools::DesignerTools(QDesignerFormEditorInterface* core)
     : m_core(core),
       m_watcher(core),
+      m_checks(&m_watcher),
       m_edits(core),
       m_previews(&m_watcher),
       m_menus(core->extensionManager(), [this](QObject* object) { Open(object); }),
-      m_panel(new StatementsPanel(&m_watcher, &m_edits)),
+      m_panel(new StatementsPanel(&m_watcher, &m_checks, &m_edits)),
       m_placement(new PanelPlacement(core, m_panel))
 {
     connect(m_panel, &StatementsPanel::PreviewWanted, &m_previews, &FormPreviews::Start);
@@ -24,7 +25,7 @@ DesignerTools::~DesignerTools() = default;
 
 void DesignerTools::Open(QObject* object)
 {
-    StatementsDialog dialog(&m_watcher, &m_edits, object, m_core->topLevel());
+    StatementsDialog dialog(&m_watcher, &m_checks, &m_edits, object, m_core->topLevel());
     connect(dialog.Panel(), &StatementsPanel::PreviewWanted, &m_previews, &FormPreviews::Start);
     dialog.exec();
 }

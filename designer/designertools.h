@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "formchecks.h"
 #include "formpreviews.h"
 #include "formwatcher.h"
 #include "statementedits.h"
@@ -22,6 +23,7 @@ public:
 
     StatementsPanel* Panel() const { return m_panel; }
     FormWatcher* Watcher() { return &m_watcher; }
+    FormChecks* Checks() { return &m_checks; }
     StatementEdits* Edits() { return &m_edits; }
 
     /// The dialog with the statements of an object.
@@ -32,6 +34,7 @@ private:
 
     QDesignerFormEditorInterface* const m_core;
     FormWatcher m_watcher;
+    FormChecks m_checks;
     StatementEdits m_edits;
     FormPreviews m_previews;
     StatementsMenuFactory m_menus;

@@ -2,22 +2,15 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 
 #include "common/projectfile.h"
+#include "installedprogram.h"
 
 namespace {
 
 const int MaxErrors = 2000;
 /// In milliseconds.
 const int EndTime = 3000;
-
-/// The one that was installed with this, or else any.
-QString Program()
-{
-    const QString beside = QStandardPaths::findExecutable(DECLVIEW_NAME, {DECLARATIONDESIGNER_PROGRAMS});
-    return beside.isEmpty() ? QStandardPaths::findExecutable(DECLVIEW_NAME) : beside;
-}
 
 } // namespace
 
@@ -41,7 +34,7 @@ FormPreview::~FormPreview()
 
 void FormPreview::Start(const QByteArray& content)
 {
-    const QString program = Program();
+    const QString program = InstalledProgram::Find(DECLVIEW_NAME);
     if (program.isEmpty())
         return emit Ended(QString("\"%1\" is not installed.").arg(DECLVIEW_NAME));
     if (!Create())

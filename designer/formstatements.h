@@ -5,6 +5,8 @@
 #include <QString>
 #include <QVector>
 
+#include "edit/statementmark.h"
+
 class QDesignerFormWindowInterface;
 
 /// A marked property of a form that is open in Designer.
@@ -15,8 +17,10 @@ struct FormStatement
     QString className;
     QString property; ///< With its marker.
     QString text;
-    bool isText = true; ///< Whether the property holds a text at all.
-    QString type;       ///< Of the property that it binds; empty where that is not known.
+    bool isText = true;           ///< Whether the property holds a text at all.
+    QString type;                 ///< Of the property that it binds; empty where that is not known.
+    QString findings;             ///< What is wrong, worst first, a line for each.
+    QVector<StatementMark> marks; ///< What is wrong in the statement.
 
     bool IsOf(const QObject* other, const QString& name) const { return object == other && property == name; }
 };

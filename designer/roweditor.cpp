@@ -3,11 +3,12 @@
 #include <QCheckBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPlainTextEdit>
-#include <QSignalBlocker>
+#include <QScopedValueRollback>
 
 #include "bindableproperties.h"
 #include "common/source/PlatformIndependent/propertyinfo.h"
+#include "edit/statementeditor.h"
+#include "formsurroundings.h"
 #include "statementedits.h"
 
 namespace {
@@ -16,14 +17,21 @@ const int ShownLines = 3;
 
 } // namespace
 
-RowEditor::RowEditor(StatementEdits* edits)
-    : m_edits(edits), m_title(new QLabel), m_writesBack(new QCheckBox("&Writes back")), m_editor(new QPlainTextEdit)
+RowEditor::RowEditor(StatementEdits* edits, FormSurroundings* surroundings)
+    : m_edits(edits),
+      m_surroundings(surroundings),
+      m_title(new QLabel),
+      m_writesBack(new QCheckBox("&Writes back")),
+      m_editor(new StatementEditor),
+      m_remarks(new QLabel)
 {
     m_title->setTextFormat(Qt::PlainText);
     m_writesBack->setToolTip("Whether a save writes the property's value back to what the statement reads (\"_\" in "
                              "front of the name), or the statement is shown only (\"~\")");
-    m_editor->setAccessibleName("Statement");
-    m_editor->setTabChangesFocus(true);
+    m_remarks->setTextFormat(Qt::PlainText);
+    m_remarks->setWordWrap(true);
+    m_remarks->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    m_editor->SetSurroundings(surroundings);
     m_editor->setMinimumHeight(m_editor->fontMetrics().lineSpacing() * ShownLines);
 
     auto* const head = new QHBoxLayout;
@@ -32,9 +40,11 @@ RowEditor::RowEditor(StatementEdits* edits)
     auto* const layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addLayout(head);
-    layout->addWidget(m_editor);
+    layout->addWidget(m_editor, 1);
+    layout->addWidget(m_remarks);
 
     connect(m_editor, &QPlainTextEdit::textChanged, this, &RowEditor::Take);
+    connect(m_editor, &StatementEditor::RemarksChanged, this, &RowEditor::TellRemarks);
     connect(m_writesBack, &QCheckBox::clicked, this, &RowEditor::TakeMarker);
     ShowNothing();
 }
@@ -45,13 +55,20 @@ void RowEditor::Show(const FormStatement& statement)
     if (isOther)
         m_edits->EndRun();
     m_shown = statement;
+    m_surroundings->SetObject(statement.object);
     setEnabled(statement.object && statement.isText);
     m_title->setText(QString("%1: %2").arg(statement.objectName, PropertyInfo::ToNormal(statement.property)));
     m_writesBack->setChecked(PropertyInfo::IsMutable(statement.property));
-    if (!isOther && m_editor->toPlainText() == statement.text)
-        return;
-    const QSignalBlocker blocker(m_editor);
-    m_editor->setPlainText(statement.text);
+    if (isOther || m_editor->toPlainText() != statement.text)
+        SetText(statement.text);
+    m_editor->SetMarks(statement.text, statement.marks);
+}
+
+/// Without taking it for something typed.
+void RowEditor::SetText(const QString& text)
+{
+    const QScopedValueRollback<bool> isShowing(m_isShowing, true);
+    m_editor->setPlainText(text);
 }
 
 void RowEditor::ShowNothing()
@@ -59,8 +76,8 @@ void RowEditor::ShowNothing()
     m_edits->EndRun();
     m_shown = FormStatement();
     m_title->setText("No statement selected");
-    const QSignalBlocker blocker(m_editor);
-    m_editor->clear();
+    m_surroundings->SetObject(nullptr);
+    SetText(QString());
     m_writesBack->setChecked(false);
     setEnabled(false);
 }
@@ -73,7 +90,7 @@ void RowEditor::StartTyping()
 
 void RowEditor::Take()
 {
-    if (m_shown.object)
+    if (m_shown.object && !m_isShowing)
         m_edits->Change(m_shown.object, m_shown.property, m_editor->toPlainText());
 }
 
@@ -87,4 +104,11 @@ void RowEditor::TakeMarker()
         emit Renamed(m_shown.object, name);
     else
         m_writesBack->setChecked(!m_writesBack->isChecked());
+}
+
+void RowEditor::TellRemarks()
+{
+    const QString remarks = m_editor->Remarks();
+    m_remarks->setText(remarks);
+    m_remarks->setVisible(!remarks.isEmpty());
 }

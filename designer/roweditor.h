@@ -5,9 +5,10 @@
 
 #include "formstatements.h"
 
+class FormSurroundings;
 class QCheckBox;
 class QLabel;
-class QPlainTextEdit;
+class StatementEditor;
 class StatementEdits;
 
 /// Edits one statement of a form. What is typed goes into the form at once, all that is typed in one go as one step of
@@ -17,7 +18,8 @@ class RowEditor : public QWidget
     Q_OBJECT
 
 public:
-    explicit RowEditor(StatementEdits* edits);
+    /// The surroundings outlive this.
+    RowEditor(StatementEdits* edits, FormSurroundings* surroundings);
 
     /// The statement to edit, or what became of it.
     void Show(const FormStatement& statement);
@@ -31,14 +33,19 @@ signals:
     void Renamed(QObject* object, const QString& property);
 
 private:
+    void SetText(const QString& text);
     void Take();
     void TakeMarker();
+    void TellRemarks();
 
     StatementEdits* const m_edits;
+    FormSurroundings* const m_surroundings;
     FormStatement m_shown;
+    bool m_isShowing = false; ///< The text that changes is none that the user types.
     QLabel* const m_title;
     QCheckBox* const m_writesBack;
-    QPlainTextEdit* const m_editor;
+    StatementEditor* const m_editor;
+    QLabel* const m_remarks;
 };
 
 #endif

@@ -14,8 +14,9 @@ const QSize StartSize(720, 480);
 
 } // namespace
 
-StatementsDialog::StatementsDialog(FormWatcher* watcher, StatementEdits* edits, QObject* object, QWidget* parent)
-    : QDialog(parent), m_panel(new StatementsPanel(watcher, edits, object))
+StatementsDialog::StatementsDialog(FormWatcher* watcher, FormChecks* checks, StatementEdits* edits, QObject* object,
+                                   QWidget* parent)
+    : QDialog(parent), m_panel(new StatementsPanel(watcher, checks, edits, object))
 {
     setWindowTitle(QString("Statements of %1").arg(DesignerObjects::Label(watcher->Core(), object)));
     resize(StartSize);

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+class FormChecks;
 class FormWatcher;
 class StatementEdits;
 class StatementsPanel;
@@ -13,7 +14,7 @@ class StatementsDialog : public QDialog
     Q_OBJECT
 
 public:
-    StatementsDialog(FormWatcher* watcher, StatementEdits* edits, QObject* object, QWidget* parent);
+    StatementsDialog(FormWatcher* watcher, FormChecks* checks, StatementEdits* edits, QObject* object, QWidget* parent);
 
     StatementsPanel* Panel() const { return m_panel; }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "view/tablecolors.h"
+
 namespace {
 
 bool IsSameRow(const FormStatement& first, const FormStatement& second)
@@ -12,7 +14,16 @@ bool IsSameRow(const FormStatement& first, const FormStatement& second)
 bool IsSame(const FormStatement& first, const FormStatement& second)
 {
     return IsSameRow(first, second) && first.text == second.text && first.isText == second.isText
-        && first.className == second.className && first.type == second.type;
+        && first.className == second.className && first.type == second.type && first.findings == second.findings
+        && first.marks == second.marks;
+}
+
+/// By the worst, which is told first.
+QVariant ColorOf(const QString& findings)
+{
+    if (findings.startsWith(SeverityName(Severity::Error)))
+        return TableColors::Error;
+    return findings.startsWith(SeverityName(Severity::Warning)) ? TableColors::Warning : QVariant();
 }
 
 } // namespace
@@ -93,8 +104,12 @@ QVariant StatementsModel::data(const QModelIndex& index, int role) const
     if (!index.isValid())
         return QVariant();
     const FormStatement& statement = m_statements.at(index.row());
+    if (role == Qt::DisplayRole && index.column() == FindingText)
+        return statement.findings.section('\n', 0, 0);
     if (role == Qt::DisplayRole)
         return Cell(statement, index.column()).simplified();
+    if (role == Qt::ForegroundRole && index.column() == FindingText)
+        return ColorOf(statement.findings);
     if (role == Qt::ToolTipRole && index.column() == Object)
         return QString("%1#%2").arg(statement.className, statement.objectName);
     if (role == Qt::ToolTipRole)
@@ -114,6 +129,6 @@ QString StatementsModel::Cell(const FormStatement& statement, int column) const
     case Type:
         return statement.type;
     default:
-        return QString();
+        return statement.findings;
     }
 }

@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "addstatementdialog.h"
+#include "formchecks.h"
 #include "formwatcher.h"
 #include "objectselection.h"
 #include "roweditor.h"
@@ -19,7 +20,7 @@
 namespace {
 
 /// Of the columns, in letters.
-const QVector<int> ColumnWidths{24, 24, 60, 16};
+const QVector<int> ColumnWidths{24, 24, 60, 16, 80};
 const int TableShare = 2;
 /// How many times as wide as high the panel is from which on the editor stands beside the table.
 const int WideRatio = 2;
@@ -34,13 +35,15 @@ QPushButton* MakeButton(const QString& text, const QString& toolTip, QBoxLayout*
 
 } // namespace
 
-StatementsPanel::StatementsPanel(FormWatcher* watcher, StatementEdits* edits, QObject* scope)
+StatementsPanel::StatementsPanel(FormWatcher* watcher, FormChecks* checks, StatementEdits* edits, QObject* scope)
     : m_watcher(watcher),
+      m_checks(checks),
       m_edits(edits),
       m_isScoped(scope),
       m_scope(scope),
+      m_surroundings(watcher),
       m_table(new TablePanel("Statements", &m_model, ColumnWidths)),
-      m_editor(new RowEditor(edits)),
+      m_editor(new RowEditor(edits, &m_surroundings)),
       m_splitter(new QSplitter),
       m_add(new QPushButton("&Add...")),
       m_remove(new QPushButton("&Remove"))
@@ -78,6 +81,7 @@ StatementsPanel::StatementsPanel(FormWatcher* watcher, StatementEdits* edits, QO
     connect(m_remove, &QPushButton::clicked, this, &StatementsPanel::RemoveStatement);
     connect(m_editor, &RowEditor::Renamed, this, &StatementsPanel::SetCurrent);
     connect(watcher, &FormWatcher::Read, this, &StatementsPanel::ReadForm);
+    connect(checks, &FormChecks::Checked, this, &StatementsPanel::ReadForm);
     connect(m_table->View()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &StatementsPanel::SelectInForm);
     connect(m_table->View()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -126,6 +130,11 @@ void StatementsPanel::ReadForm()
     const auto isElsewhere = [this](const FormStatement& statement) { return statement.object != m_scope; };
     if (m_isScoped)
         statements.erase(std::remove_if(statements.begin(), statements.end(), isElsewhere), statements.end());
+    for (FormStatement& statement : statements) {
+        statement.findings = m_checks->TextOf(statement);
+        statement.marks = m_checks->MarksOf(statement);
+    }
+    m_table->SetNote(m_checks->Failure().isEmpty() ? QString() : "not checked: " + m_checks->Failure());
     const QScopedValueRollback<bool> follows(m_follows, true);
     m_model.SetStatements(statements);
     ShowCurrent();

@@ -4,8 +4,10 @@
 #include <QPointer>
 #include <QWidget>
 
+#include "formsurroundings.h"
 #include "statementsmodel.h"
 
+class FormChecks;
 class FormWatcher;
 class QPushButton;
 class QSortFilterProxyModel;
@@ -22,7 +24,7 @@ class StatementsPanel : public QWidget
 
 public:
     /// Of all objects without \a scope.
-    StatementsPanel(FormWatcher* watcher, StatementEdits* edits, QObject* scope = nullptr);
+    StatementsPanel(FormWatcher* watcher, FormChecks* checks, StatementEdits* edits, QObject* scope = nullptr);
 
     TablePanel* Table() const { return m_table; }
     RowEditor* Editor() const { return m_editor; }
@@ -49,9 +51,11 @@ private:
     void UpdateButtons();
 
     FormWatcher* const m_watcher;
+    FormChecks* const m_checks;
     StatementEdits* const m_edits;
     const bool m_isScoped;
     const QPointer<QObject> m_scope;
+    FormSurroundings m_surroundings;
     StatementsModel m_model;
     TablePanel* const m_table;
     RowEditor* const m_editor;

@@ -22,11 +22,13 @@
 #include <QPluginLoader>
 #include <QSpinBox>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUndoStack>
 
 #include "bindableproperties.h"
 #include "designertools.h"
+#include "edit/statementeditor.h"
 #include "roweditor.h"
 #include "statementspanel.h"
 #include "view/tablepanel.h"
@@ -45,6 +47,7 @@ const char Form[] = R"(<ui version="4.0"><class>Form</class><widget class="QWidg
 <action name="act"><property name="~text" stdset="0"><string>name</string></property></action></widget></ui>)";
 
 const int ReadTime = 5000;
+const int CheckTime = 30000;
 
 /// A menu that another plugin brings.
 class OtherMenu : public QObject, public QDesignerTaskMenuExtension
@@ -92,6 +95,7 @@ private slots:
     void Selection();
     void Menus();
     void Choice();
+    void Findings();
 
 private:
     QDesignerFormWindowInterface* Open(const QString& content);
@@ -101,6 +105,7 @@ private:
     {
         return m_form->mainContainer()->findChild<Object*>(name);
     }
+    QString FindingOf(const QString& object) const;
     QString Line(const QString& start) const;
     void Type(const QString& text) { m_editor->setPlainText(text); }
 
@@ -116,6 +121,8 @@ private:
 
 void TestDesigner::initTestCase()
 {
+    // What is built with this goes before what is installed.
+    qputenv("PATH", TOOLS_FOLDER ":" + qgetenv("PATH"));
     QDesignerComponents::initializeResources();
     m_core = QDesignerComponents::createFormEditor(nullptr);
     m_core->setWidgetBox(QDesignerComponents::createWidgetBox(m_core, &m_window));
@@ -180,6 +187,14 @@ QStringList TestDesigner::Rows() const
         rows.append(cells.join(' ').trimmed());
     }
     return rows;
+}
+
+/// The text of the first finding.
+QString TestDesigner::FindingOf(const QString& object) const
+{
+    const QAbstractItemModel* const model = m_panel->Table()->View()->model();
+    const QModelIndex row = model->match(model->index(0, StatementsModel::Object), Qt::DisplayRole, object).value(0);
+    return row.siblingAtColumn(StatementsModel::FindingText).data().toString();
 }
 
 /// The first line of what would be saved that starts like that.
@@ -345,6 +360,42 @@ void TestDesigner::Choice()
     m_form = Open("<ui version='4.0'><widget class='QComboBox' name='F'/></ui>");
     names = BindableProperties::Unbound(m_core, m_form->mainContainer());
     QCOMPARE(names.mid(0, 3), QStringList({"currentText", "items", "currentData"}));
+}
+
+void TestDesigner::Findings()
+{
+    const QTemporaryDir folder;
+    const auto write = [&folder](const QString& name, const QByteArray& content) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(content);
+    };
+    write("data.json", R"({ "P": { "count": 3, "title": "Pump", "name": "x", "gap": 2 }, "Q": { "count": 4 } })");
+    write("declcheck.json", R"({ "data": "data.json", "package": "P" })");
+    m_form->setFileName(folder.filePath("form.ui"));
+    auto* const editor = qobject_cast<StatementEditor*>(m_editor);
+    m_panel->SetCurrent(Find<QLabel>("label"), "~text");
+    Type("titlex and @TopWidget\\box:value");
+    QVERIFY2(!editor->Remarks().isEmpty(), "The parser's words come with the keystroke");
+    QTRY_VERIFY_WITH_TIMEOUT(FindingOf("label").contains("\"titlex\""), CheckTime);
+    QVERIFY(editor->Fix());
+    QCOMPARE(editor->toPlainText().section(' ', 0, 1), QString("title and"));
+    QTRY_VERIFY_WITH_TIMEOUT(FindingOf("label").contains("\"and\""), CheckTime);
+    QVERIFY(editor->Fix());
+    QCOMPARE(editor->toPlainText().section(' ', 0, 1), QString("title AND"));
+    m_form->commandHistory()->undo();
+    QTRY_COMPARE(editor->toPlainText(), QString("title"));
+    QTRY_VERIFY_WITH_TIMEOUT(FindingOf("label").isEmpty() && editor->Remarks().isEmpty(), CheckTime);
+
+    FormSurroundings surroundings(m_tools->Watcher());
+    surroundings.SetObject(Find<QLabel>("label"));
+    QVERIFY(surroundings.Variables().contains("count") && surroundings.Variables().contains("@Q:count"));
+    QVERIFY(surroundings.Paths().contains("TopWidget\\box"));
+    QVERIFY(surroundings.Properties("TopWidget\\box").contains("maximum"));
+    QVERIFY(surroundings.Properties("Widget").contains("wordWrap"));
+    const StatementTokens tokens("@Q:count + @TopWidget\\box:maximum");
+    QCOMPARE(surroundings.Describe(tokens.Variables().first()), QString("count: int, 4"));
+    QCOMPARE(surroundings.Describe(tokens.Properties().first()), QString("maximum of box: int"));
 }
 
 QTEST_MAIN(TestDesigner)
