@@ -14,6 +14,9 @@ const char* const EntryPattern = "^\\s*[~]\\s*(\\w+)\\s*\\[\\s*('?)(\\s*\\w(?:\\
 
 bool ConstantMapParser::Parse(const QString& text, QString* mapName, QString* key)
 {
+    // Nearly all names are of properties, and an expression takes long for them.
+    if (!text.contains(QLatin1Char('[')))
+        return false;
     const QStringList captured = QtCompat::Capture(QLatin1String(EntryPattern), text);
     if (captured.count() != 5)
         return false;
