@@ -122,8 +122,8 @@ QString PropertyTrial::Refusal(const QMetaProperty& property, QVariant value)
     return QtVersion::Convert(&value, type) ? QString() : WantedBy(property);
 }
 
-PropertyTrial::PropertyTrial(const FormObject& object, const QString& className)
-    : m_object(object), m_widget(FormLoader().createWidget(className, nullptr, QString()))
+PropertyTrial::PropertyTrial(const FormObject& object, const QString& className, FormLoader* loader)
+    : m_object(object), m_className(className), m_loader(loader)
 {
 }
 
@@ -132,14 +132,14 @@ PropertyTrial::~PropertyTrial() = default;
 QString PropertyTrial::Replacement(const QString& property, const QVariant& value)
 {
     const Limited* const limited = Find(property);
-    if (!limited || !m_widget)
+    if (!limited)
         return QString();
+    if (!m_widget)
+        MakeWidget();
     const auto* const comboBox = qobject_cast<QComboBox*>(m_widget.data());
     // The pages and items of other widgets are not made here, and an empty combo box is the host's to fill.
     if (property.startsWith("current") && (!comboBox || m_object.items.isEmpty()))
         return QString();
-    if (!m_isSetUp)
-        SetUp();
     const QByteArray name = property.toUtf8();
     QVariant wanted = value;
     const QVariant before = m_widget->property(name);
@@ -170,10 +170,10 @@ bool PropertyTrial::StatesLimit(const QString& property) const
                        [&](const FormProperty& stated) { return limits.contains(stated.name); });
 }
 
-/// The limits that the form states; of dates it keeps the whole range.
-void PropertyTrial::SetUp()
+/// With the limits that the form states; of dates it keeps the whole range.
+void PropertyTrial::MakeWidget()
 {
-    m_isSetUp = true;
+    m_widget.reset(m_loader->createWidget(m_className, nullptr, QString()));
     for (const FormProperty& property : m_object.properties) {
         const bool isLimit
             = std::any_of(LimitedProperties().begin(), LimitedProperties().end(),

@@ -5,6 +5,7 @@
 #include <QScopedPointer>
 #include <QVariant>
 
+class FormLoader;
 struct FormObject;
 class QWidget;
 
@@ -15,8 +16,8 @@ public:
     /// What the property cannot take \a value for, such as "it wants a whole number"; empty when it can.
     static QString Refusal(const QMetaProperty& property, QVariant value);
 
-    /// \a className is the class to try it with. The object must outlive this.
-    PropertyTrial(const FormObject& object, const QString& className);
+    /// \a className is the class to try it with, which \a loader makes. Object and loader must outlive this.
+    PropertyTrial(const FormObject& object, const QString& className, FormLoader* loader);
     ~PropertyTrial();
 
     /// Why the property of such an object, as the form sets it up, takes another value in the place of \a value;
@@ -28,12 +29,13 @@ public:
     bool StatesLimit(const QString& property) const;
 
 private:
-    void SetUp();
+    void MakeWidget();
     void AddItems();
 
     const FormObject& m_object;
-    const QScopedPointer<QWidget> m_widget;
-    bool m_isSetUp = false;
+    const QString m_className;
+    FormLoader* const m_loader;
+    QScopedPointer<QWidget> m_widget; ///< Made when it is first asked for.
 };
 
 #endif

@@ -45,7 +45,7 @@ void ValueChecks::CheckRange(const Declaration& declaration, const ValueType& ty
     if (object.kind != FormObject::Widget || isMadeUp || !type.isKnown || !type.value.isValid()
         || IsLimitBound(declaration))
         return;
-    PropertyTrial trial(object, m_model.Instance().MadeAs(declaration.object));
+    PropertyTrial trial(object, m_model.Instance().MadeAs(declaration.object), &m_loader);
     // Data are examples, and a limit that no form states may be the host's.
     if (!type.isConstant && !trial.StatesLimit(declaration.name))
         return;

@@ -2,6 +2,7 @@
 #define VALUECHECKS_H
 
 #include "check/formfindings.h"
+#include "common/formloader.h"
 #include "common/statementtypes.h"
 
 /// Checks what becomes of a statement's value: in the bound property, and when it is saved.
@@ -25,6 +26,7 @@ private:
 
     const FormModel& m_model;
     FormFindings* const m_findings;
+    FormLoader m_loader; ///< One for all, since it looks for plugins each time.
 };
 
 #endif
