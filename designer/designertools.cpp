@@ -17,6 +17,8 @@ DesignerTools::DesignerTools(QDesignerFormEditorInterface* core)
       m_panel(new StatementsPanel(&m_watcher, &m_checks, &m_edits)),
       m_placement(new PanelPlacement(core, m_panel))
 {
+    connect(&m_edits, &StatementEdits::Changing, &m_watcher, &FormWatcher::StartTyping);
+    connect(&m_edits, &StatementEdits::Changed, &m_watcher, &FormWatcher::TakeTyped);
     connect(m_panel, &StatementsPanel::PreviewWanted, &m_previews, &FormPreviews::Start);
     connect(&m_previews, &FormPreviews::Failed, this, &DesignerTools::TellFailure);
 }

@@ -70,6 +70,7 @@ void FormChecks::CheckForm()
         return;
     m_content = m_watcher->Content();
     m_fileName = m_watcher->FileName();
+    m_isCurrent = false;
     m_isWaiting = true;
     if (m_process.state() == QProcess::NotRunning)
         Start();
@@ -96,7 +97,7 @@ void FormChecks::Start()
     else
         arguments << "--stdin-name" << QFileInfo(m_fileName).absoluteFilePath();
     m_process.start(program, arguments);
-    m_process.write(m_content);
+    m_process.write(m_content.toUtf8());
     m_process.closeWriteChannel();
 }
 
@@ -121,6 +122,7 @@ void FormChecks::Fail(const QString& reason)
 
 void FormChecks::Take(const QByteArray& json)
 {
+    m_isCurrent = true;
     m_found.clear();
     m_failure.clear();
     const QJsonArray findings = QJsonDocument::fromJson(json).array();

@@ -22,6 +22,8 @@ public:
     QVector<StatementMark> MarksOf(const FormStatement& statement) const;
     /// All that was found, worst first, as a text of one line for each.
     QString TextOf(const FormStatement& statement) const;
+    /// Whether that is of the form as it was last read.
+    bool IsCurrent() const { return m_isCurrent; }
     /// Why the form is not checked; empty when it is.
     const QString& Failure() const { return m_failure; }
 
@@ -45,8 +47,9 @@ private:
 
     FormWatcher* const m_watcher;
     QProcess m_process;
-    QByteArray m_content; ///< What is checked, or was.
+    QString m_content; ///< What is checked, or was.
     QString m_fileName;
+    bool m_isCurrent = false;
     bool m_isWaiting = false; ///< There is something newer than what is checked.
     QHash<Key, Found> m_found;
     QString m_failure;

@@ -29,13 +29,13 @@ void FormPreviews::Start()
         if (!reason.isEmpty())
             emit Failed(reason);
     });
-    preview->Start(m_watcher->Content());
+    preview->Start(m_watcher->Content().toUtf8());
 }
 
 void FormPreviews::Follow()
 {
     if (FormPreview* const preview = m_previews.value(m_watcher->Form()))
-        preview->Update(m_watcher->Content());
+        preview->Update(m_watcher->Content().toUtf8());
 }
 
 void FormPreviews::End(QDesignerFormWindowInterface* form)

@@ -41,12 +41,12 @@ private:
 
 } // namespace
 
-QVector<FormStatement> FormStatements::Read(const QDesignerFormWindowInterface* form, const QByteArray& content)
+QVector<FormStatement> FormStatements::Read(const QDesignerFormWindowInterface* form, const QString& content)
 {
     QVector<FormStatement> statements;
     FormDocument document;
     QString error;
-    if (!document.Parse(content, form->fileName(), &error))
+    if (!document.Parse(content.toUtf8(), form->fileName(), &error))
         return statements;
     const ObjectFinder finder(form, document);
     for (const FormObject& object : document.Objects()) {
@@ -62,6 +62,7 @@ QVector<FormStatement> FormStatements::Read(const QDesignerFormWindowInterface* 
             statement.property = property.name;
             statement.text = property.text;
             statement.isText = property.isText;
+            statement.source = property.textPlace;
             if (found)
                 statement.type = BindableProperties::TypeOf(found, PropertyInfo::ToNormal(property.name));
             statements.append(statement);

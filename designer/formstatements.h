@@ -21,6 +21,7 @@ struct FormStatement
     QString type;                 ///< Of the property that it binds; empty where that is not known.
     QString findings;             ///< What is wrong, worst first, a line for each.
     QVector<StatementMark> marks; ///< What is wrong in the statement.
+    TextPlace source;             ///< Where the text stands in what Designer would save.
 
     bool IsOf(const QObject* other, const QString& name) const { return object == other && property == name; }
 };
@@ -28,7 +29,7 @@ struct FormStatement
 namespace FormStatements {
 
 /// The marked properties in the order of the form's file, which is what Designer would save now.
-QVector<FormStatement> Read(const QDesignerFormWindowInterface* form, const QByteArray& content);
+QVector<FormStatement> Read(const QDesignerFormWindowInterface* form, const QString& content);
 
 } // namespace FormStatements
 

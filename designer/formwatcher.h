@@ -11,7 +11,8 @@ class QDesignerFormEditorInterface;
 class QDesignerFormWindowInterface;
 
 /// Follows the form that the user edits. Writing a form out takes time, so that changes that come close together are
-/// read at once, and the longer reading takes the rarer it is done.
+/// read at once, and the longer reading takes the rarer it is done. A statement that is typed is put in its place
+/// meanwhile.
 class FormWatcher : public QObject
 {
     Q_OBJECT
@@ -25,14 +26,18 @@ public:
     /// Where the form is or will be saved; empty for one that never was.
     QString FileName() const;
     /// What Designer would save, as it was read last.
-    const QByteArray& Content() const { return m_content; }
+    const QString& Content() const { return m_content; }
     const QVector<FormStatement>& Statements() const { return m_statements; }
 
     /// Reads what waits to be read.
     void ReadNow();
 
+    /// The text of a statement is about to change, and has changed.
+    void StartTyping();
+    void TakeTyped(const QObject* object, const QString& property, const QString& text);
+
 signals:
-    /// The form was read anew, or is another one.
+    /// The form was read anew, is another one, or something was typed.
     void Read();
     void SelectionChanged();
 
@@ -40,12 +45,15 @@ private:
     void SetForm(QDesignerFormWindowInterface* form);
     void ReadSoon();
     void ReadForm();
+    bool Replace(const QObject* object, const QString& property, const QString& text);
 
     QDesignerFormEditorInterface* const m_core;
     QPointer<QDesignerFormWindowInterface> m_form;
     QTimer m_timer;
-    qint64 m_duration = 0; ///< Of the last reading, in milliseconds.
-    QByteArray m_content;
+    qint64 m_duration = 0;  ///< Of the last reading, in milliseconds.
+    bool m_isKnown = false; ///< What the timer waits for has been put in its place.
+    bool m_canType = false; ///< There was nothing else to read when the typing started.
+    QString m_content;
     QVector<FormStatement> m_statements;
 };
 

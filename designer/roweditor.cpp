@@ -49,7 +49,7 @@ RowEditor::RowEditor(StatementEdits* edits, FormSurroundings* surroundings)
     ShowNothing();
 }
 
-void RowEditor::Show(const FormStatement& statement)
+void RowEditor::Show(const FormStatement& statement, bool isChecked)
 {
     const bool isOther = !m_shown.IsOf(statement.object, statement.property);
     if (isOther)
@@ -61,7 +61,8 @@ void RowEditor::Show(const FormStatement& statement)
     m_writesBack->setChecked(PropertyInfo::IsMutable(statement.property));
     if (isOther || m_editor->toPlainText() != statement.text)
         SetText(statement.text);
-    m_editor->SetMarks(statement.text, statement.marks);
+    if (isChecked)
+        m_editor->SetMarks(statement.text, statement.marks);
 }
 
 /// Without taking it for something typed.

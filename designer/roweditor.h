@@ -21,8 +21,8 @@ public:
     /// The surroundings outlive this.
     RowEditor(StatementEdits* edits, FormSurroundings* surroundings);
 
-    /// The statement to edit, or what became of it.
-    void Show(const FormStatement& statement);
+    /// The statement to edit, or what became of it, and whether what is wrong with it is known.
+    void Show(const FormStatement& statement, bool isChecked);
     void ShowNothing();
     const FormStatement& Shown() const { return m_shown; }
     /// The user is to type the statement.

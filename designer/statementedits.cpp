@@ -36,7 +36,11 @@ bool StatementEdits::Change(QObject* object, const QString& property, const QStr
     if (text.text == statement)
         return true;
     text.text = statement;
-    return Push(object, new StatementCommand(m_core, object, property, m_texts.ToValue(text), m_run));
+    emit Changing();
+    if (!Push(object, new StatementCommand(m_core, object, property, m_texts.ToValue(text), m_run)))
+        return false;
+    emit Changed(object, property, statement);
+    return true;
 }
 
 void StatementEdits::Remove(const QVector<FormStatement>& statements)

@@ -33,6 +33,11 @@ public:
     /// Gives the property another name, such as with the other marker.
     bool Rename(QObject* object, const QString& property, const QString& newName);
 
+signals:
+    /// Change() is about to be done.
+    void Changing();
+    void Changed(QObject* object, const QString& property, const QString& statement);
+
 private:
     bool Push(QObject* object, QUndoCommand* command) const;
 

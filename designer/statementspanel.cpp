@@ -144,7 +144,7 @@ void StatementsPanel::ShowCurrent()
 {
     const int row = m_table->CurrentRow();
     if (row >= 0)
-        m_editor->Show(m_model.At(row));
+        m_editor->Show(m_model.At(row), m_checks->IsCurrent());
     else
         m_editor->ShowNothing();
     UpdateButtons();

@@ -1,25 +1,15 @@
 // Hosts Designer's form editor, and does in it what a form's author does.
 
 #include <QComboBox>
-#include <QDesignerActionEditorInterface>
-#include <QDesignerComponents>
-#include <QDesignerFormEditorInterface>
-#include <QDesignerFormEditorPluginInterface>
 #include <QDesignerFormWindowCursorInterface>
-#include <QDesignerFormWindowInterface>
-#include <QDesignerFormWindowManagerInterface>
-#include <QDesignerIntegration>
-#include <QDesignerObjectInspectorInterface>
-#include <QDesignerPropertyEditorInterface>
 #include <QDesignerTaskMenuExtension>
-#include <QDesignerWidgetBoxInterface>
 #include <QExtensionFactory>
 #include <QExtensionManager>
 #include <QLabel>
 #include <QLayout>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPluginLoader>
+#include <QSignalSpy>
 #include <QSpinBox>
 #include <QTableView>
 #include <QTemporaryDir>
@@ -31,6 +21,7 @@
 #include "edit/statementeditor.h"
 #include "roweditor.h"
 #include "statementspanel.h"
+#include "support/designerhost.h"
 #include "view/tablepanel.h"
 
 namespace {
@@ -91,6 +82,7 @@ private slots:
     void cleanup();
     void Table();
     void Edits();
+    void Typing();
     void KeepsTexts();
     void Selection();
     void Menus();
@@ -109,10 +101,8 @@ private:
     QString Line(const QString& start) const;
     void Type(const QString& text) { m_editor->setPlainText(text); }
 
-    QWidget m_window;
+    std::unique_ptr<DesignerHost> m_designer;
     QDesignerFormEditorInterface* m_core = nullptr;
-    std::unique_ptr<QDesignerIntegration> m_integration;
-    std::unique_ptr<QObject> m_taskMenus;
     std::unique_ptr<DesignerTools> m_tools;
     QDesignerFormWindowInterface* m_form = nullptr;
     StatementsPanel* m_panel = nullptr;
@@ -123,21 +113,8 @@ void TestDesigner::initTestCase()
 {
     // What is built with this goes before what is installed.
     qputenv("PATH", TOOLS_FOLDER ":" + qgetenv("PATH"));
-    QDesignerComponents::initializeResources();
-    m_core = QDesignerComponents::createFormEditor(nullptr);
-    m_core->setWidgetBox(QDesignerComponents::createWidgetBox(m_core, &m_window));
-    m_core->setPropertyEditor(QDesignerComponents::createPropertyEditor(m_core, &m_window));
-    m_core->setObjectInspector(QDesignerComponents::createObjectInspector(m_core, &m_window));
-    m_core->setActionEditor(QDesignerComponents::createActionEditor(m_core, &m_window));
-    m_integration = std::make_unique<QDesignerIntegration>(m_core);
-    m_taskMenus.reset(QDesignerComponents::createTaskMenu(m_core, nullptr));
-    // Designer's own plugins, none that are installed.
-    const QObjectList plugins = QPluginLoader::staticInstances();
-    for (QObject* const plugin : plugins) {
-        auto* const part = qobject_cast<QDesignerFormEditorPluginInterface*>(plugin);
-        if (part && !part->isInitialized())
-            part->initialize(m_core);
-    }
+    m_designer = std::make_unique<DesignerHost>();
+    m_core = m_designer->Core();
 }
 
 void TestDesigner::init()
@@ -151,25 +128,17 @@ void TestDesigner::init()
 void TestDesigner::cleanup()
 {
     m_tools.reset();
-    while (m_core->formWindowManager()->formWindowCount() > 0)
-        delete m_core->formWindowManager()->formWindow(0);
+    m_designer->CloseAll();
 }
 
 void TestDesigner::cleanupTestCase()
 {
-    m_taskMenus.reset();
-    m_integration.reset();
-    qDeleteAll(m_window.children());
-    delete m_core;
+    m_designer.reset();
 }
 
 QDesignerFormWindowInterface* TestDesigner::Open(const QString& content)
 {
-    QDesignerFormWindowManagerInterface* const manager = m_core->formWindowManager();
-    QDesignerFormWindowInterface* const form = manager->createFormWindow();
-    m_integration->setupFormWindow(form);
-    form->setContents(content);
-    manager->setActiveFormWindow(form);
+    QDesignerFormWindowInterface* const form = m_designer->Open(content);
     m_tools->Watcher()->ReadNow();
     return form;
 }
@@ -289,6 +258,32 @@ void TestDesigner::Edits()
     history->redo();
     history->redo();
     QVERIFY(Rows().contains("box _maximum limit"));
+}
+
+/// What is put in its place while one types is what Designer would save.
+void TestDesigner::Typing()
+{
+    const QStringList typed{"a", "'<' + \"b\" & c > d\n", " \u00e4\U0001f600 ", "title", "", "a b"};
+    const QVector<std::pair<QObject*, const char*>> places{{Find<QLabel>("label"), "~text"},
+                                                           {Find<QSpinBox>("box"), "_value"},
+                                                           {m_form->mainContainer()->layout(), "~spacing"}};
+    for (const QString& text : typed) {
+        for (const auto& [object, property] : places) {
+            m_panel->SetCurrent(object, property);
+            QSignalSpy reads(m_tools->Watcher(), &FormWatcher::Read);
+            Type(text);
+            if (reads.isEmpty())
+                m_tools->Watcher()->ReadNow();
+            QCOMPARE(m_tools->Watcher()->Content(), m_form->contents());
+        }
+    }
+    // Nothing that waits to be read is lost.
+    m_tools->Watcher()->ReadNow();
+    m_form->cursor()->setWidgetProperty(Find<QLabel>("label"), "objectName", "other");
+    m_panel->SetCurrent(Find<QSpinBox>("box"), "_value");
+    Type("b");
+    m_form->cursor()->setWidgetProperty(Find<QLabel>("other"), "objectName", "another");
+    QTRY_COMPARE(m_tools->Watcher()->Content(), m_form->contents());
 }
 
 void TestDesigner::KeepsTexts()
