@@ -81,6 +81,7 @@ void RowEditor::ShowNothing()
     SetText(QString());
     m_writesBack->setChecked(false);
     setEnabled(false);
+    TellRemarks();
 }
 
 void RowEditor::StartTyping()
@@ -109,7 +110,8 @@ void RowEditor::TakeMarker()
 
 void RowEditor::TellRemarks()
 {
-    const QString remarks = m_editor->Remarks();
+    // Nothing is wrong with a statement that is none.
+    const QString remarks = m_shown.object ? m_editor->Remarks() : QString();
     m_remarks->setText(remarks);
     m_remarks->setVisible(!remarks.isEmpty());
 }

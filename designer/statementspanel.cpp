@@ -20,7 +20,7 @@
 namespace {
 
 /// Of the columns, in letters.
-const QVector<int> ColumnWidths{24, 24, 60, 16, 80};
+const QVector<int> ColumnWidths{18, 18, 44, 10, 60};
 const int TableShare = 2;
 /// How many times as wide as high the panel is from which on the editor stands beside the table.
 const int WideRatio = 2;
