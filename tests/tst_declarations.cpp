@@ -20,6 +20,9 @@ class Target : public QObject
     Q_OBJECT
     Q_PROPERTY(int number READ Number WRITE Write)
     Q_PROPERTY(int visible READ Number WRITE Write)
+    Q_PROPERTY(QDate date MEMBER m_date)
+    Q_PROPERTY(QTime time MEMBER m_time)
+    Q_PROPERTY(QDateTime moment MEMBER m_moment)
 
 public:
     int Number() const { return m_number; }
@@ -33,6 +36,9 @@ public:
 
     int m_number = 5;
     int m_writes = 0;
+    QDate m_date;
+    QTime m_time;
+    QDateTime m_moment;
     std::function<void()> m_written;
 };
 
@@ -112,6 +118,33 @@ private Q_SLOTS:
         QTEST(answers.join(", "), "expected");
         QCOMPARE(updated.count(), 4);
         QCOMPARE(m_log.join(" "), QString("tree tree tree tree"));
+    }
+
+    // Qt's versions read texts more or less strictly; what is written is the same with all.
+    void Moments_data()
+    {
+        Rows({{"date 2024-02-29 => 2024-02-29", "date 2024-+2-+9 => 2024-02-09", "date 2023-02-29 => ",
+               "date 2024-2-9 => "},
+              {"time 12:30:5 => 12:30:05", "time 12:30:15.2506 => 12:30:15.251", "time 12:30:59,9999 => 12:30:59.999",
+               "time 12:30:15. => 12:30:15", "time 12:30:15z7 => 12:30:15", "time 12:30.25 => 12:30:15",
+               "time 12:30.-25 => ", "time -0:30 => 00:30", "time 1 :30 => ", "time 12,5 => ", "time 12 => ",
+               "time 24:01 => "},
+              {"moment 2024-02-03T12:30:5 => 2024-02-03T12:30:05", "moment 2024-02-03 12:30:15. => 2024-02-03T12:30:15",
+               "moment 2024-02-03T24:00 => 2024-02-04T00:00", "moment 2024-02-+3T01:02.5Z => 2024-02-03T01:02:30Z",
+               "moment 2024-02-03T01:02:3+02 => 2024-02-03T01:02:03+02:00", "moment 2024-02-03T01+02 => ",
+               "moment 2024-02-03 => 2024-02-03T00:00", "moment 2024-02-03T => "}});
+    }
+
+    void Moments()
+    {
+        QFETCH(QString, given);
+        QFETCH(QString, expected);
+        DeclProperty declaration(Spy(given.section(' ', 1)), m_target.data(), given.section(' ', 0, 0));
+        declaration.Update();
+        QCOMPARE(m_target->m_date, QDate::fromString(given.startsWith("date") ? expected : QString(), Qt::ISODate));
+        QCOMPARE(m_target->m_time, QTime::fromString(given.startsWith("time") ? expected : QString(), Qt::ISODate));
+        QCOMPARE(m_target->m_moment,
+                 QDateTime::fromString(given.startsWith("moment") ? expected : QString(), Qt::ISODate));
     }
 
     void InvalidValue()

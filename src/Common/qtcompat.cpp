@@ -10,6 +10,7 @@
 #include <QIcon>
 #include <QJsonDocument>
 #include <QLineF>
+#include <QLocale>
 #include <QMetaEnum>
 #include <QPolygonF>
 #include <QRegion>
@@ -21,15 +22,21 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <utility>
 
 namespace {
 
 // A letter, digit, mark or «_» of one QChar.
 const QLatin1String WordCharacter("(?:(?![\\x{10000}-\\x{10ffff}])[\\p{L}\\p{N}\\p{M}_])");
 
-// Parts of a date and time in a text.
+// Places in the text of a date and time: where the date ends, in the time where the minutes do, and behind those the
+// point of a fraction.
 const int DateLength = 10;
-const int ShortestTimeLength = 5;
+const int SecondsStart = 5;
+const int FractionPoint = 3;
+// How many digits of fractions are read.
+const int MinuteDigits = 5;
+const int SecondDigits = 4;
 
 typedef QMetaType::Type Type;
 
@@ -171,22 +178,122 @@ QVariant ToInteger(const QVariant& value, int type)
     return integer;
 }
 
-bool HasNul(const QVariant& value)
-{
-    return value.userType() == QMetaType::QString && Content<QString>(value).contains(QChar(0));
-}
-
-/// Texts that Qt 5 takes for none of that type: an integer with a NUL, and a time without minutes.
-bool IsUnreadable(const QVariant& value, int type)
+/// Texts that Qt 5 takes for none of that type: an integer with a NUL, and a number beyond the range of float.
+bool IsNoNumber(const QVariant& value, int type)
 {
     if (value.userType() != QMetaType::QString)
         return false;
-    if (IsInteger(type))
-        return HasNul(value);
-    const qsizetype length = Content<QString>(value).size();
-    if (type == QMetaType::QTime)
-        return length < ShortestTimeLength;
-    return type == QMetaType::QDateTime && length > DateLength && length <= DateLength + ShortestTimeLength;
+    const QString text = Content<QString>(value);
+    bool isFloat = true;
+    if (type == QMetaType::Float)
+        text.toFloat(&isFloat);
+    return !isFloat || (IsInteger(type) && text.contains(QChar(0)));
+}
+
+bool IsPoint(QChar character)
+{
+    return character == u',' || character == u'.';
+}
+
+/// A number in a time, which Qt 5 takes with a sign, too.
+int ReadPart(QStringView text, bool* isRead)
+{
+    const int number = QLocale::c().toInt(text, isRead);
+    *isRead = *isRead && !text.contains(u' ');
+    return number;
+}
+
+/// What stands behind a point, as a part of one.
+double ReadFraction(QStringView text, bool* isRead)
+{
+    const double fraction = QLocale::c().toDouble(QLatin1String("0.") + text.toString(), isRead);
+    *isRead = *isRead && !text.startsWith(u' ');
+    return fraction;
+}
+
+/// The seconds of a time, and the fraction of one, from its text behind the minutes.
+std::pair<int, double> ReadSeconds(QStringView text, bool* isRead)
+{
+    *isRead = text.isEmpty() || text.at(0) == u':' || IsPoint(text.at(0));
+    if (text.isEmpty() || !*isRead)
+        return {0, 0};
+    if (IsPoint(text.at(0))) {
+        const QStringView digits = text.mid(1, MinuteDigits);
+        const float seconds = 60.0F * float(ReadPart(digits, isRead) / std::pow(10.0, digits.size()));
+        return {int(std::floor(seconds)), seconds - std::floor(seconds)};
+    }
+    const int second = ReadPart(text.mid(1, 2), isRead);
+    if (!*isRead || text.size() <= FractionPoint || !IsPoint(text.at(FractionPoint)))
+        return {second, 0};
+    return {second, ReadFraction(text.mid(FractionPoint + 1, SecondDigits), isRead)};
+}
+
+/// The time that a text tells as Qt 5 reads it: with one digit where two belong, or with more behind the seconds than
+/// a fraction, but not without minutes.
+QTime ReadTime(QStringView text, bool* isMidnight)
+{
+    if (text.size() < SecondsStart || text.at(2) != u':')
+        return QTime();
+    bool hasHour = false;
+    bool hasMinute = false;
+    bool hasSeconds = false;
+    const int hour = ReadPart(text.left(2), &hasHour);
+    const int minute = ReadPart(text.mid(3, 2), &hasMinute);
+    const std::pair<int, double> seconds = ReadSeconds(text.mid(SecondsStart), &hasSeconds);
+    if (!hasHour || !hasMinute || !hasSeconds)
+        return QTime();
+    const int millisecond = qMin(qRound(seconds.second * 1000), 999);
+    *isMidnight = hour == 24 && minute == 0 && seconds.first == 0 && millisecond == 0;
+    return *isMidnight ? QTime(0, 0) : QTime(hour, minute, seconds.first, millisecond);
+}
+
+/// A date, with a digit in the place of each sign that only Qt 5 takes for a part of a number.
+QString WithoutSigns(QString date)
+{
+    for (const int start : {0, 5, 8}) {
+        if (start < date.size() && date.at(start) == u'+')
+            date[start] = u'0';
+    }
+    return date;
+}
+
+/// Where the time ends in a text, and what tells its zone begins.
+qsizetype ZoneStart(const QString& text)
+{
+    if (text.endsWith(u'Z'))
+        return text.size() - 1;
+    const qsizetype sign = qMax(text.lastIndexOf(u'+'), text.lastIndexOf(u'-'));
+    return sign > DateLength ? sign : text.size();
+}
+
+QDateTime ReadMoment(const QString& text)
+{
+    if (text.size() <= DateLength + 1)
+        return QDateTime::fromString(WithoutSigns(text), Qt::ISODate);
+    const qsizetype zone = ZoneStart(text);
+    bool isMidnight = false;
+    const QTime time = ReadTime(QStringView(text).mid(DateLength + 1, zone - DateLength - 1), &isMidnight);
+    if (!time.isValid())
+        return QDateTime();
+    // Qt reads the rest.
+    const QString whole = isMidnight ? QString(QLatin1String("24:00")) : time.toString(Qt::ISODateWithMs);
+    return QDateTime::fromString(WithoutSigns(text.left(DateLength + 1)) + whole + text.mid(zone), Qt::ISODate);
+}
+
+/// A text as a date or a time, which Qt 6 reads more strictly; invalid for another type.
+QVariant ReadText(const QString& text, int type)
+{
+    bool isMidnight = false;
+    switch (type) {
+    case QMetaType::QDate:
+        return QDate::fromString(WithoutSigns(text), Qt::ISODate);
+    case QMetaType::QTime:
+        return ReadTime(text, &isMidnight);
+    case QMetaType::QDateTime:
+        return ReadMoment(text);
+    default:
+        return QVariant();
+    }
 }
 
 bool LacksTexture(const QVariant& value, int type)
@@ -223,6 +330,8 @@ QVariant ConvertAsBefore(const QVariant& value, int type)
         return QColor(QLatin1String(Content<QByteArray>(value)));
     if (from == QMetaType::QVariantList && type == QMetaType::QStringList)
         return TextsOf(Content<QVariantList>(value));
+    if (from == QMetaType::QString)
+        return ReadText(Content<QString>(value), type);
     return QVariant();
 }
 
@@ -233,12 +342,12 @@ bool TryConvert(QVariant& value, int type)
     const bool isNull = value.data_ptr().is_null && value.userType() != QMetaType::Nullptr;
     if (isNull || type == QMetaType::Nullptr || !QtCompat::CanConvert(value, type))
         return false;
-    if (IsUnreadable(value, type) || LacksTexture(value, type))
+    if (IsNoNumber(value, type) || LacksTexture(value, type))
         return false;
     QVariant converted = ConvertAsBefore(value, type);
     if (converted.isValid()) {
         value = converted;
-        return true;
+        return IsValidMoment(value);
     }
     return value.convert(QMetaType(type)) && IsValidMoment(value);
 }
@@ -438,7 +547,7 @@ double ToDouble(const QVariant& value)
 
 int ToInt(const QVariant& value, bool* ok)
 {
-    if (HasNul(value)) {
+    if (IsNoNumber(value, QMetaType::Int)) {
         *ok = false;
         return 0;
     }
