@@ -58,7 +58,7 @@ QString FormChecks::TextOf(const FormStatement& statement) const
     return lines.join('\n');
 }
 
-/// Names are one of a kind in Designer, and what has none is told by its statement.
+/// Names are one of a kind in Designer; what has none is told by its class and its statement.
 FormChecks::Key FormChecks::KeyOf(const QString& object, const QString& property, const QString& statement)
 {
     return {object, {property, statement}};
@@ -132,7 +132,8 @@ void FormChecks::Take(const QByteArray& json)
             TextPlace(finding.value("statementOffset").toInt(), finding.value("statementLength").toInt()),
             SeverityOf(finding.value("severity").toString()), finding.value("message").toString(),
             finding.value("fix").toString()};
-        Found& found = m_found[KeyOf(finding.value("object").toString().section('#', 1),
+        const QStringList object = finding.value("object").toString().split('#');
+        Found& found = m_found[KeyOf(object.last().isEmpty() ? object.first() : object.last(),
                                      finding.value("property").toString(), finding.value("statement").toString())];
         found.all.append(mark);
         if (finding.contains("statementOffset"))

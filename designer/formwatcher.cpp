@@ -65,14 +65,14 @@ void FormWatcher::SetForm(QDesignerFormWindowInterface* form)
 
 void FormWatcher::ReadSoon()
 {
-    if (!m_timer.isActive() || m_isKnown)
+    if (IsCurrent())
         m_timer.start(int(qMax<qint64>(LeastDelay, m_duration)));
     m_isKnown = false;
 }
 
 void FormWatcher::StartTyping()
 {
-    m_canType = !m_timer.isActive() || m_isKnown;
+    m_canType = IsCurrent();
 }
 
 void FormWatcher::TakeTyped(const QObject* object, const QString& property, const QString& text)

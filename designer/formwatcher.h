@@ -29,6 +29,9 @@ public:
     const QString& Content() const { return m_content; }
     const QVector<FormStatement>& Statements() const { return m_statements; }
 
+    /// Whether that is how Designer has it, with all that has been typed.
+    bool IsCurrent() const { return !m_timer.isActive() || m_isKnown; }
+
     /// Reads what waits to be read.
     void ReadNow();
 

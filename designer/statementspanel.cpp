@@ -81,7 +81,7 @@ StatementsPanel::StatementsPanel(FormWatcher* watcher, FormChecks* checks, State
     connect(m_remove, &QPushButton::clicked, this, &StatementsPanel::RemoveStatement);
     connect(m_editor, &RowEditor::Renamed, this, &StatementsPanel::SetCurrent);
     connect(watcher, &FormWatcher::Read, this, &StatementsPanel::ReadForm);
-    connect(checks, &FormChecks::Checked, this, &StatementsPanel::ReadForm);
+    connect(checks, &FormChecks::Checked, this, &StatementsPanel::TakeFindings);
     connect(m_table->View()->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &StatementsPanel::SelectInForm);
     connect(m_table->View()->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -140,6 +140,13 @@ void StatementsPanel::ReadForm()
     ShowCurrent();
 }
 
+/// What is typed and not read yet would be taken back, and comes with its findings when it is read.
+void StatementsPanel::TakeFindings()
+{
+    if (m_watcher->IsCurrent())
+        ReadForm();
+}
+
 void StatementsPanel::ShowCurrent()
 {
     const int row = m_table->CurrentRow();
@@ -180,11 +187,11 @@ void StatementsPanel::FollowForm()
 
 void StatementsPanel::AddStatement()
 {
-    QObject* const target = AddTarget();
+    const QPointer<QObject> target = AddTarget();
     if (!target)
         return;
     AddStatementDialog dialog(m_edits, target, this);
-    if (dialog.exec() != QDialog::Accepted || !m_edits->Add(target, dialog.Property(), QString()))
+    if (dialog.exec() != QDialog::Accepted || !target || !m_edits->Add(target, dialog.Property(), QString()))
         return;
     SetCurrent(target, dialog.Property());
     m_editor->StartTyping();

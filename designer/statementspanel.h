@@ -42,6 +42,7 @@ private:
     void KeepRows(const QWidget* old, const QWidget* now);
     QSortFilterProxyModel* SortedRows() const;
     void ReadForm();
+    void TakeFindings();
     void ShowCurrent();
     void SelectInForm();
     void FollowForm();

@@ -284,6 +284,12 @@ void TestDesigner::Typing()
     Type("b");
     m_form->cursor()->setWidgetProperty(Find<QLabel>("other"), "objectName", "another");
     QTRY_COMPARE(m_tools->Watcher()->Content(), m_form->contents());
+    // Nor by findings that come before it is read.
+    Type("");
+    m_tools->Watcher()->ReadNow();
+    Type("c");
+    emit m_tools->Checks()->Checked();
+    QCOMPARE(m_editor->toPlainText(), QString("c"));
 }
 
 void TestDesigner::KeepsTexts()

@@ -217,6 +217,9 @@ bool FormValues::Holds(const QVariant& held, const QVariant& written, int decima
     if (!held.isValid() || !written.isValid())
         return false;
     const int type = held.userType();
+    // A text that is null and one that is empty look the same.
+    if (type == QMetaType::QString && written.userType() == type)
+        return Inside<QString>(held) == Inside<QString>(written);
     if (IsListType(held) && IsListType(written))
         return HoldsList(held.toList(), written.toList(), decimals);
     if (type == QMetaType::QVariantMap && written.userType() == type)
