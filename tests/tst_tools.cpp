@@ -388,8 +388,8 @@ private Q_SLOTS:
         QTest::newRow("commands") << QStringList{} << QByteArray(":set P:n = 4\n@P:n - 1\n:quit\n1") << 0
                                   << "3  double\n"
                                   << "";
-        QTest::newRow("unknown command") << QStringList{} << QByteArray(":sett n = 4\n") << 1 << ""
-                                         << "error: There is no command \":sett n = 4\"; see :help\n";
+        QTest::newRow("unknown command") << QStringList{} << QByteArray("\n:sett n = 4\n") << 1 << ""
+                                         << "2: error: There is no command \":sett n = 4\"; see :help\n";
         QTest::newRow("control characters") << QStringList{"a \x1b[1m"} << none << 1 << "(invalid)\n"
                                             << "error: Unrecognised token at \"\\u001b[1m\".\n    a \uFFFD[1m\n"
                                                "      ^~~~\n";
@@ -397,7 +397,7 @@ private Q_SLOTS:
             << QStringList{"'a\x1b[1m" + QString(QChar(0x9b)) + "'"} << none << 0 << "\"a\\u001b[1m\\u009b\"  QString\n"
             << "";
         QTest::newRow("control characters in a command") << QStringList{} << QByteArray(":\x1b[1m\n") << 1 << ""
-                                                         << "error: There is no command \":\\u001b[1m\"; see :help\n";
+                                                         << "1: error: There is no command \":\\u001b[1m\"; see :help\n";
         QTest::newRow("a name that cannot be read") << QStringList{"--set", "two words=1", "1"} << none << 2 << ""
                                                     << "*";
         QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"

@@ -159,19 +159,20 @@ private:
         QString line;
         while (reader.ReadLine(&line)) {
             ++number;
+            const int toldNumber = reader.IsTerminal() ? 0 : number;
             const QString command = line.trimmed();
             if (command == ":quit")
                 break;
             if (command.startsWith(':'))
-                status = qMax(status, Obey(command));
+                status = qMax(status, Obey(command, toldNumber));
             else if (!command.isEmpty())
-                status = qMax(status, EvaluateOne(line, reader.IsTerminal() ? 0 : number));
+                status = qMax(status, EvaluateOne(line, toldNumber));
         }
         return status;
     }
 
-    /// A line that is no statement.
-    int Obey(const QString& command)
+    /// A line that is no statement, with its number if that is to be told.
+    int Obey(const QString& command, int line)
     {
         QString error = QString("There is no command \"%1\"; see :help").arg(command);
         if (command == ":help") {
@@ -185,7 +186,8 @@ private:
             Publish();
             return Parsed;
         }
-        Print(stderr, "error: " + Escaped(error).toUtf8() + '\n');
+        const QString place = line > 0 ? QString("%1: ").arg(line) : QString();
+        Print(stderr, (place + "error: " + Escaped(error)).toUtf8() + '\n');
         return NotParsed;
     }
 

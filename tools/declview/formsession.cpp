@@ -40,6 +40,13 @@ QHash<const QObject*, int> OrderOf(const QObject* form)
     return order;
 }
 
+/// Whether it shows nothing of itself, as other bases of custom widgets do.
+bool IsBlank(const QWidget& widget)
+{
+    const char* const name = widget.metaObject()->className();
+    return qstrcmp(name, "QWidget") == 0 || qstrcmp(name, "QFrame") == 0;
+}
+
 } // namespace
 
 FormSession::FormSession(const SessionFiles& files) : m_files(files)
@@ -78,8 +85,7 @@ bool FormSession::Load(QString* error)
         return false;
     }
     for (const FormLoader::StandIn& standIn : loader.StandIns()) {
-        // Others show what their base class does.
-        if (standIn.widget && qstrcmp(standIn.widget->metaObject()->className(), "QWidget") == 0)
+        if (standIn.widget && IsBlank(*standIn.widget))
             m_outlines.Add(standIn.widget, standIn.className);
     }
     m_text = text;

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QFileInfo>
+#include <QLoggingCategory>
 #include <QScreen>
 #include <QTextStream>
 #include <QTranslator>
@@ -212,6 +213,9 @@ int Run(const Options& options)
     if (!options.translation.isEmpty() && !translator.load(options.translation))
         return Fail(options.translation + ": this is no translation that can be read");
     QApplication::installTranslator(&translator);
+    // They print the problems that stand at the end.
+    if (options.tasks.Any())
+        QLoggingCategory::setFilterRules("declarationforms.warning=false");
     FormSession session(options.files);
     session.Variables().Set(options.assignments);
     std::unique_ptr<MainWindow> window;
