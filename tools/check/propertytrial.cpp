@@ -26,7 +26,6 @@ const QVector<Limited>& LimitedProperties()
     static const QVector<Limited> properties{
         {"value", {"minimum", "maximum", "decimals"}, "\"minimum\" and \"maximum\" limit it"},
         {"sliderPosition", {"minimum", "maximum"}, "\"minimum\" and \"maximum\" limit it"},
-        {"checked", {"checkable"}, "the button is not \"checkable\""},
         {"currentText", {"editable"}, "the combo box has no such item"},
         {"currentIndex", {}, "it has no such item"},
         {"date", {"minimumDate", "maximumDate"}, "\"minimumDate\" and \"maximumDate\" limit it"},

@@ -9,6 +9,12 @@
 #include "common/jsondata.h"
 #include "common/statementchecks.h"
 
+namespace {
+
+const char Checkable[] = "checkable";
+
+} // namespace
+
 ValueChecks::ValueChecks(const FormModel& model, FormFindings* findings) : m_model(model), m_findings(findings) {}
 
 /// What becomes of the value in the bound property.
@@ -25,6 +31,8 @@ void ValueChecks::CheckValue(const Declaration& declaration, const StatementType
     const bool isSomeText = !type.isKnown && type.spellsNoNumber && property.userType() < QMetaType::QString;
     const QVariant value = isSomeText ? QVariant("a text") : type.isKnown ? type.value : QVariant();
     const QString refusal = PropertyTrial::Refusal(property, value);
+    if (refusal.isEmpty() && declaration.name == "checked")
+        return CheckChecked(declaration, type);
     if (refusal.isEmpty())
         return CheckRange(declaration, type);
     const TextPlace all(0, int(declaration.property->text.size()));
@@ -54,6 +62,27 @@ void ValueChecks::CheckRange(const Declaration& declaration, const ValueType& ty
         m_findings->Report(
             Check::ValueRange,
             QString("\"%1\" of %2 %3").arg(declaration.name, object.className + '#' + object.name, replacement),
+            declaration, TextPlace(0, int(declaration.property->text.size())));
+}
+
+/// What is not checkable cannot be checked, whatever the value.
+void ValueChecks::CheckChecked(const Declaration& declaration, const ValueType& type)
+{
+    QObject* const object = m_model.Instance().Object(declaration.object);
+    const bool isMadeUp = !m_model.Instance().ReplacedBy(declaration.object).isEmpty();
+    const bool isNever = type.isConstant && !type.value.toBool();
+    if (isMadeUp || isNever || m_model.WriterOf(object, Checkable) >= 0)
+        return;
+    // The objects that are looked at have none of the form's values.
+    QVariant checkable = object->property(Checkable);
+    for (const FormProperty& property : m_model.Owner(declaration).properties) {
+        if (property.name == Checkable)
+            checkable = property.content;
+    }
+    if (checkable.isValid() && !checkable.toBool())
+        m_findings->Report(
+            Check::ValueRange,
+            QString("\"checked\" of %1 stays false: it is not \"checkable\"").arg(m_model.Describe(object)),
             declaration, TextPlace(0, int(declaration.property->text.size())));
 }
 

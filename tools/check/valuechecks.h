@@ -21,6 +21,7 @@ public:
 
 private:
     void CheckRange(const Declaration& declaration, const ValueType& type);
+    void CheckChecked(const Declaration& declaration, const ValueType& type);
     void CheckOrder(const QVector<const Declaration*>& declarations);
     bool IsLimitBound(const Declaration& declaration) const;
 
