@@ -334,6 +334,7 @@ void FormEditsTest::Policies_data()
         "check, checked; 1; click, click => 1, 2",
         "check, checked; 2; click => 1",
         "combo, currentIndex; 1; set, finish => 0, 1",
+        "combo, currentText; 1; set, return, return => 0, 1, 1",
         "label, text; 1; set, leave => 0, 1",
         "label, text; 2; set, leave => 0, 1",
         "slider, value; 1; set, leave => 0, 1",
@@ -349,8 +350,11 @@ void FormEditsTest::Policies()
     form.m_binding->SetSavePolicy(static_cast<FormBinding::SavePolicy>(given.section("; ", 1, 1).toInt()));
     QWidget* const widget = NewWidget(given.section(", ", 0, 0), &form.m_form);
     const QByteArray property = given.section("; ", 0, 0).section(", ", 1).toLatin1();
-    if (QComboBox* const combo = qobject_cast<QComboBox*>(widget))
+    if (QComboBox* const combo = qobject_cast<QComboBox*>(widget)) {
         combo->addItems({"a", "b", "c"});
+        combo->setEditable(property == "currentText");
+        combo->setInsertPolicy(QComboBox::NoInsert);
+    }
     form.m_peer.Set("v", property == "checked" ? QVariant(false) : QVariant(0));
     QVERIFY(form.m_binding->Bind(widget, "_" + property, "v"));
     QStringList saves;
@@ -361,6 +365,8 @@ void FormEditsTest::Policies()
             widget->setProperty(property, ++value);
         else if (step == "click")
             QMetaObject::invokeMethod(widget, "click");
+        else if (step == "return")
+            QTest::keyClick(widget, Qt::Key_Return);
         else if (step == "leave")
             QCoreApplication::sendEvent(widget, std::make_unique<QFocusEvent>(QEvent::FocusOut).get());
         else if (QSlider* const slider = qobject_cast<QSlider*>(widget))

@@ -1,8 +1,22 @@
 #include "DeclarationForms/formfilter.h"
 
+#include <QComboBox>
 #include <QCoreApplication>
 #include <QDynamicPropertyChangeEvent>
 #include <QFocusEvent>
+#include <QKeyEvent>
+
+namespace {
+
+/// A combo box tells of no text that is not among its items, and its line edit hands the focus on to it.
+bool IsConfirmation(const QObject* object, const QKeyEvent& event)
+{
+    const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    const QComboBox* const comboBox = isReturn ? qobject_cast<const QComboBox*>(object) : nullptr;
+    return comboBox && comboBox->isEditable();
+}
+
+} // namespace
 
 FormFilter::FormFilter(Listener* listener) : m_listener(listener), m_ancestors(this) {}
 
@@ -45,6 +59,8 @@ bool FormFilter::eventFilter(QObject* object, QEvent* event)
         break;
     case QEvent::FocusOut:
         return static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason && Leave(object);
+    case QEvent::KeyPress:
+        return IsConfirmation(object, *static_cast<QKeyEvent*>(event)) && Leave(object);
     case QEvent::LocaleChange:
         m_listener->OnLocaleChange(object);
         break;
