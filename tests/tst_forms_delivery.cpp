@@ -181,10 +181,15 @@ void FormDeliveryTest::TranslatedStatements()
     form.m_peer.Set("v", 1);
     QLabel* const label = form.Add<QLabel>("w", {{"text", "designed"}, {"~text", "'speed ' + v"}});
     form.m_binding->Bind();
+    form.m_binding->SetDefaultPackage("later");
     label->setProperty("~text", "'Drehzahl ' + v");
     label->setProperty("~toolTip", "v");
     form.Turn();
     QCOMPARE(label->text() + label->toolTip(), QString("Drehzahl 11"));
+    QStringList packages;
+    for (const BoundProperty& bound : form.m_binding->BoundProperties())
+        packages << bound.variables.first().GetPackage();
+    QCOMPARE(packages, QStringList({"", "later"}));
     label->setProperty("_text", "v");
     form.Turn();
     QCOMPARE(form.Problems(), QString("w: Duplicate _text -1+0"));

@@ -50,7 +50,7 @@ bool FormBinder::Bind(QObject* scope)
         names.insert(name);
         if (isDuplicate)
             TellDuplicate(property);
-        hasNoError = !isDuplicate && Bind(property) && hasNoError;
+        hasNoError = !isDuplicate && Bind(property, m_state.source) && hasNoError;
     }
     ResolveAgain();
     m_paths.Clear();
@@ -67,7 +67,7 @@ QString FormBinder::NormalName(const QString& marked)
     return m_lastNormal;
 }
 
-bool FormBinder::Bind(const MarkedProperty& property)
+bool FormBinder::Bind(const MarkedProperty& property, quint16 source)
 {
     QString map;
     QString key;
@@ -86,9 +86,13 @@ bool FormBinder::Bind(const MarkedProperty& property)
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
     const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
-    if (!m_compiler.Compile(property.text.toString(), m_state.Peer(), m_state.package, isReadOnly, &compiled, &fault))
+    const VariableSource& variables = m_state.sources[source];
+    if (!m_compiler.Compile(property.text.toString(), FormState::PeerOf(variables), variables.package, isReadOnly,
+                            &compiled, &fault))
         return Fail(property, fault.kind, fault.reason, fault.place);
-    Install(property, Prepare(property, name, access), &compiled);
+    const Statement statement = Prepare(property, name, access);
+    statement->source = source;
+    Install(property, statement, &compiled);
     return true;
 }
 

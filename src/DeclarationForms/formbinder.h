@@ -33,8 +33,9 @@ public:
 
     /// Binds all that stand below that object; false when one has an error. What is to be evaluated is marked.
     bool Bind(QObject* scope);
-    /// One of them. False for an error, which stands among the problems.
-    bool Bind(const MarkedProperty& property);
+    /// One of them, with variables of that one of the form's sources. False for an error, which stands among the
+    /// problems.
+    bool Bind(const MarkedProperty& property, quint16 source);
     /// Tells that the property has another statement.
     void TellDuplicate(const MarkedProperty& property);
     void Unbind(const QObject* scope);

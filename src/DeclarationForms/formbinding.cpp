@@ -27,22 +27,22 @@ QObject* FormBinding::Form() const
 
 void FormBinding::SetDataPeer(IDataPeer* peer)
 {
-    d->State().peer = peer;
+    d->State().SetSource({peer, DefaultPackage()});
 }
 
 IDataPeer* FormBinding::DataPeer() const
 {
-    return d->State().Peer();
+    return FormState::PeerOf(d->State().Source());
 }
 
 void FormBinding::SetDefaultPackage(const QString& package)
 {
-    d->State().package = package;
+    d->State().SetSource({d->State().Source().peer, package});
 }
 
 QString FormBinding::DefaultPackage() const
 {
-    return d->State().package;
+    return d->State().Source().package;
 }
 
 void FormBinding::SetSavePolicy(SavePolicy policy)

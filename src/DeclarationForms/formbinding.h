@@ -60,7 +60,8 @@ public:
     void SetDataPeer(IDataPeer* peer);
     /// The peer that was set, or else the default, which is null where the factory has none.
     IDataPeer* DataPeer() const;
-    /// The package of variables named without one, for what is bound from now on.
+    /// The package of variables named without one, for what is bound from now on. A statement that is translated keeps
+    /// package and peer.
     void SetDefaultPackage(const QString& package);
     /// That package; empty unless it was set.
     QString DefaultPackage() const;

@@ -88,7 +88,8 @@ bool FormEngine::Bind(QObject* scope)
     if (m_state.isClosed || (scope && !guarded))
         return false;
     QObject* const top = scope ? scope : m_state.form.data();
-    const bool hasNoError = top ? m_binder.Bind(top) : m_binder.Bind(MarkedProperty{nullptr, QString(), QString()});
+    const bool hasNoError
+        = top ? m_binder.Bind(top) : m_binder.Bind(MarkedProperty{nullptr, QString(), QString()}, m_state.source);
     Run(false);
     Tell();
     return hasNoError;
@@ -104,7 +105,7 @@ bool FormEngine::Bind(QObject* object, const QString& property, const QString& s
     m_translation.Absorb();
     if (m_state.isClosed || (object && !guarded))
         return false;
-    const bool hasNoError = m_binder.Bind(MarkedProperty{object, property, statement});
+    const bool hasNoError = m_binder.Bind(MarkedProperty{object, property, statement}, m_state.source);
     // Paths may lead to what is below it.
     if (hasNoError && guarded && !(object->objectName().isEmpty() && object->children().isEmpty()))
         m_binder.ResolveAgain(object->children().isEmpty() ? object->objectName() : QString());

@@ -1,10 +1,17 @@
 #include "DeclarationForms/formstate.h"
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 #include "DataLayer/idatapeerfactory.h"
 #include "DeclarationForms/boundstatement.h"
+
+namespace {
+
+const quint16 MaxSource = std::numeric_limits<quint16>::max();
+
+} // namespace
 
 FormState::FormState(QObject* formObject, FormBinding* formBinding, SignalReceiver::Listener* listener, QObject* filter,
                      std::function<void()> deliver)
@@ -44,10 +51,25 @@ std::shared_ptr<BoundStatement> FormState::Find(const QObject* object, const QSt
     return property ? property->statement : nullptr;
 }
 
-IDataPeer* FormState::Peer() const
+void FormState::SetSource(const VariableSource& wanted)
 {
-    if (peer)
-        return peer;
+    const auto found = std::find_if(sources.begin(), sources.end(), [&wanted](const VariableSource& known) {
+        return known.peer == wanted.peer && known.package == wanted.package;
+    });
+    source = static_cast<quint16>(found - sources.begin());
+    if (found != sources.end())
+        return;
+    // More are not told apart.
+    if (sources.size() > MaxSource)
+        sources[source = MaxSource] = wanted;
+    else
+        sources.push_back(wanted);
+}
+
+IDataPeer* FormState::PeerOf(const VariableSource& source)
+{
+    if (source.peer)
+        return source.peer;
     IDataPeerFactory* const factory = Ovex_DataPeerFactory(false);
     return factory ? factory->GetDataPeer(0) : nullptr;
 }

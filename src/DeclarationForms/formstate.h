@@ -20,6 +20,13 @@
 
 class BoundStatement;
 
+/// Where a statement finds the variables that it names.
+struct VariableSource
+{
+    IDataPeer* peer = nullptr; ///< Null for the default.
+    QString package;           ///< Of those named without one.
+};
+
 /// What the parts of a form's binding share.
 class FormState
 {
@@ -36,8 +43,11 @@ public:
     Statements In(const QObject* scope) const;
     /// The statement of a property, by its name without marker; null for none.
     std::shared_ptr<BoundStatement> Find(const QObject* object, const QString& name);
-    /// The peer that is set, or else the default; null where there is none.
-    IDataPeer* Peer() const;
+    /// That of what is bound from now on.
+    const VariableSource& Source() const { return sources[source]; }
+    void SetSource(const VariableSource& wanted);
+    /// The peer of a source, or else the default; null where there is none.
+    static IDataPeer* PeerOf(const VariableSource& source);
     /// Takes statements out of the list that are not bound any more, when they are many.
     void Compact();
 
@@ -57,9 +67,9 @@ public:
     };
 
     const QPointer<QObject> form;
-    FormBinding* const binding; ///< Not to be used once this is closed.
-    IDataPeer* peer = nullptr;  ///< Null for the default.
-    QString package;
+    FormBinding* const binding;                            ///< Not to be used once this is closed.
+    std::vector<VariableSource> sources{VariableSource()}; ///< All that there were.
+    quint16 source = 0;                                    ///< Of what is bound from now on.
     FormBinding::SavePolicy savePolicy = FormBinding::SaveOnRequest;
     FormBinding::EditPolicy editPolicy = FormBinding::KeepEdits;
     bool isClosed = false; ///< The binding is gone.

@@ -107,7 +107,7 @@ void FormTranslation::Bind(QObject* object, const QByteArray& name)
     const QVariant text = object->property(name);
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
     if (!statement || (statement->marked == marked && statement->text != text.toString()))
-        m_binder.Bind(MarkedProperty{object, marked, text});
+        m_binder.Bind(MarkedProperty{object, marked, text}, statement ? statement->source : m_state.source);
     else if (statement->marked == marked)
         m_state.problems.RemoveFailed(object, marked);
     else
