@@ -105,7 +105,7 @@ bool FormBinder::Fail(const MarkedProperty& property, FormProblem::Kind kind, co
                       const TextPlace& place)
 {
     // Nobody tells when the object is destroyed.
-    m_state.objects.ForgetAccesses();
+    m_state.objects.ForgetClasses();
     if (property.object)
         m_state.objects.WatchTexts(property.object);
     m_state.problems.AddFailed(

@@ -50,13 +50,19 @@ WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
 FormObjects::Objects::node_type FormObjects::Take(const WatchedObject* object)
 {
     Objects::node_type taken = m_objects.extract(object->object);
-    ForgetAccesses();
+    ForgetClasses();
     for (const WatchedProperty& property : taken.mapped().properties)
         m_receiver->Forget(property.slot);
     for (const int slot : taken.mapped().finishedSlots)
         m_receiver->Forget(slot);
     m_receiver->Forget(taken.mapped().destroyedSlot);
     return taken;
+}
+
+void FormObjects::ForgetClasses()
+{
+    m_accesses.clear();
+    m_finishSignals.clear();
 }
 
 void FormObjects::CountBound(WatchedObject* object, int change)
@@ -86,15 +92,24 @@ void FormObjects::WatchFinish(WatchedObject* object)
 {
     if (!object->finishedSlots.empty())
         return;
-    for (const int signal : SavePolicies::FinishSignals(object->object))
+    for (const int signal : FinishSignals(object->object))
         object->finishedSlots.push_front(m_receiver->WatchFinish(object, signal));
+}
+
+/// A class is searched once.
+const std::vector<int>& FormObjects::FinishSignals(const QObject* object)
+{
+    const auto found = m_finishSignals.constFind(object->metaObject());
+    return found != m_finishSignals.constEnd()
+        ? *found
+        : *m_finishSignals.insert(object->metaObject(), SavePolicies::FinishSignals(object));
 }
 
 std::shared_ptr<const BoundAccess> FormObjects::Access(const QObject* object, const QString& name)
 {
     const std::size_t adapterCount = AdapterRegistry::Table().Count();
     if (m_adapterCount != adapterCount)
-        ForgetAccesses();
+        m_accesses.clear();
     m_adapterCount = adapterCount;
     std::shared_ptr<const BoundAccess>& access = m_accesses[qMakePair(object->metaObject(), name)];
     if (!access)

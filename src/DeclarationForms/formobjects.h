@@ -9,6 +9,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <vector>
 
 #include "DeclarationForms/watchedproperty.h"
 
@@ -53,7 +54,7 @@ public:
     /// How a property of the object is read and written; one for all objects of its class.
     std::shared_ptr<const BoundAccess> Access(const QObject* object, const QString& name);
     /// To be called when an object may take its class with it.
-    void ForgetAccesses() { m_accesses.clear(); }
+    void ForgetClasses();
 
     void AddReader(WatchedProperty* property, FormProperty* reader);
     /// Leads the reader nowhere.
@@ -64,6 +65,7 @@ public:
 
 private:
     WatchedObject* Get(QObject* object);
+    const std::vector<int>& FinishSignals(const QObject* object);
     void SetWatched(WatchedObject* object, int boundCount, bool hasUnbound);
 
     SignalReceiver* const m_receiver;
@@ -72,6 +74,7 @@ private:
     QSet<QString> m_names;
     QHash<QPair<const QMetaObject*, QString>, std::shared_ptr<const BoundAccess>> m_accesses;
     std::size_t m_adapterCount = 0; ///< When the first of these was made.
+    QHash<const QMetaObject*, std::vector<int>> m_finishSignals;
 };
 
 #endif
