@@ -26,7 +26,7 @@ private Q_SLOTS:
     void NoValue();
     void Taken_data();
     void Taken();
-    void RefusedIcon();
+    void Refusals();
     void Bounds();
     void CatchingUp();
     void Follows();
@@ -345,7 +345,7 @@ void FormsTest::Taken()
     QVERIFY(!form.m_binding->IsEdited());
 }
 
-void FormsTest::RefusedIcon()
+void FormsTest::Refusals()
 {
     Form form;
     const QVariantMap item = {{"text", "a"}, {"icon", "/no/such.png"}};
@@ -358,6 +358,13 @@ void FormsTest::RefusedIcon()
             QString("~items of QListWidget \"w\": \"icon\" of item 2 was given \"/no/such.png\" and holds no value."));
         form.m_binding->Update();
     }
+    // The number itself, though its text is what was written.
+    form.m_peer.Set("n", 2.75);
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"~text", "n"}});
+    edit->setMaxLength(3);
+    form.m_binding->Bind(edit);
+    QCOMPARE(form.m_binding->Problems(edit).value(0).message,
+             QString("~text of QLineEdit \"e\": it was given 2.75 and holds \"2.7\"."));
 }
 
 void FormsTest::Bounds()

@@ -114,6 +114,13 @@ bool BoundAccess::Write(QObject* object, const QString& name, const QVariant& va
     return isTaken;
 }
 
+QVariant BoundAccess::AsHeld(const QObject* object, const QVariant& value) const
+{
+    const bool isText = m_kind == Plain && !m_adapter && m_direct.Type() == QMetaType::QString;
+    const bool isMade = isText && value.userType() == QMetaType::Double && object->metaObject() == m_metaObject;
+    return isMade ? QVariant(value.toString()) : value;
+}
+
 void BoundAccess::Mirror(QObject* object, const QString& name) const
 {
     if (m_adapter && IndexOf(object, name) < 0)

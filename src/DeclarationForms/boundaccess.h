@@ -35,6 +35,10 @@ public:
     /// Answers whether the object took the value, as far as it tells.
     bool Write(QObject* object, const QString& name, const QVariant& value) const;
 
+    /// What a write of the value leaves where the property holds texts and the value is a number, whose text takes
+    /// time to make; else the value.
+    QVariant AsHeld(const QObject* object, const QVariant& value) const;
+
     /// Puts what the adapter reads into the dynamic property of that name, for whoever does not know of adapters.
     void Mirror(QObject* object, const QString& name) const;
 

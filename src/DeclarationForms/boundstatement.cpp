@@ -5,13 +5,8 @@
 #include <algorithm>
 
 #include "DeclarationForms/formreferences.h"
+#include "DeclarationForms/formwalk.h"
 #include "DeclarationForms/watchedproperty.h"
-
-namespace {
-
-const char* const FormatSuffix = "_format";
-
-} // namespace
 
 BoundStatement::BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess)
     : property(boundProperty), object(boundProperty->owner->object), access(propertyAccess), name(boundProperty->name)
@@ -45,7 +40,7 @@ void BoundStatement::ReadFormat()
     // Most objects have few dynamic properties, and their classes many others.
     const QList<QByteArray> names = object->dynamicPropertyNames();
     for (const QByteArray& formatName : names) {
-        if (formatName.endsWith(FormatSuffix) && formatName == name.toUtf8() + FormatSuffix)
+        if (FormWalk::IsFormat(formatName) && FormWalk::FormattedBy(formatName) == name)
             text = object->property(formatName).toString();
     }
     const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);

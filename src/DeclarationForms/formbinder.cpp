@@ -137,7 +137,10 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
     statement->text = text;
     statement->marked = m_state.objects.Share(property.name);
     statement->isWritable = !PropertyInfo::IsReadOnly(property.name);
-    statement->ReadFormat();
+    if (property.mayHaveFormat)
+        statement->ReadFormat();
+    else
+        statement->format.reset();
     Attach(statement);
     // After that, so that variables that both read stay subscribed to.
     Detach(replaced);

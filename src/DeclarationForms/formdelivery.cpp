@@ -375,8 +375,9 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     const QVariant held = statement->Read();
     if (!statement->property)
         return;
+    const QVariant given = statement->access->AsHeld(statement->object, target);
     const bool keepsEdit = m_state.editPolicy == FormBinding::KeepEdits && !statement->isReverting;
-    if (keepsEdit && FormEdits::IsEdit(*statement, held, target)) {
+    if (keepsEdit && FormEdits::IsEdit(*statement, held, given)) {
         m_edits.Set(statement, true);
         ProblemBook::Remove(statement.get(), FormProblem::NotTaken);
         return;
@@ -390,7 +391,7 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     if (isAsBefore)
         return;
     const bool wantsSetting = statement->value.isValid() && statement->access->IsUnsettled(statement->object);
-    if (!wantsSetting && (statement->Holds(held, target) || (!target.isValid() && !faults.image.isEmpty()))) {
+    if (!wantsSetting && (statement->Holds(held, given) || (!target.isValid() && !faults.image.isEmpty()))) {
         statement->shown = held;
         statement->isShown = true;
         TellTaken(statement, target, true, faults.image);
@@ -398,16 +399,18 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
             Settle(SiblingsOf(*statement), *statement, false);
         return;
     }
-    Write(statement, held, target);
+    Write(statement, held, target, given);
     if (statement->property && !faults.image.isEmpty())
         TellTaken(statement, target, true, faults.image);
 }
 
-void FormDelivery::Write(const Statement& statement, const QVariant& held, const QVariant& target)
+/// \a given is what the property would hold of the target.
+void FormDelivery::Write(const Statement& statement, const QVariant& held, const QVariant& target,
+                         const QVariant& given)
 {
     const Siblings siblings = SiblingsOf(*statement);
     const uint number = ++statement->writes;
-    bool isTaken = WriteProperty(*statement, target);
+    bool isTaken = WriteProperty(*statement, given);
     if (!statement->property || statement->writes != number)
         return;
     statement->shown = statement->Read();
@@ -419,7 +422,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
     if (!statement->property || statement->writes != number)
         return;
     if (!statement->access->IsRewritten() && !IsOfUnknownKind(statement->shown))
-        isTaken = statement->Holds(statement->shown, target);
+        isTaken = statement->Holds(statement->shown, given);
     TellTaken(statement, target, isTaken || !statement->value.isValid(), QString());
 }
 
@@ -437,7 +440,7 @@ void FormDelivery::WriteAgain(const Statement& statement)
     if (!statement->property || !target.isValid())
         return;
     if (!statement->Holds(held, target)) {
-        Write(statement, held, target);
+        Write(statement, held, target, statement->access->AsHeld(statement->object, target));
         return;
     }
     statement->shown = held;

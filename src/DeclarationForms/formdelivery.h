@@ -65,7 +65,7 @@ private:
     void TellEvaluation(const Statement& statement, const Evaluation& evaluation);
     void TellNoValue(const Statement& statement);
     void Show(const Statement& statement, const QVariant& previous);
-    void Write(const Statement& statement, const QVariant& held, const QVariant& target);
+    void Write(const Statement& statement, const QVariant& held, const QVariant& target, const QVariant& given);
     void WriteAgain(const Statement& statement);
     void TellTaken(const Statement& statement, const QVariant& target, bool isTaken, const QString& reason);
     bool WaitsForBound(const BoundStatement& statement) const;

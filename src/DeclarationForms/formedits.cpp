@@ -5,6 +5,7 @@
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/formstate.h"
 #include "DeclarationForms/formvalues.h"
+#include "DeclarationForms/watchedproperty.h"
 
 namespace {
 
@@ -62,20 +63,31 @@ bool FormEdits::IsEdit(const BoundStatement& statement, const QVariant& held, co
 
 bool FormEdits::Refresh(const std::shared_ptr<BoundStatement>& statement, QVariant* value)
 {
+    QVariant unused;
+    // What the data hold is not known before the evaluation that a save has asked for.
+    return Look(statement, !statement->isDirty, value ? value : &unused);
+}
+
+bool FormEdits::Confirm(const std::shared_ptr<BoundStatement>& statement, QVariant* value)
+{
+    const bool isTold = statement->isEdited && statement->property && statement->property->hasNotifier;
+    return Look(statement, !statement->isDirty && !isTold, value);
+}
+
+/// Whether it is edited: it holds something else than what was shown, and than the data where those are compared.
+bool FormEdits::Look(const std::shared_ptr<BoundStatement>& statement, bool isCompared, QVariant* held)
+{
     if (!statement->property || !statement->isWritable || !statement->isShown)
         return false;
-    QVariant unused;
-    QVariant& held = value ? *value : unused;
-    held = statement->Read();
+    *held = statement->Read();
     if (!statement->property)
         return false;
-    if (statement->refused.isValid() && !FormValues::AreEqual(held, statement->refused))
+    if (statement->refused.isValid() && !FormValues::AreEqual(*held, statement->refused))
         ForgetRefusal(statement.get());
-    bool isEdited = !FormValues::AreEqual(held, statement->shown);
-    // What the data hold is not known before the evaluation that a save has asked for.
-    if (isEdited && !statement->isDirty && statement->HoldsTarget(held)) {
+    bool isEdited = !FormValues::AreEqual(*held, statement->shown);
+    if (isEdited && isCompared && statement->HoldsTarget(*held)) {
         isEdited = false;
-        statement->shown = held;
+        statement->shown = *held;
     }
     if (isEdited)
         Set(statement, true);

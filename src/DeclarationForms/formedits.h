@@ -20,6 +20,9 @@ public:
 
     /// Looks at the property. Answers whether it is edited, then with what it holds in \a value, if that is not null.
     bool Refresh(const std::shared_ptr<BoundStatement>& statement, QVariant* value = nullptr);
+    /// The same for one that is to be saved. An edit that the property has told of was compared with the data then, and
+    /// is again with each evaluation.
+    bool Confirm(const std::shared_ptr<BoundStatement>& statement, QVariant* value);
     void Set(const std::shared_ptr<BoundStatement>& statement, bool isEdited);
     /// It is saved or given up: what was refused does not matter any more.
     void End(const std::shared_ptr<BoundStatement>& statement);
@@ -34,6 +37,8 @@ public:
     void AddUnwatched(const std::shared_ptr<BoundStatement>& statement);
 
 private:
+    bool Look(const std::shared_ptr<BoundStatement>& statement, bool isCompared, QVariant* held);
+
     int m_count = 0;
     std::vector<std::weak_ptr<BoundStatement>> m_touched;
     std::vector<std::weak_ptr<BoundStatement>> m_unwatched;

@@ -13,8 +13,6 @@
 
 namespace {
 
-const char* const FormatSuffix = "_format";
-
 template<typename Value>
 void AppendOnce(QVector<Value>* values, const Value& value)
 {
@@ -368,10 +366,9 @@ void FormEngine::OnPropertySet(QObject* object, const QByteArray& name)
         m_state.gatherer.Schedule();
         return;
     }
-    if (!name.endsWith(FormatSuffix))
+    if (!FormWalk::IsFormat(name))
         return;
-    const QByteArray formatted = name.left(name.length() - static_cast<int>(qstrlen(FormatSuffix)));
-    if (const Statement statement = m_state.Find(object, QString::fromUtf8(formatted))) {
+    if (const Statement statement = m_state.Find(object, FormWalk::FormattedBy(name))) {
         statement->ReadFormat();
         statement->isOverwritten = true;
         m_delivery.Mark(statement);

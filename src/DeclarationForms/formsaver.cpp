@@ -54,7 +54,7 @@ FormSaveResult FormSaver::Save(Statements waiting, const std::function<bool(cons
 bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSaveResult* result, Statements* written)
 {
     QVariant held;
-    if (!m_edits.Refresh(statement, &held)) {
+    if (!m_edits.Confirm(statement, &held)) {
         statement->isTouched = false;
         return false;
     }

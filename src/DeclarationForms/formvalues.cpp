@@ -238,6 +238,11 @@ bool FormValues::ConvertWithoutLoss(const QVariant& value, int type, QVariant* r
         return true;
     if (type == QMetaType::Bool && value.userType() == QMetaType::QString)
         return ToTruthValue(value, result);
+    if (type == QMetaType::Double && value.userType() == QMetaType::QString) {
+        bool isNumber = false;
+        *result = Inside<QString>(value).toDouble(&isNumber);
+        return isNumber;
+    }
     // QVariant wraps around what an integer cannot hold, and rounds fractions.
     return QtCompat::Convert(result, type) && IsLossless(value, *result);
 }

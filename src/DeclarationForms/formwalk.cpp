@@ -2,9 +2,12 @@
 
 #include <QObject>
 
+#include <algorithm>
 #include <vector>
 
 namespace {
+
+const char* const FormatSuffix = "_format";
 
 /// Where the property before has the same name, both share it.
 QString NameOf(const QByteArray& name, const MarkedProperties& properties)
@@ -16,9 +19,10 @@ QString NameOf(const QByteArray& name, const MarkedProperties& properties)
 void CollectFrom(QObject* object, MarkedProperties* properties)
 {
     const QList<QByteArray> names = object->dynamicPropertyNames();
+    const bool mayHaveFormat = std::any_of(names.begin(), names.end(), FormWalk::IsFormat);
     for (const QByteArray& name : names) {
         if (FormWalk::IsMarked(name))
-            properties->push_back({object, NameOf(name, *properties), object->property(name)});
+            properties->push_back({object, NameOf(name, *properties), object->property(name), mayHaveFormat});
     }
 }
 
@@ -42,4 +46,14 @@ MarkedProperties FormWalk::Collect(QObject* scope)
 bool FormWalk::IsMarked(const QByteArray& name)
 {
     return (name.startsWith('~') || name.startsWith('_')) && !name.startsWith("_q_");
+}
+
+bool FormWalk::IsFormat(const QByteArray& name)
+{
+    return name.endsWith(FormatSuffix);
+}
+
+QString FormWalk::FormattedBy(const QByteArray& name)
+{
+    return QString::fromUtf8(name.left(name.length() - static_cast<int>(qstrlen(FormatSuffix))));
 }

@@ -15,6 +15,7 @@ struct MarkedProperty
     QPointer<QObject> object;
     QString name; ///< With its marker.
     QVariant text;
+    bool mayHaveFormat = true; ///< For its numbers, in another dynamic property.
 };
 
 typedef std::deque<MarkedProperty> MarkedProperties;
@@ -28,6 +29,10 @@ MarkedProperties Collect(QObject* scope);
 
 /// Whether the dynamic property of that name is a marked one, and not Qt's own.
 bool IsMarked(const QByteArray& name);
+/// Whether it is one with the number format of another.
+bool IsFormat(const QByteArray& name);
+/// The name of the property that such a format is for.
+QString FormattedBy(const QByteArray& name);
 
 } // namespace FormWalk
 
