@@ -29,6 +29,8 @@ private Q_SLOTS:
     void SavesThrough();
     void Policies_data();
     void Policies();
+    void TypedAsData();
+    void CheckedValue();
     void PolicyProperty();
     void SideEffects_data();
     void SideEffects();
@@ -425,6 +427,50 @@ void FormEditsTest::SideEffects()
     QCOMPARE(form.Told() + form.Problems(), QString());
     QCOMPARE(form.m_peer.m_writes, 3);
     QVERIFY(!form.m_binding->IsEdited());
+}
+
+/// What the data hold meanwhile is no edit.
+void FormEditsTest::TypedAsData()
+{
+    Form form;
+    form.m_peer.Set("v", "old");
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"_text", "v"}});
+    form.m_binding->Bind();
+    edit->setText("typed");
+    form.m_peer.Set("v", "new");
+    form.Turn();
+    QCOMPARE(form.Told() + edit->text(), QString("editedtyped"));
+    edit->setText("new");
+    form.Turn();
+    QCOMPARE(form.Told(), QString("not edited"));
+    QCOMPARE(form.m_binding->Save().saved, 0);
+}
+
+/// The buttons tell of what their container has no signal for.
+void FormEditsTest::CheckedValue()
+{
+    Form form;
+    form.m_peer.Set("mode", 1);
+    QGroupBox* const box = form.Add<QGroupBox>("box", {{"_checkedValue", "mode"}});
+    QRadioButton* const one = form.Add<QRadioButton>("one", {{"value", 1}}, box);
+    QRadioButton* const two = form.Add<QRadioButton>("two", {{"value", 2}}, box);
+    QLabel* const label = form.Add<QLabel>("label", {{"~text", "@TopWidget\\box:checkedValue"}});
+    QVERIFY(form.m_binding->Bind());
+    QCOMPARE(form.Told() + label->text(), QString("1"));
+    two->click();
+    form.Turn();
+    QCOMPARE(form.Told() + label->text(), QString("edited2"));
+    QCOMPARE(form.m_binding->Save().saved, 1);
+    QCOMPARE(form.m_peer.Get("mode"), QVariant(2));
+    form.m_binding->SetSavePolicy(FormBinding::SaveOnEditingFinished);
+    one->click();
+    QCOMPARE(form.m_peer.Get("mode"), QVariant(1));
+    form.m_binding->Unbind();
+    two->click();
+    delete std::exchange(form.m_binding, nullptr);
+    one->click();
+    two->click();
+    QCOMPARE(form.m_peer.Get("mode"), QVariant(1));
 }
 
 void FormEditsTest::PolicyProperty()
