@@ -396,8 +396,9 @@ private Q_SLOTS:
         QTest::newRow("control characters in a value")
             << QStringList{"'a\x1b[1m" + QString(QChar(0x9b)) + "'"} << none << 0 << "\"a\\u001b[1m\\u009b\"  QString\n"
             << "";
-        QTest::newRow("control characters in a command") << QStringList{} << QByteArray(":\x1b[1m\n") << 1 << ""
-                                                         << "1: error: There is no command \":\\u001b[1m\"; see :help\n";
+        QTest::newRow("control characters in a command")
+            << QStringList{} << QByteArray(":\x1b[1m\n") << 1 << ""
+            << "1: error: There is no command \":\\u001b[1m\"; see :help\n";
         QTest::newRow("a name that cannot be read") << QStringList{"--set", "two words=1", "1"} << none << 2 << ""
                                                     << "*";
         QTest::newRow("warning") << with({"big title"}) << none << 0 << "3000000000  qlonglong\n"
