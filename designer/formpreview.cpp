@@ -71,7 +71,8 @@ bool FormPreview::Create()
 /// What the project file says is told where the file lies elsewhere.
 QStringList FormPreview::Arguments() const
 {
-    QStringList arguments{m_file.fileName()};
+    const QString name = QFileInfo(m_fileName).fileName();
+    QStringList arguments{m_file.fileName(), "--form-name", name.isEmpty() ? "new form" : name};
     const QString folder = QFileInfo(m_fileName).absolutePath();
     const bool isBeside = QFileInfo(m_file.fileName()).absolutePath() == folder;
     ProjectFile project;

@@ -54,7 +54,7 @@ struct Viewer
     {
         Write("form.ui", form);
         Write("data.json", Data);
-        session.reset(new FormSession({dir.filePath("form.ui"), dir.filePath("data.json"), "Main"}));
+        session.reset(new FormSession({dir.filePath("form.ui"), dir.filePath("data.json"), "Main", "pump.ui"}));
         window.reset(new MainWindow(session.data()));
         window->Reload();
         window->FitToForm(QSize(2000, 1000));
@@ -170,6 +170,7 @@ private Q_SLOTS:
     void ProblemsStandUntilTheyGo()
     {
         const Viewer viewer(Form(Widget("QSpinBox", "box", Property("~value", "limits[0] * 10"))));
+        QCOMPARE(viewer.window->windowTitle(), QString("pump.ui[*] - declview"));
         const auto problem = [&viewer] {
             return viewer.Cell("declarations", DeclarationsModel::Widget, "box", DeclarationsModel::Diagnostic);
         };

@@ -322,7 +322,7 @@ void FormSession::Check()
         m_log.Note(QtWarningMsg, "The form is not checked. " + error);
         return;
     }
-    FormChecker checker(QFileInfo(m_files.form).fileName(), settings.Options());
+    FormChecker checker(m_files.Name(), settings.Options());
     {
         // What building the form anew prints has been told.
         const MessageLog::Silence silence;

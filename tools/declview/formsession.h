@@ -1,6 +1,7 @@
 #ifndef FORMSESSION_H
 #define FORMSESSION_H
 
+#include <QFileInfo>
 #include <QHash>
 #include <QPointer>
 #include <QTimer>
@@ -26,6 +27,10 @@ struct SessionFiles
     QString form;
     QString data;           ///< May be empty.
     QString defaultPackage; ///< Of variables that the form names without one.
+    QString name;           ///< Of the form, where its file is a copy; may be empty.
+
+    /// What the user calls the form.
+    QString Name() const { return name.isEmpty() ? QFileInfo(form).fileName() : name; }
 };
 
 /// A form that is bound to its variables, and loaded again when asked. The form is owned here, also

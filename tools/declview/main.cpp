@@ -60,7 +60,7 @@ public:
         m_parser.addHelpOption();
         m_parser.addVersionOption();
         m_parser.addOptions({m_data, m_package, m_set, m_translation, m_screenshot, m_size, m_scale, m_print, m_watch,
-                             m_json, m_at, m_replay, m_record});
+                             m_json, m_at, m_replay, m_record, m_name});
         m_parser.addPositionalArgument("FORM.ui", "The form.");
     }
 
@@ -109,6 +109,7 @@ private:
     bool ReadFiles(SessionFiles* files, QString* error) const
     {
         files->form = m_parser.positionalArguments().constFirst();
+        files->name = m_parser.value(m_name);
         const QString path = ProjectFile::Find(QFileInfo(files->form).absolutePath());
         ProjectFile project;
         if (!path.isEmpty() && !project.Read(path, error))
@@ -160,6 +161,7 @@ private:
     const QCommandLineOption m_watch{"watch", "Print what the bound properties hold, and what changes."};
     const QCommandLineOption m_replay{"replay", "Let variables move as they were recorded.", "FILE"};
     const QCommandLineOption m_record{"record", "Record what the variables become.", "FILE"};
+    const QCommandLineOption m_name{"form-name", "What the form is called, where its file is a copy.", "NAME"};
     const QCommandLineOption m_json{"json", "Print it as JSON."};
     const QCommandLineOption m_at{"at", "The time at which data that move start, and stand for the options that exit.",
                                   "SECONDS", "0"};

@@ -5,7 +5,6 @@
 #include <QComboBox>
 #include <QDockWidget>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QScrollArea>
@@ -81,7 +80,7 @@ void MainWindow::Reload()
         return;
     }
     m_banner->hide();
-    Tell("Loaded " + QFileInfo(m_session->Files().form).fileName());
+    Tell("Loaded " + m_session->Files().Name());
 }
 
 void MainWindow::SetMotion(bool running)
@@ -219,8 +218,7 @@ void MainWindow::OnFormReplaced()
     ShowProblemCount();
     SetEdited(false);
     m_checking.start();
-    const SessionFiles& files = m_session->Files();
-    setWindowTitle(QFileInfo(files.form).fileName() + "[*] - declview");
+    setWindowTitle(m_session->Files().Name() + "[*] - declview");
 }
 
 void MainWindow::CheckForm()
