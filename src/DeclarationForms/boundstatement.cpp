@@ -30,8 +30,7 @@ QVariant BoundStatement::Target(Faults* faults) const
 
 bool BoundStatement::HoldsTarget(const QVariant& held) const
 {
-    const bool isPlain = value.isValid() && !format && !access->TakesImagePath(value);
-    return isPlain ? Holds(held, value) : Holds(held, Target());
+    return IsPlain() ? Holds(held, value) : Holds(held, Target());
 }
 
 void BoundStatement::ReadFormat()

@@ -31,6 +31,8 @@ public:
         QString image;  ///< The target is a null image, or invalid where nothing is to be written.
     };
     QVariant Target(Faults* faults = nullptr) const;
+    /// Whether that is the value as it is.
+    bool IsPlain() const { return value.isValid() && !format && !access->TakesImagePath(value); }
     QVariant Read() const { return access->Read(object, name); }
     bool Holds(const QVariant& held, const QVariant& target) const { return access->Holds(object, name, held, target); }
     /// As with Target().

@@ -363,8 +363,27 @@ void FormDelivery::TellNoValue(const Statement& statement)
         m_state.problems.Add(statement, FormProblem::NoValue, 0, QStringLiteral("the statement has no value"));
 }
 
+/// Whether the property, which holds \a held, is left as the last evaluation left it: most are, that a save or a
+/// change of something else has evaluated.
+bool FormDelivery::IsSettled(const BoundStatement& statement, const QVariant& held) const
+{
+    return statement.isShown && !statement.isOverwritten && statement.problems.empty() && statement.IsPlain()
+        && !statement.access->IsRewritten() && !statement.access->IsUnsettled(statement.object)
+        && FormValues::AreEqual(held, statement.value) && FormValues::AreEqual(held, statement.shown)
+        && !HasCutSibling(statement);
+}
+
 void FormDelivery::Show(const Statement& statement, const QVariant& previous)
 {
+    const QVariant held = statement->Read();
+    if (!statement->property)
+        return;
+    if (IsSettled(*statement, held)) {
+        m_edits.End(statement);
+        statement->isReverting = false;
+        statement->isCut = false;
+        return;
+    }
     BoundStatement::Faults faults;
     const QVariant target = statement->Target(&faults);
     if (faults.format.isEmpty())
@@ -372,9 +391,6 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     else
         m_state.problems.Add(statement, FormProblem::Evaluation, FormatCause, faults.format);
 
-    const QVariant held = statement->Read();
-    if (!statement->property)
-        return;
     const QVariant given = statement->access->AsHeld(statement->object, target);
     const bool keepsEdit = m_state.editPolicy == FormBinding::KeepEdits && !statement->isReverting;
     if (keepsEdit && FormEdits::IsEdit(*statement, held, given)) {

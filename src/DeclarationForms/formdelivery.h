@@ -64,6 +64,7 @@ private:
     void EvaluateObserved(const Statement& statement);
     void TellEvaluation(const Statement& statement, const Evaluation& evaluation);
     void TellNoValue(const Statement& statement);
+    bool IsSettled(const BoundStatement& statement, const QVariant& held) const;
     void Show(const Statement& statement, const QVariant& previous);
     void Write(const Statement& statement, const QVariant& held, const QVariant& target, const QVariant& given);
     void WriteAgain(const Statement& statement);

@@ -1,6 +1,7 @@
 #include "DeclarationForms/formsaver.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/evaluation.h"
@@ -10,6 +11,7 @@
 #include "DeclarationForms/formstate.h"
 #include "DeclarationForms/formvalues.h"
 #include "DeclarationForms/watchedproperty.h"
+#include "DeclarationForms/watchedvariable.h"
 
 namespace {
 
@@ -26,6 +28,15 @@ bool IsFormatted(const BoundStatement& statement, const QVariant& present)
     const QVariant number = present.isValid() ? present : QVariant(0);
     QString unused;
     return NumberFormat::IsNumber(number) && statement.format->Apply(number, statement.Locale(), &unused, &unused);
+}
+
+/// Whether an evaluation would give the value that is known: nothing but variables is read, and none has changed.
+bool IsCurrent(const BoundStatement& statement)
+{
+    const auto& compiled = statement.compiled;
+    return !statement.isDirty && compiled.properties.begin() == compiled.properties.end()
+        && std::none_of(compiled.variables.begin(), compiled.variables.end(),
+                        [](const FormVariable* reference) { return reference->Variable()->MayHaveChanged(); });
 }
 
 } // namespace
@@ -69,7 +80,7 @@ bool FormSaver::SaveOne(const std::shared_ptr<BoundStatement>& statement, FormSa
     if (!statement->property)
         return true;
     // What happened meanwhile to the property may be an edit again.
-    statement->shown = held;
+    statement->shown = std::move(held);
     m_edits.End(statement);
     if (!statement->property->hasNotifier || statement->changes + statement->writes != changes)
         m_edits.Refresh(statement);
@@ -88,15 +99,16 @@ void FormSaver::TellReaders(const BoundStatement& statement)
 bool FormSaver::Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,
                       Statements* written)
 {
-    const Evaluation evaluation(*statement);
+    Evaluation evaluation(*statement);
     IExpression* const tree = statement->compiled.tree.get();
-    QVariant value;
-    if (!Convert(*statement, held, &value, refusal))
+    QVariant converted;
+    const QVariant* const value = Convert(*statement, &evaluation, held, &converted, refusal);
+    if (!value)
         return false;
     if (!statement->property || statement->compiled.tree.get() != tree)
         return false;
     StoreReport report;
-    const bool isStored = tree->Store(value);
+    const bool isStored = tree->Store(*value);
     written->insert(written->end(), report.written.begin(), report.written.end());
     if (isStored)
         return true;
@@ -106,30 +118,34 @@ bool FormSaver::Store(const std::shared_ptr<BoundStatement>& statement, const QV
     return false;
 }
 
-/// Keeps the type that the statement has now.
-bool FormSaver::Convert(const BoundStatement& statement, const QVariant& held, QVariant* value, Refusal* refusal)
+/// What is to be saved, in the type that the statement has now: \a held itself or \a converted. Null where that cannot
+/// be done.
+const QVariant* FormSaver::Convert(const BoundStatement& statement, Evaluation* evaluation, const QVariant& held,
+                                   QVariant* converted, Refusal* refusal)
 {
-    const QVariant present = Evaluation(statement).Retrieve(*statement.compiled.tree);
+    const bool isCurrent = IsCurrent(statement);
+    const QVariant evaluated = isCurrent ? QVariant() : evaluation->Retrieve(*statement.compiled.tree);
     if (!statement.property)
-        return false;
+        return nullptr;
+    const QVariant& present = isCurrent ? statement.value : evaluated;
     const bool isFormatted = IsFormatted(statement, present);
     QVariant number;
     QString problem;
     if (isFormatted && !statement.format->Read(held.toString(), statement.Locale(), &number, &problem)) {
         *refusal = {Refusal::NoNumber, problem};
-        return false;
+        return nullptr;
     }
+    if (!isFormatted && (!present.isValid() || held.userType() == present.userType()))
+        return &held;
     const QVariant& entered = isFormatted ? number : held;
-    if (!present.isValid()) {
-        *value = entered;
-        return true;
-    }
-    if (FormValues::ConvertWithoutLoss(entered, present.userType(), value))
-        return true;
+    if (!present.isValid())
+        *converted = entered;
+    if (!present.isValid() || FormValues::ConvertWithoutLoss(entered, present.userType(), converted))
+        return converted;
     *refusal = {Refusal::NoConversion,
                 QStringLiteral("%1 cannot be saved as %2")
                     .arg(FormValues::Describe(entered), FormValues::DescribeType(present))};
-    return false;
+    return nullptr;
 }
 
 void FormSaver::Refuse(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, const Refusal& refusal,

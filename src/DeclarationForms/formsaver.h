@@ -11,6 +11,7 @@
 #include "DeclarationForms/formsaveresult.h"
 
 class BoundStatement;
+class Evaluation;
 class FormDelivery;
 class FormEdits;
 class FormState;
@@ -51,7 +52,8 @@ private:
     void TellReaders(const BoundStatement& statement);
     bool Store(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, Refusal* refusal,
                Statements* written);
-    static bool Convert(const BoundStatement& statement, const QVariant& held, QVariant* value, Refusal* refusal);
+    static const QVariant* Convert(const BoundStatement& statement, Evaluation* evaluation, const QVariant& held,
+                                   QVariant* converted, Refusal* refusal);
     void Refuse(const std::shared_ptr<BoundStatement>& statement, const QVariant& held, const Refusal& refusal,
                 FormSaveResult* result);
 

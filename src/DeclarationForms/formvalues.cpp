@@ -178,13 +178,16 @@ bool FormValues::AreEqualFractions(double left, double right)
 bool FormValues::AreEqual(const QVariant& left, const QVariant& right)
 {
     const int type = left.userType();
-    if (type != right.userType() || left.isNull() != right.isNull())
+    if (type != right.userType())
+        return false;
+    // A null text is an empty one.
+    if (type == QMetaType::QString)
+        return Inside<QString>(left) == Inside<QString>(right);
+    if (left.isNull() != right.isNull())
         return false;
     switch (type) {
     case QMetaType::UnknownType:
         return true;
-    case QMetaType::QString:
-        return Inside<QString>(left) == Inside<QString>(right);
     case QMetaType::Double:
         return AreEqualFractions(Inside<double>(left), Inside<double>(right));
     case QMetaType::Float:

@@ -11,8 +11,7 @@ WatchedVariable::WatchedVariable(IDataPeer* peer, const VariableIdentifier& iden
 
 void WatchedVariable::Subscribe()
 {
-    if (m_peer)
-        m_peer->AddObserver(m_identifier, this);
+    m_isObserved = m_peer && m_peer->AddObserver(m_identifier, this);
 }
 
 void WatchedVariable::Unsubscribe()

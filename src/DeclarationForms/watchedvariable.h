@@ -35,6 +35,8 @@ public:
     void OnNotify(const VariableIdentifier& identifier) override;
     /// From now on a change is a new one.
     void Forget() { m_isGathered = false; }
+    /// Whether it may have another value than at the last delivery.
+    bool MayHaveChanged() const { return m_isGathered || !m_isObserved; }
 
     std::vector<FormVariable*> readers; ///< In the thread of the widgets.
 
@@ -43,6 +45,7 @@ private:
     IDataPeer* const m_peer;
     ChangeGatherer* const m_gatherer;
     std::atomic<bool> m_isGathered{false};
+    bool m_isObserved = false; ///< The peer answered that it would tell.
 };
 
 /// The variables of a form. In the thread of the widgets.
