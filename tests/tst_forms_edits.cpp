@@ -117,6 +117,11 @@ void FormEditsTest::EditAfterSave()
     QCOMPARE(Exact(form.m_peer.Get("v")), QString("1"));
     form.Turn();
     QVERIFY(!form.m_binding->IsEdited());
+    // In the type that the data have by now, delivered or not.
+    form.m_peer.Set("v", "1");
+    spin->setValue(7);
+    QCOMPARE(form.m_binding->Save().saved, 1);
+    QCOMPARE(Exact(form.m_peer.Get("v")), QString("'7'"));
 }
 
 void FormEditsTest::NoNotifier()
