@@ -61,6 +61,7 @@ public:
     bool isReverting = false;   ///< The next evaluation overwrites an edit.
     bool isOverwritten = false; ///< To be written, though it is as before by all that can be compared.
     bool isUnresolved = false;  ///< In the list of those with a path that leads nowhere.
+    bool isAlone = true;        ///< Nothing else of the object is bound.
     bool isCut = false;         ///< Not taken, with a bound that has not caught up.
     quint16 source = 0;         ///< Of its variables, among the form's.
     int place = 0;              ///< In the order bound.

@@ -220,6 +220,7 @@ void FormDelivery::Run(bool withVariables)
     UpdateOrder();
     if (withVariables)
         MarkVariables();
+    const VariableCache::Use cached(m_state.variables.Cache());
     const bool isInner = m_number != 0;
     if (isInner || !FormObserver::Installed()) {
         EvaluateMarked();
@@ -363,14 +364,13 @@ void FormDelivery::TellNoValue(const Statement& statement)
         m_state.problems.Add(statement, FormProblem::NoValue, 0, QStringLiteral("the statement has no value"));
 }
 
-/// Whether the property, which holds \a held, is left as the last evaluation left it: most are, that a save or a
-/// change of something else has evaluated.
-bool FormDelivery::IsSettled(const BoundStatement& statement, const QVariant& held) const
+/// Whether the property, which holds what was shown, is left so: most are, that a save or a change of something else
+/// has evaluated.
+bool FormDelivery::IsSettled(const BoundStatement& statement)
 {
-    return statement.isShown && !statement.isOverwritten && statement.problems.empty() && statement.IsPlain()
-        && !statement.access->IsRewritten() && !statement.access->IsUnsettled(statement.object)
-        && FormValues::AreEqual(held, statement.value) && FormValues::AreEqual(held, statement.shown)
-        && !HasCutSibling(statement);
+    return FormValues::AreEqual(statement.shown, statement.value) && !statement.isOverwritten
+        && statement.problems.empty() && statement.IsPlain() && !statement.access->IsRewritten()
+        && !statement.access->IsUnsettled(statement.object) && !HasCutSibling(statement);
 }
 
 void FormDelivery::Show(const Statement& statement, const QVariant& previous)
@@ -378,7 +378,8 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     const QVariant held = statement->Read();
     if (!statement->property)
         return;
-    if (IsSettled(*statement, held)) {
+    const bool isAsShown = statement->isShown && FormValues::AreEqual(held, statement->shown);
+    if (isAsShown && IsSettled(*statement)) {
         m_edits.End(statement);
         statement->isReverting = false;
         statement->isCut = false;
@@ -393,7 +394,7 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
 
     const QVariant given = statement->access->AsHeld(statement->object, target);
     const bool keepsEdit = m_state.editPolicy == FormBinding::KeepEdits && !statement->isReverting;
-    if (keepsEdit && FormEdits::IsEdit(*statement, held, given)) {
+    if (keepsEdit && !isAsShown && FormEdits::IsEdit(*statement, held, given)) {
         m_edits.Set(statement, true);
         ProblemBook::Remove(statement.get(), FormProblem::NotTaken);
         return;
@@ -402,8 +403,8 @@ void FormDelivery::Show(const Statement& statement, const QVariant& previous)
     statement->isReverting = false;
     const bool isWanted
         = std::exchange(statement->isOverwritten, false) || ProblemBook::Has(*statement, FormProblem::NotTaken);
-    const bool isAsBefore = !isWanted && statement->access->IsRewritten() && statement->isShown
-        && FormValues::AreEqual(held, statement->shown) && FormValues::AreEqual(previous, statement->value);
+    const bool isAsBefore = !isWanted && isAsShown && statement->access->IsRewritten()
+        && FormValues::AreEqual(previous, statement->value);
     if (isAsBefore)
         return;
     const bool wantsSetting = statement->value.isValid() && statement->access->IsUnsettled(statement->object);
@@ -432,7 +433,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
     statement->shown = statement->Read();
     statement->isShown = true;
     const bool hasChanged = !FormValues::AreEqual(held, statement->shown);
-    if (hasChanged)
+    if (hasChanged && !statement->property->readers.empty())
         MarkReaders(*statement->property, statement.get());
     Settle(siblings, *statement, hasChanged);
     if (!statement->property || statement->writes != number)
@@ -501,7 +502,7 @@ bool FormDelivery::WaitsForBound(const BoundStatement& statement) const
 FormDelivery::Siblings FormDelivery::SiblingsOf(const BoundStatement& statement) const
 {
     Siblings siblings;
-    if (statement.property->owner->boundCount < 2)
+    if (statement.isAlone)
         return siblings;
     for (const WatchedProperty& property : statement.property->owner->properties) {
         const Statement& sibling = property.statement;
@@ -517,8 +518,10 @@ FormDelivery::Siblings FormDelivery::SiblingsOf(const BoundStatement& statement)
     return siblings;
 }
 
-bool FormDelivery::HasCutSibling(const BoundStatement& statement) const
+bool FormDelivery::HasCutSibling(const BoundStatement& statement)
 {
+    if (statement.isAlone)
+        return false;
     const auto& properties = statement.property->owner->properties;
     return std::any_of(properties.begin(), properties.end(),
                        [](const WatchedProperty& sibling) { return sibling.statement && sibling.statement->isCut; });

@@ -64,7 +64,7 @@ private:
     void EvaluateObserved(const Statement& statement);
     void TellEvaluation(const Statement& statement, const Evaluation& evaluation);
     void TellNoValue(const Statement& statement);
-    bool IsSettled(const BoundStatement& statement, const QVariant& held) const;
+    static bool IsSettled(const BoundStatement& statement);
     void Show(const Statement& statement, const QVariant& previous);
     void Write(const Statement& statement, const QVariant& held, const QVariant& target, const QVariant& given);
     void WriteAgain(const Statement& statement);
@@ -72,7 +72,7 @@ private:
     bool WaitsForBound(const BoundStatement& statement) const;
 
     Siblings SiblingsOf(const BoundStatement& statement) const;
-    bool HasCutSibling(const BoundStatement& statement) const;
+    static bool HasCutSibling(const BoundStatement& statement);
     void Settle(const Siblings& siblings, const BoundStatement& written, bool hasChanged);
     void SettleSibling(const Sibling& sibling, const BoundStatement& written, bool hasChanged);
 

@@ -4,6 +4,7 @@
 
 #include "DeclarationForms/adapterregistry.h"
 #include "DeclarationForms/boundaccess.h"
+#include "DeclarationForms/boundstatement.h"
 #include "DeclarationForms/formreferences.h"
 #include "DeclarationForms/savepolicies.h"
 #include "DeclarationForms/signalreceiver.h"
@@ -68,6 +69,10 @@ void FormObjects::ForgetClasses()
 void FormObjects::CountBound(WatchedObject* object, int change)
 {
     SetWatched(object, object->boundCount + change, object->hasUnbound);
+    for (const WatchedProperty& property : object->properties) {
+        if (property.statement)
+            property.statement->isAlone = object->boundCount < 2;
+    }
 }
 
 void FormObjects::WatchTexts(QObject* object)

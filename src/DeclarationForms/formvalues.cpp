@@ -180,16 +180,16 @@ bool FormValues::AreEqual(const QVariant& left, const QVariant& right)
     const int type = left.userType();
     if (type != right.userType())
         return false;
-    // A null text is an empty one.
+    // Most values are such, of which a null one is no other: an empty text, a zero.
     if (type == QMetaType::QString)
         return Inside<QString>(left) == Inside<QString>(right);
+    if (type == QMetaType::Double)
+        return AreEqualFractions(Inside<double>(left), Inside<double>(right));
     if (left.isNull() != right.isNull())
         return false;
     switch (type) {
     case QMetaType::UnknownType:
         return true;
-    case QMetaType::Double:
-        return AreEqualFractions(Inside<double>(left), Inside<double>(right));
     case QMetaType::Float:
         return AreEqualFractions(left.toDouble(), right.toDouble());
     case QMetaType::QPixmap:

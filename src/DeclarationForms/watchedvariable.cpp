@@ -4,8 +4,8 @@
 #include "DeclarationForms/changegatherer.h"
 #include "DeclarationForms/formreferences.h"
 
-WatchedVariable::WatchedVariable(IDataPeer* peer, const VariableIdentifier& identifier, ChangeGatherer* gatherer)
-    : m_identifier(identifier), m_peer(peer), m_gatherer(gatherer)
+WatchedVariable::WatchedVariable(IDataPeer* peer, const VariableIdentifier& identifier, WatchedVariables* owner)
+    : m_identifier(identifier), m_peer(peer), m_owner(owner)
 {
 }
 
@@ -16,6 +16,8 @@ void WatchedVariable::Subscribe()
 
 void WatchedVariable::Unsubscribe()
 {
+    m_owner->Cache()->Forget(this);
+    m_isObserved = false;
     if (m_peer)
         m_peer->RemoveObserver(this);
 }
@@ -23,18 +25,33 @@ void WatchedVariable::Unsubscribe()
 QVariant WatchedVariable::Read() const
 {
     static const QVariant none;
-    return m_peer ? m_peer->GetValue(m_identifier, none) : QVariant();
+    if (!m_peer)
+        return none;
+    if (MayHaveChanged())
+        return m_peer->GetValue(m_identifier, none);
+    VariableCache* const cache = m_owner->Cache();
+    if (const QVariant* const known = cache->Find(this))
+        return *known;
+    const QVariant value = m_peer->GetValue(m_identifier, none);
+    // The host's peer may have run anything.
+    if (!MayHaveChanged())
+        cache->Put(this, value);
+    return value;
 }
 
 bool WatchedVariable::Write(const QVariant& value)
 {
-    return m_peer && m_peer->ChangeValue(m_identifier, value, IDataPeer::ChangeValueFlags());
+    const bool isTaken = m_peer && m_peer->ChangeValue(m_identifier, value, IDataPeer::ChangeValueFlags());
+    // Its peer may tell later.
+    if (m_isObserved)
+        m_owner->Cache()->Forget(this);
+    return isTaken;
 }
 
 void WatchedVariable::OnNotify(const VariableIdentifier&)
 {
     if (!m_isGathered.exchange(true))
-        m_gatherer->Add(shared_from_this());
+        m_owner->Gatherer()->Add(shared_from_this());
 }
 
 std::shared_ptr<WatchedVariable> WatchedVariables::Find(IDataPeer* peer, const VariableIdentifier& identifier)
@@ -42,7 +59,7 @@ std::shared_ptr<WatchedVariable> WatchedVariables::Find(IDataPeer* peer, const V
     std::weak_ptr<WatchedVariable>& known = m_variables[Key(peer, identifier)];
     std::shared_ptr<WatchedVariable> variable = known.lock();
     if (!variable) {
-        variable = std::make_shared<WatchedVariable>(peer, identifier, m_gatherer);
+        variable = std::make_shared<WatchedVariable>(peer, identifier, this);
         known = variable;
     }
     return variable;

@@ -10,17 +10,19 @@
 
 #include "DataLayer/idataobserver.h"
 #include "DataLayer/variableidentifier.h"
+#include "DeclarationForms/variablecache.h"
 
 class ChangeGatherer;
 class FormVariable;
 class IDataPeer;
+class WatchedVariables;
 
 /// A variable that statements of a form read, with the one subscription for all of them.
 class WatchedVariable : public IDataObserver, public std::enable_shared_from_this<WatchedVariable>
 {
 public:
     /// The peer may be null: then the variable has no value and takes none.
-    WatchedVariable(IDataPeer* peer, const VariableIdentifier& identifier, ChangeGatherer* gatherer);
+    WatchedVariable(IDataPeer* peer, const VariableIdentifier& identifier, WatchedVariables* owner);
 
     /// Once before the first change is to be heard of.
     void Subscribe();
@@ -29,6 +31,7 @@ public:
 
     const VariableIdentifier& Identifier() const { return m_identifier; }
     IDataPeer* Peer() const { return m_peer; }
+    /// While a delivery reads, what it has read, unless it has changed since.
     QVariant Read() const;
     bool Write(const QVariant& value);
 
@@ -43,7 +46,7 @@ public:
 private:
     const VariableIdentifier m_identifier;
     IDataPeer* const m_peer;
-    ChangeGatherer* const m_gatherer;
+    WatchedVariables* const m_owner; ///< It need not exist any more once this is not subscribed.
     std::atomic<bool> m_isGathered{false};
     bool m_isObserved = false; ///< The peer answered that it would tell.
 };
@@ -53,6 +56,9 @@ class WatchedVariables
 {
 public:
     explicit WatchedVariables(ChangeGatherer* gatherer) : m_gatherer(gatherer) {}
+
+    ChangeGatherer* Gatherer() const { return m_gatherer; }
+    VariableCache* Cache() { return &m_cache; }
 
     /// The variable, subscribed to as long as it has readers.
     std::shared_ptr<WatchedVariable> Find(IDataPeer* peer, const VariableIdentifier& identifier);
@@ -69,6 +75,7 @@ private:
     };
 
     ChangeGatherer* const m_gatherer;
+    VariableCache m_cache;
     std::unordered_map<Key, std::weak_ptr<WatchedVariable>, KeyHash> m_variables;
 };
 
