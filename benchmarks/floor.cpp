@@ -1,5 +1,6 @@
 #include <QCoreApplication>
 #include <QHash>
+#include <QLineEdit>
 
 #include "subject.h"
 
@@ -257,7 +258,8 @@ public:
 
 /// The least that a form costs which is bound as a whole: changes are gathered, delivered by one event, and evaluated
 /// once for each target, after what it reads. What a property holds is compared before it is written and read back
-/// afterwards. A save writes what is not as it was shown, keeps the type of the data, and is delivered once.
+/// afterwards. Targets that tell of their changes are heard, so that an edit is known at once. A save writes what is
+/// changed and not as it was shown, keeps the type of the data, and is delivered once.
 class Coalesced : public Floor
 {
 public:
@@ -274,6 +276,7 @@ public:
                 if (source)
                     m_targets[places.value(source)].readers.push_back(i);
             }
+            WatchEdits(i);
             Show(&m_targets.back());
         }
     }
@@ -298,6 +301,9 @@ public:
     {
         for (int i = 0; i < int(m_targets.size()); ++i) {
             Target& target = m_targets[i];
+            if (!target.isChanged)
+                continue;
+            target.isChanged = false;
             const QVariant held = target.object->property(target.property);
             if (held == target.shown)
                 continue;
@@ -320,7 +326,21 @@ private:
         QVariant shown = {};
         bool isTaken = false;
         bool isWaiting = true;
+        bool isChanged = false;
     };
+
+    void WatchEdits(int place)
+    {
+        const auto note = [this, place] {
+            if (m_written != &m_targets[place])
+                m_targets[place].isChanged = true;
+        };
+        QObject* const target = m_targets[place].object;
+        if (const Item* const item = qobject_cast<Item*>(target))
+            QObject::connect(item, &Item::ValueChanged, &m_receiver, note);
+        else if (const QLineEdit* const edit = qobject_cast<QLineEdit*>(target))
+            QObject::connect(edit, &QLineEdit::textChanged, &m_receiver, note);
+    }
 
     /// Those that are read stand before their readers.
     void ShowAll()
@@ -340,7 +360,9 @@ private:
         const QVariant held = target->object->property(target->property);
         if (held == value)
             return;
+        m_written = target;
         target->object->setProperty(target->property, value);
+        m_written = nullptr;
         target->shown = target->object->property(target->property);
         target->isTaken = target->shown == value;
         for (const int reader : target->readers)
@@ -351,6 +373,7 @@ private:
     bool m_isPosted = false;
     qint64 m_evaluations = 0;
     std::vector<Target> m_targets;
+    const Target* m_written = nullptr; ///< While its property is.
     QHash<DataName, std::vector<int>> m_variableReaders;
 };
 
