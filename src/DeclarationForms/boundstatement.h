@@ -17,7 +17,7 @@
 struct WatchedProperty;
 
 /// One property that is bound: its statement, and what became of it. What is done with it is the others' part.
-class BoundStatement
+class BoundStatement : public std::enable_shared_from_this<BoundStatement>
 {
 public:
     /// \a propertyAccess is that of the property.
@@ -61,7 +61,8 @@ public:
     bool isReverting = false;   ///< The next evaluation overwrites an edit.
     bool isOverwritten = false; ///< To be written, though it is as before by all that can be compared.
     bool isUnresolved = false;  ///< In the list of those with a path that leads nowhere.
-    bool isAlone = true;        ///< Nothing else of the object is bound.
+    bool isAlone = false;       ///< Nothing else of the object is bound.
+    bool isRead = false;        ///< By statements.
     bool isCut = false;         ///< Not taken, with a bound that has not caught up.
     quint16 source = 0;         ///< Of its variables, among the form's.
     int place = 0;              ///< In the order bound.
@@ -73,13 +74,13 @@ public:
     std::shared_ptr<const BoundAccess> access;
     StandingProblems problems;
     std::unique_ptr<NumberFormat> format; ///< Null for none.
+    std::unique_ptr<QVariant> refused;    ///< What the property held when it could not be saved; null for nothing.
     uint writes = 0;                      ///< Counts them, so that one notices another inside it.
     uint changes = 0;                     ///< Counts those that are told by others than the statement's own write.
 
     QString name; ///< Without marker.
     QString marked;
     QString text;
-    QVariant refused; ///< What the property held when it could not be saved.
 
 private:
     Q_DISABLE_COPY(BoundStatement)

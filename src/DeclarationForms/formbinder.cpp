@@ -189,6 +189,7 @@ FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const 
     m_state.statements.push_back(statement);
     m_state.objects.CountBound(watched->owner, 1);
     Watch(watched, *access);
+    statement->isRead = !watched->readers.empty();
     m_delivery.MarkReaders(*watched, nullptr);
     return statement;
 }
@@ -232,10 +233,8 @@ void FormBinder::PutConstant(QObject* object, const QString& map, const QString&
 
 void FormBinder::Attach(const Statement& statement)
 {
-    for (FormVariable* const variable : statement->compiled.variables) {
-        variable->SetStatement(statement.get());
-        m_state.variables.Add(variable->Variable(), variable);
-    }
+    for (FormVariable* const variable : statement->compiled.variables)
+        m_state.variables.Add(variable->Variable(), variable, statement.get());
     for (FormProperty* const reference : statement->compiled.properties)
         reference->SetStatement(statement.get());
     Resolve(statement);

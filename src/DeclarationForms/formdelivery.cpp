@@ -66,7 +66,6 @@ const std::size_t TreeLength = 6; ///< In lines, of most.
 // Distances, in statements.
 const std::size_t FarAhead = 8;
 const std::size_t Ahead = 5;
-const std::size_t NearAhead = 2;
 
 void FetchLines(quintptr address, std::size_t count)
 {
@@ -87,23 +86,8 @@ void FetchAhead(const std::vector<std::shared_ptr<BoundStatement>>& statements)
     FetchLines(AddressOf((statements.end() - FarAhead)->get()), StatementLength);
     const BoundStatement& sooner = **(statements.end() - Ahead);
     Fetch(sooner.object);
-    Fetch(sooner.property);
     // The root is made last, behind the nodes below it.
     FetchLines(AddressOf(sooner.compiled.tree.get()) - (TreeLength - 1) * LineLength, TreeLength);
-    const BoundStatement& next = **(statements.end() - NearAhead);
-    if (next.property)
-        Fetch(next.property->owner);
-}
-
-/// What is marked soon, in the order of the readers.
-template<typename Reader>
-void FetchReaders(const std::vector<Reader*>& readers, std::size_t current)
-{
-    if (current + FarAhead >= readers.size())
-        return;
-    Fetch(readers[current + FarAhead]);
-    Fetch(readers[current + Ahead]->Statement());
-    Fetch(readers[current + NearAhead]->Statement()->property);
 }
 
 /// For as many more, and often called.
@@ -190,13 +174,12 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
 {
     const Temporarily<const WatchedProperty*> changed(&m_changedProperty, &property);
     for (std::size_t i = 0; i < property.readers.size(); ++i) {
-        FetchReaders(property.readers, i);
         BoundStatement* const statement = property.readers[i]->Statement();
         if (statement == writer)
             continue;
         const bool isRoundTrip = writer && writer->circle != 0 && statement->circle == writer->circle;
         if (!isRoundTrip || statement->delivery != m_number)
-            Mark(statement->property->statement);
+            Mark(statement->shared_from_this());
     }
 }
 
@@ -206,10 +189,13 @@ void FormDelivery::MarkVariables()
     const Temporarily<const WatchedVariable*> changed(&m_changedVariable, nullptr);
     for (const std::shared_ptr<WatchedVariable>& variable : m_state.gatherer.Take()) {
         m_changedVariable = variable.get();
-        Reserve(&m_waiting, variable->readers.size());
-        for (std::size_t i = 0; i < variable->readers.size(); ++i) {
-            FetchReaders(variable->readers, i);
-            Mark(variable->readers[i]->Statement()->property->statement);
+        const auto& readers = variable->readers;
+        Reserve(&m_waiting, readers.size());
+        for (std::size_t i = 0; i < readers.size(); ++i) {
+            if (i + FarAhead < readers.size())
+                Fetch(readers[i + FarAhead].statement);
+            if (!readers[i].statement->isDirty)
+                Mark(readers[i].statement->shared_from_this());
         }
     }
 }
@@ -433,7 +419,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
     statement->shown = statement->Read();
     statement->isShown = true;
     const bool hasChanged = !FormValues::AreEqual(held, statement->shown);
-    if (hasChanged && !statement->property->readers.empty())
+    if (hasChanged && statement->isRead)
         MarkReaders(*statement->property, statement.get());
     Settle(siblings, *statement, hasChanged);
     if (!statement->property || statement->writes != number)

@@ -49,7 +49,7 @@ void Append(std::vector<std::weak_ptr<BoundStatement>>* statements, const std::s
 
 void ForgetRefusal(BoundStatement* statement)
 {
-    statement->refused = QVariant();
+    statement->refused.reset();
     ProblemBook::Remove(statement, FormProblem::NotStored);
 }
 
@@ -82,7 +82,7 @@ bool FormEdits::Look(const std::shared_ptr<BoundStatement>& statement, bool isCo
     *held = statement->Read();
     if (!statement->property)
         return false;
-    if (statement->refused.isValid() && !FormValues::AreEqual(*held, statement->refused))
+    if (statement->refused && !FormValues::AreEqual(*held, *statement->refused))
         ForgetRefusal(statement.get());
     bool isEdited = !FormValues::AreEqual(*held, statement->shown);
     if (isEdited && isCompared && statement->HoldsTarget(*held)) {
@@ -99,7 +99,7 @@ bool FormEdits::Look(const std::shared_ptr<BoundStatement>& statement, bool isCo
 void FormEdits::End(const std::shared_ptr<BoundStatement>& statement)
 {
     Set(statement, false);
-    if (statement->refused.isValid())
+    if (statement->refused)
         ForgetRefusal(statement.get());
 }
 

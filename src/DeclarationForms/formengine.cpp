@@ -135,7 +135,7 @@ QVector<FormProblem> FormEngine::Problems(QObject* scope)
     const std::shared_ptr<FormEngine> self = shared_from_this();
     StandingProblems found;
     for (const Statement& statement : m_state.In(scope)) {
-        if (statement->refused.isValid())
+        if (statement->refused)
             RefreshEdit(statement);
         found += statement->problems;
     }
@@ -258,7 +258,7 @@ void FormEngine::Run(bool withVariables)
 void FormEngine::OnChanged(WatchedProperty* property)
 {
     const BoundStatement* const writer = m_delivery.Writer();
-    if (writer && writer == property->statement.get())
+    if (writer && writer->property == property)
         return;
     const std::shared_ptr<FormEngine> self = shared_from_this();
     const Statement statement = property->statement;

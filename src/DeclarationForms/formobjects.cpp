@@ -69,6 +69,8 @@ void FormObjects::ForgetClasses()
 void FormObjects::CountBound(WatchedObject* object, int change)
 {
     SetWatched(object, object->boundCount + change, object->hasUnbound);
+    if (object->boundCount > 2)
+        return;
     for (const WatchedProperty& property : object->properties) {
         if (property.statement)
             property.statement->isAlone = object->boundCount < 2;
@@ -127,6 +129,8 @@ void FormObjects::AddReader(WatchedProperty* property, FormProperty* reader)
     reader->SetProperty(property, Access(property->owner->object, property->name));
     reader->SetIndex(property->readers.size());
     property->readers.push_back(reader);
+    if (property->statement)
+        property->statement->isRead = true;
 }
 
 void FormObjects::RemoveReader(FormProperty* reader)
@@ -137,5 +141,7 @@ void FormObjects::RemoveReader(FormProperty* reader)
     property->readers.back()->SetIndex(reader->Index());
     property->readers[reader->Index()] = property->readers.back();
     property->readers.pop_back();
+    if (property->statement)
+        property->statement->isRead = !property->readers.empty();
     reader->SetProperty(nullptr, nullptr);
 }

@@ -46,8 +46,6 @@ public:
     /// Of the statement; null for none.
     FormVariable* Next() const { return m_next; }
     void SetNext(FormVariable* next) { m_next = next; }
-    BoundStatement* Statement() const { return m_statement; }
-    void SetStatement(BoundStatement* statement) { m_statement = statement; }
     /// Among the readers of the variable.
     std::size_t Index() const { return m_index; }
     void SetIndex(std::size_t index) { m_index = static_cast<quint32>(index); }
@@ -56,7 +54,6 @@ private:
     quint32 m_index = 0; // Beside what the base class has.
     const std::shared_ptr<WatchedVariable> m_variable;
     FormVariable* m_next = nullptr;
-    BoundStatement* m_statement = nullptr;
 };
 
 /// A reference to a property of an object, which need not exist yet. It has no value while the path leads
@@ -77,7 +74,7 @@ public:
     /// In the statement.
     const TextPlace& Place() const { return m_place; }
 
-    /// As for FormVariable.
+    /// Of the statement; null for none.
     FormProperty* Next() const { return m_next; }
     void SetNext(FormProperty* next) { m_next = next; }
     BoundStatement* Statement() const { return m_statement; }

@@ -153,7 +153,7 @@ void FormSaver::Refuse(const std::shared_ptr<BoundStatement>& statement, const Q
 {
     if (!statement->property || refusal.reason.isEmpty())
         return;
-    statement->refused = held;
+    statement->refused = std::make_unique<QVariant>(held);
     for (const Refusal::Cause other :
          {Refusal::NoNumber, Refusal::NoConversion, Refusal::NotPassedOn, Refusal::NotAccepted}) {
         if (other != refusal.cause)

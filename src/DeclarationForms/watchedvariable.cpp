@@ -65,18 +65,19 @@ std::shared_ptr<WatchedVariable> WatchedVariables::Find(IDataPeer* peer, const V
     return variable;
 }
 
-void WatchedVariables::Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader)
+void WatchedVariables::Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader,
+                           BoundStatement* statement)
 {
     reader->SetIndex(variable->readers.size());
-    variable->readers.push_back(reader);
+    variable->readers.push_back({reader, statement});
     if (variable->readers.size() == 1)
         variable->Subscribe();
 }
 
 void WatchedVariables::Remove(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader)
 {
-    std::vector<FormVariable*>& readers = variable->readers;
-    readers.back()->SetIndex(reader->Index());
+    std::vector<WatchedVariable::Reader>& readers = variable->readers;
+    readers.back().node->SetIndex(reader->Index());
     readers[reader->Index()] = readers.back();
     readers.pop_back();
     if (!readers.empty())

@@ -12,6 +12,7 @@
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationForms/variablecache.h"
 
+class BoundStatement;
 class ChangeGatherer;
 class FormVariable;
 class IDataPeer;
@@ -41,7 +42,12 @@ public:
     /// Whether it may have another value than at the last delivery.
     bool MayHaveChanged() const { return m_isGathered || !m_isObserved; }
 
-    std::vector<FormVariable*> readers; ///< In the thread of the widgets.
+    struct Reader
+    {
+        FormVariable* node;
+        BoundStatement* statement;
+    };
+    std::vector<Reader> readers; ///< In the thread of the widgets.
 
 private:
     const VariableIdentifier m_identifier;
@@ -62,7 +68,7 @@ public:
 
     /// The variable, subscribed to as long as it has readers.
     std::shared_ptr<WatchedVariable> Find(IDataPeer* peer, const VariableIdentifier& identifier);
-    void Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader);
+    void Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader, BoundStatement* statement);
     void Remove(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader);
     /// Forgets a variable that was found and has no reader.
     void Discard(const WatchedVariable& variable);
