@@ -54,7 +54,8 @@ QVariant EnumeratorOf(const QObject* object, const QString& name, const QString&
 } // namespace
 
 BoundAccess::BoundAccess(const QObject* object, const QString& name)
-    : m_access(object, QString::fromLatin1(name.toUtf8())),
+    : m_name(name),
+      m_access(object, QString::fromLatin1(name.toUtf8())),
       m_direct(object->metaObject()->property(IndexOf(object, name))),
       m_metaObject(object->metaObject()),
       m_adapter(AdapterRegistry::Find(object, name)),
@@ -73,12 +74,12 @@ int BoundAccess::NotifySignalOf(const QMetaObject* metaObject, int index, const 
     return index < 0 ? -1 : metaObject->property(index).notifySignalIndex();
 }
 
-bool BoundAccess::Exists(const QObject* object, const QString& name) const
+bool BoundAccess::Exists(const QObject* object) const
 {
-    return m_index >= 0 || m_adapter || object->property(name.toUtf8()).isValid();
+    return m_index >= 0 || m_adapter || object->property(m_name.toUtf8()).isValid();
 }
 
-QVariant BoundAccess::Read(const QObject* object, const QString& name) const
+QVariant BoundAccess::Read(const QObject* object) const
 {
     if (m_kind == Visible) {
         const QWidget* const widget = static_cast<const QWidget*>(object);
@@ -86,31 +87,31 @@ QVariant BoundAccess::Read(const QObject* object, const QString& name) const
     }
     if (m_kind == Enabled)
         return !static_cast<const QWidget*>(object)->testAttribute(Qt::WA_ForceDisabled);
-    return ReadPlain(object, name);
+    return ReadPlain(object);
 }
 
-QVariant BoundAccess::ReadPlain(const QObject* object, const QString& name) const
+QVariant BoundAccess::ReadPlain(const QObject* object) const
 {
     if (m_adapter)
         return m_adapter->read(object);
     QVariant value;
     if (object->metaObject() == m_metaObject && m_direct.Read(object, &value))
         return value;
-    return m_index < 0 ? QtCompat::ReadProperty(name.toUtf8(), object) : m_access.Read(object, name);
+    return m_index < 0 ? QtCompat::ReadProperty(m_name.toUtf8(), object) : m_access.Read(object, m_name);
 }
 
-bool BoundAccess::Write(QObject* object, const QString& name, const QVariant& value) const
+bool BoundAccess::Write(QObject* object, const QVariant& value) const
 {
     bool isTaken = false;
     if (!m_adapter && object->metaObject() == m_metaObject && m_direct.Write(object, value, &isTaken))
         return isTaken;
     if (!m_adapter)
-        return m_index < 0 ? object->setProperty(name.toUtf8(), value) : m_access.Write(object, name, value);
+        return m_index < 0 ? object->setProperty(m_name.toUtf8(), value) : m_access.Write(object, m_name, value);
     const QPointer<QObject> guarded = object;
     const PropertyAdapter* const adapter = m_adapter;
     isTaken = adapter->write(object, value);
-    if (guarded && IndexOf(object, name) < 0)
-        object->setProperty(name.toUtf8(), isTaken ? value : adapter->read(object));
+    if (guarded && IndexOf(object, m_name) < 0)
+        object->setProperty(m_name.toUtf8(), isTaken ? value : adapter->read(object));
     return isTaken;
 }
 
@@ -121,13 +122,13 @@ QVariant BoundAccess::AsHeld(const QObject* object, const QVariant& value) const
     return isMade ? QVariant(value.toString()) : value;
 }
 
-void BoundAccess::Mirror(QObject* object, const QString& name) const
+void BoundAccess::Mirror(QObject* object) const
 {
-    if (m_adapter && IndexOf(object, name) < 0)
-        object->setProperty(name.toUtf8(), m_adapter->read(object));
+    if (m_adapter && IndexOf(object, m_name) < 0)
+        object->setProperty(m_name.toUtf8(), m_adapter->read(object));
 }
 
-bool BoundAccess::Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const
+bool BoundAccess::Holds(const QObject* object, const QVariant& held, const QVariant& written) const
 {
     const bool isFraction = held.userType() == QMetaType::Double;
     // What most numbers are, without a detour.
@@ -141,7 +142,7 @@ bool BoundAccess::Holds(const QObject* object, const QString& name, const QVaria
     // A text is no enumerator, whose property holds a number.
     if (written.userType() != QMetaType::QString || held.userType() == QMetaType::QString)
         return false;
-    const QVariant enumerator = EnumeratorOf(object, name, written.toString());
+    const QVariant enumerator = EnumeratorOf(object, m_name, written.toString());
     return enumerator.isValid() && held.toInt() == enumerator.toInt();
 }
 

@@ -19,8 +19,10 @@ public:
     /// \a object is one of the class, and not kept.
     BoundAccess(const QObject* object, const QString& name);
 
+    /// Of the property.
+    const QString& Name() const { return m_name; }
     /// Whether the object has the property, declared, dynamic or by an adapter.
-    bool Exists(const QObject* object, const QString& name) const;
+    bool Exists(const QObject* object) const;
     /// Whether it can be written; true for properties that the objects do not have yet.
     bool IsWritable() const { return m_isWritable; }
     /// The signal that tells of its changes, as an index into the methods of the class; -1 for none.
@@ -28,22 +30,21 @@ public:
     /// Null for none.
     const PropertyAdapter* Adapter() const { return m_adapter; }
 
-    /// \a name is that given to the constructor, here as everywhere.
-    QVariant Read(const QObject* object, const QString& name) const;
+    QVariant Read(const QObject* object) const;
     /// As the language reads it: where the widget's own setting is not all.
-    QVariant ReadPlain(const QObject* object, const QString& name) const;
+    QVariant ReadPlain(const QObject* object) const;
     /// Answers whether the object took the value, as far as it tells.
-    bool Write(QObject* object, const QString& name, const QVariant& value) const;
+    bool Write(QObject* object, const QVariant& value) const;
 
     /// What a write of the value leaves where the property holds texts and the value is a number, whose text takes
     /// time to make; else the value.
     QVariant AsHeld(const QObject* object, const QVariant& value) const;
 
     /// Puts what the adapter reads into the dynamic property of that name, for whoever does not know of adapters.
-    void Mirror(QObject* object, const QString& name) const;
+    void Mirror(QObject* object) const;
 
     /// Whether the property, which holds \a held, has taken \a written.
-    bool Holds(const QObject* object, const QString& name, const QVariant& held, const QVariant& written) const;
+    bool Holds(const QObject* object, const QVariant& held, const QVariant& written) const;
     /// Whether the text that is read back may differ from the one that was taken.
     bool IsRewritten() const { return m_kind == Markup || m_adapter; }
     /// Whether the widget is shown or hidden by default only, until its parent is shown.
@@ -68,6 +69,7 @@ private:
     static int NotifySignalOf(const QMetaObject* metaObject, int index, const PropertyAdapter* adapter);
     static Kind KindOf(const QObject* object, const QString& name);
 
+    const QString m_name;
     PropertyAccess m_access;
     DirectAccess m_direct;
     const QMetaObject* m_metaObject; ///< That the property was looked up in.

@@ -9,7 +9,7 @@
 #include "DeclarationForms/watchedproperty.h"
 
 BoundStatement::BoundStatement(WatchedProperty* boundProperty, const std::shared_ptr<const BoundAccess>& propertyAccess)
-    : property(boundProperty), object(boundProperty->owner->object), access(propertyAccess), name(boundProperty->name)
+    : property(boundProperty), object(boundProperty->owner->object), access(propertyAccess)
 {
 }
 
@@ -39,7 +39,7 @@ void BoundStatement::ReadFormat()
     // Most objects have few dynamic properties, and their classes many others.
     const QList<QByteArray> names = object->dynamicPropertyNames();
     for (const QByteArray& formatName : names) {
-        if (FormWalk::IsFormat(formatName) && FormWalk::FormattedBy(formatName) == name)
+        if (FormWalk::IsFormat(formatName) && FormWalk::FormattedBy(formatName) == Name())
             text = object->property(formatName).toString();
     }
     const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);

@@ -17,7 +17,7 @@
 struct WatchedProperty;
 
 /// One property that is bound: its statement, and what became of it. What is done with it is the others' part.
-class BoundStatement : public std::enable_shared_from_this<BoundStatement>
+class BoundStatement
 {
 public:
     /// \a propertyAccess is that of the property.
@@ -33,8 +33,10 @@ public:
     QVariant Target(Faults* faults = nullptr) const;
     /// Whether that is the value as it is.
     bool IsPlain() const { return value.isValid() && !format && !access->TakesImagePath(value); }
-    QVariant Read() const { return access->Read(object, name); }
-    bool Holds(const QVariant& held, const QVariant& target) const { return access->Holds(object, name, held, target); }
+    /// Of the property, without marker.
+    const QString& Name() const { return access->Name(); }
+    QVariant Read() const { return access->Read(object); }
+    bool Holds(const QVariant& held, const QVariant& target) const { return access->Holds(object, held, target); }
     /// As with Target().
     bool HoldsTarget(const QVariant& held) const;
 
@@ -78,8 +80,7 @@ public:
     uint writes = 0;                      ///< Counts them, so that one notices another inside it.
     uint changes = 0;                     ///< Counts those that are told by others than the statement's own write.
 
-    QString name; ///< Without marker.
-    QString marked;
+    const QString* marked = nullptr; ///< The name of the property, one of those that FormObjects keeps.
     QString text;
 
 private:

@@ -32,22 +32,30 @@ FormBinder::FormBinder(FormState* state, FormEdits* edits, FormDelivery* deliver
 bool FormBinder::Bind(QObject* scope)
 {
     MarkedProperties properties = FormWalk::Collect(scope);
+    // Any of them may be destroyed meanwhile.
+    for (const MarkedProperty& property : properties)
+        m_state.objects.Watch(property.object);
     bool hasNoError = true;
     const QObject* object = nullptr;
-    QSet<QString> names; // Of this object, whose properties follow each other.
+    QString first;
+    QSet<QString> names; // Of this object, whose properties follow each other; if it has more than the first.
     // What is done makes room for what it was bound to.
     for (; !properties.empty(); properties.pop_front()) {
         const MarkedProperty& property = properties.front();
         if (m_state.isClosed)
             return false;
-        if (!property.object)
+        if (!m_state.objects.Find(property.object))
             continue;
-        if (property.object != object)
-            names.clear();
-        object = property.object;
         const QString name = NormalName(property.name);
-        const bool isDuplicate = names.contains(name);
-        names.insert(name);
+        bool isDuplicate = false;
+        if (property.object != object) {
+            object = property.object;
+            first = name;
+            names.clear();
+        } else {
+            isDuplicate = name == first || names.contains(name);
+            names.insert(name);
+        }
         if (isDuplicate)
             TellDuplicate(property);
         hasNoError = !isDuplicate && Bind(property, m_state.source) && hasNoError;
@@ -132,7 +140,7 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
     m_state.problems.RemoveFailed(property.object, property.name);
     CompiledStatement replaced = std::exchange(statement->compiled, std::move(*compiled));
     const QString text = property.text.toString();
-    if (statement->text != text || statement->marked != property.name)
+    if (statement->text != text || (statement->marked && *statement->marked != property.name))
         statement->problems.clear();
     statement->text = text;
     statement->marked = m_state.objects.Share(property.name);
@@ -180,7 +188,7 @@ FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const 
         return watched->statement;
     const Statement statement = std::make_shared<BoundStatement>(watched, access);
     if (!watched->wasBound) {
-        watched->isUnknown = !access->Exists(property.object, name);
+        watched->isUnknown = !access->Exists(property.object);
         watched->original = statement->Read();
         watched->wasBound = true;
     }
@@ -204,7 +212,7 @@ void FormBinder::Watch(WatchedProperty* property, const BoundAccess& access)
     if (property->slot < 0 && adapter && adapter->watch) {
         property->isWatched = true;
         const QPointer<QObject> guarded = object;
-        adapter->watch(object, [changed = m_state.adapterChange, guarded, name = property->name] {
+        adapter->watch(object, [changed = m_state.adapterChange, guarded, name = *property->name] {
             if (guarded)
                 changed(guarded, name);
         });
@@ -233,8 +241,10 @@ void FormBinder::PutConstant(QObject* object, const QString& map, const QString&
 
 void FormBinder::Attach(const Statement& statement)
 {
-    for (FormVariable* const variable : statement->compiled.variables)
-        m_state.variables.Add(variable->Variable(), variable, statement.get());
+    for (FormVariable* const variable : statement->compiled.variables) {
+        variable->SetStatement(statement.get());
+        WatchedVariables::Add(variable->Variable(), variable);
+    }
     for (FormProperty* const reference : statement->compiled.properties)
         reference->SetStatement(statement.get());
     Resolve(statement);

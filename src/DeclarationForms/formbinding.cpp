@@ -119,5 +119,5 @@ QObject* FormBinding::EvaluatedObject()
 QString FormBinding::EvaluatedProperty()
 {
     const BoundStatement* const running = Evaluation::Running();
-    return running ? running->marked : QString();
+    return running ? *running->marked : QString();
 }

@@ -66,6 +66,7 @@ const std::size_t TreeLength = 6; ///< In lines, of most.
 // Distances, in statements.
 const std::size_t FarAhead = 8;
 const std::size_t Ahead = 5;
+const std::size_t NearAhead = 2;
 
 void FetchLines(quintptr address, std::size_t count)
 {
@@ -88,6 +89,16 @@ void FetchAhead(const std::vector<std::shared_ptr<BoundStatement>>& statements)
     Fetch(sooner.object);
     // The root is made last, behind the nodes below it.
     FetchLines(AddressOf(sooner.compiled.tree.get()) - (TreeLength - 1) * LineLength, TreeLength);
+}
+
+/// What is marked soon, in the order of the readers.
+void FetchReaders(const std::vector<FormVariable*>& readers, std::size_t current)
+{
+    if (current + FarAhead >= readers.size())
+        return;
+    Fetch(readers[current + FarAhead]);
+    Fetch(readers[current + Ahead]->Statement());
+    Fetch(readers[current + NearAhead]->Statement()->property);
 }
 
 /// For as many more, and often called.
@@ -160,7 +171,7 @@ void FormDelivery::TellMarked(const BoundStatement& statement, FormObserver* obs
     if (m_changedProperty) {
         cause.kind = FormCause::Property;
         cause.object = m_changedProperty->owner->object;
-        cause.name = m_changedProperty->name;
+        cause.name = *m_changedProperty->name;
     } else if (m_changedVariable) {
         cause.kind = FormCause::Variable;
         cause.variable = m_changedVariable->Identifier();
@@ -179,7 +190,7 @@ void FormDelivery::MarkReaders(const WatchedProperty& property, const BoundState
             continue;
         const bool isRoundTrip = writer && writer->circle != 0 && statement->circle == writer->circle;
         if (!isRoundTrip || statement->delivery != m_number)
-            Mark(statement->shared_from_this());
+            Mark(statement->property->statement);
     }
 }
 
@@ -192,10 +203,8 @@ void FormDelivery::MarkVariables()
         const auto& readers = variable->readers;
         Reserve(&m_waiting, readers.size());
         for (std::size_t i = 0; i < readers.size(); ++i) {
-            if (i + FarAhead < readers.size())
-                Fetch(readers[i + FarAhead].statement);
-            if (!readers[i].statement->isDirty)
-                Mark(readers[i].statement->shared_from_this());
+            FetchReaders(readers, i);
+            Mark(readers[i]->Statement()->property->statement);
         }
     }
 }
@@ -280,7 +289,7 @@ void FormDelivery::TellCircles()
         QStringList names;
         const std::vector<const BoundStatement*> way = ReadingOrder::WayRound(*statement);
         for (const BoundStatement* const member : way)
-            names.append(QStringLiteral("%1 of %2").arg(member->marked, DescribeObject(member->object)));
+            names.append(QStringLiteral("%1 of %2").arg(*member->marked, DescribeObject(member->object)));
         m_state.problems.Add(
             statement, FormProblem::Cycle, 0,
             QStringLiteral("the statement reads in a circle, %1").arg(names.join(QStringLiteral(" reads "))),
@@ -297,7 +306,7 @@ void FormDelivery::EvaluateObserved(const Statement& statement)
     FormObserver* const observer = FormObserver::Installed();
     if (observer && !m_state.isClosed)
         observer->OnEvaluated(m_state.binding,
-                              {statement->place, statement->object, statement->marked, timer.nsecsElapsed()});
+                              {statement->place, statement->object, *statement->marked, timer.nsecsElapsed()});
 }
 
 void FormDelivery::Evaluate(const Statement& statement)
@@ -336,7 +345,7 @@ void FormDelivery::TellNoValue(const Statement& statement)
     if (const FormProperty* const absent = AbsentReference(*statement)) {
         const QString reason = QStringLiteral("the statement reads %1 of %2, which is not bound any more");
         m_state.problems.Add(statement, FormProblem::NoValue, 0,
-                             reason.arg(absent->Property()->name, DescribeObject(absent->Property()->owner->object)),
+                             reason.arg(*absent->Property()->name, DescribeObject(absent->Property()->owner->object)),
                              absent->Place());
         return;
     }
@@ -432,7 +441,7 @@ void FormDelivery::Write(const Statement& statement, const QVariant& held, const
 bool FormDelivery::WriteProperty(const BoundStatement& statement, const QVariant& target)
 {
     const Temporarily<const BoundStatement*> writer(&m_writer, &statement);
-    return statement.access->Write(statement.object, statement.name, target);
+    return statement.access->Write(statement.object, target);
 }
 
 /// Where a bound has changed, or has not caught up.
@@ -481,7 +490,7 @@ bool FormDelivery::WaitsForBound(const BoundStatement& statement) const
     const auto& properties = statement.property->owner->properties;
     return std::any_of(properties.begin(), properties.end(), [&statement](const WatchedProperty& sibling) {
         return sibling.statement && sibling.statement->isDirty && sibling.statement->Reads(statement.property)
-            && PropertyOrder::Bounds(sibling.name, statement.name);
+            && PropertyOrder::Bounds(*sibling.name, statement.Name());
     });
 }
 
@@ -525,7 +534,7 @@ void FormDelivery::Settle(const Siblings& siblings, const BoundStatement& writte
 void FormDelivery::SettleSibling(const Sibling& sibling, const BoundStatement& written, bool hasChanged)
 {
     const Statement& statement = sibling.statement;
-    const bool isBounded = PropertyOrder::Bounds(written.name, statement->name);
+    const bool isBounded = PropertyOrder::Bounds(written.Name(), statement->Name());
     if (sibling.isEdited) {
         if (isBounded && hasChanged && !statement->Holds(statement->Read(), sibling.held))
             WriteProperty(*statement, sibling.held);

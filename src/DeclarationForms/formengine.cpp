@@ -24,7 +24,7 @@ BoundProperty Describe(const BoundStatement& statement)
 {
     BoundProperty described;
     described.object = statement.object;
-    described.property = statement.marked;
+    described.property = *statement.marked;
     described.statement = statement.text;
     described.writable = statement.isWritable;
     described.value = statement.value;
@@ -35,7 +35,7 @@ BoundProperty Describe(const BoundStatement& statement)
         AppendOnce(&described.variables, variable->Variable()->Identifier());
     for (const FormProperty* const reference : statement.compiled.properties) {
         if (const WatchedProperty* const property = reference->Property())
-            AppendOnce(&described.properties, qMakePair(QPointer<QObject>(property->owner->object), property->name));
+            AppendOnce(&described.properties, qMakePair(QPointer<QObject>(property->owner->object), *property->name));
     }
     return described;
 }
@@ -133,11 +133,11 @@ void FormEngine::Unbind(QObject* scope)
 QVector<FormProblem> FormEngine::Problems(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
-    StandingProblems found;
+    std::vector<StandingProblem> found;
     for (const Statement& statement : m_state.In(scope)) {
         if (statement->refused)
             RefreshEdit(statement);
-        found += statement->problems;
+        found.insert(found.end(), statement->problems.begin(), statement->problems.end());
     }
     for (const StandingProblem& failed : m_state.problems.Failed()) {
         if (failed.problem.object && FormState::IsIn(failed.problem.object, scope))
@@ -146,7 +146,7 @@ QVector<FormProblem> FormEngine::Problems(QObject* scope)
     std::sort(found.begin(), found.end(),
               [](const StandingProblem& left, const StandingProblem& right) { return left.number < right.number; });
     QVector<FormProblem> problems;
-    for (const StandingProblem& standing : qAsConst(found))
+    for (const StandingProblem& standing : found)
         problems.append(standing.problem);
     return problems;
 }
@@ -267,7 +267,7 @@ void FormEngine::OnChanged(WatchedProperty* property)
     if (!statement)
         return;
     ++statement->changes;
-    statement->access->Mirror(statement->object, statement->name);
+    statement->access->Mirror(statement->object);
     // What one write of a delivery does to a property that is still to be written is none of the user's.
     if (writer && statement->isDirty && !statement->isEdited) {
         statement->shown = statement->Read();

@@ -18,7 +18,7 @@ WatchedObject* FormObjects::Find(const QObject* object)
 WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
 {
     for (WatchedProperty& property : object->properties) {
-        if (property.name == name)
+        if (*property.name == name)
             return &property;
     }
     return nullptr;
@@ -39,7 +39,7 @@ WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
     WatchedObject* const watched = Get(object);
     auto last = watched->properties.before_begin();
     for (auto it = watched->properties.begin(); it != watched->properties.end(); last = it++) {
-        if (it->name == name)
+        if (*it->name == name)
             return &*it;
     }
     WatchedProperty& property = *watched->properties.emplace_after(last);
@@ -126,7 +126,7 @@ std::shared_ptr<const BoundAccess> FormObjects::Access(const QObject* object, co
 
 void FormObjects::AddReader(WatchedProperty* property, FormProperty* reader)
 {
-    reader->SetProperty(property, Access(property->owner->object, property->name));
+    reader->SetProperty(property, Access(property->owner->object, *property->name));
     reader->SetIndex(property->readers.size());
     property->readers.push_back(reader);
     if (property->statement)

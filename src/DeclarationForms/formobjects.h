@@ -4,11 +4,11 @@
 #include <QHash>
 #include <QObject>
 #include <QPair>
-#include <QSet>
 #include <QString>
 
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "DeclarationForms/watchedproperty.h"
@@ -23,8 +23,10 @@ class FormObjects
 public:
     FormObjects(SignalReceiver* receiver, QObject* filter) : m_receiver(receiver), m_filter(filter) {}
 
-    /// Null for one that is not among them.
+    /// Null for one that is not among them, or is destroyed.
     WatchedObject* Find(const QObject* object);
+    /// The object is among them from now on.
+    void Watch(QObject* object) { Get(object); }
     /// The property, which is among them from now on.
     WatchedProperty* Get(QObject* object, const QString& name);
     /// Null for one that is not among them.
@@ -60,8 +62,8 @@ public:
     /// Leads the reader nowhere.
     static void RemoveReader(FormProperty* reader);
 
-    /// One text for equal names.
-    QString Share(const QString& name) { return *m_names.insert(name); }
+    /// One text for equal names, which lives as long as this.
+    const QString* Share(const QString& name) { return &*m_names.insert(name).first; }
 
 private:
     WatchedObject* Get(QObject* object);
@@ -71,7 +73,7 @@ private:
     SignalReceiver* const m_receiver;
     QObject* const m_filter;
     Objects m_objects;
-    QSet<QString> m_names;
+    std::unordered_set<QString> m_names;
     QHash<QPair<const QMetaObject*, QString>, std::shared_ptr<const BoundAccess>> m_accesses;
     std::size_t m_adapterCount = 0; ///< When the first of these was made.
     QHash<const QMetaObject*, std::vector<int>> m_finishSignals;

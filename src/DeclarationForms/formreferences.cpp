@@ -30,11 +30,6 @@ StoreReport::~StoreReport()
     currentReport = m_outer;
 }
 
-FormVariable::FormVariable(const std::shared_ptr<WatchedVariable>& variable, bool readOnly)
-    : Expression(readOnly), m_variable(variable)
-{
-}
-
 QVariant FormVariable::Retrieve() const
 {
     return m_variable->Read();
@@ -44,11 +39,9 @@ bool FormVariable::Store(const QVariant& value)
 {
     if (m_readOnly)
         return false;
-    // A copy: whoever is notified may end the reference.
-    const std::shared_ptr<WatchedVariable> variable = m_variable;
-    if (variable->Write(value))
+    if (m_variable->Write(value))
         return true;
-    Refuse(QStringLiteral("the data layer does not take it for \"%1\"").arg(variable->Identifier().GetName()));
+    Refuse(QStringLiteral("the data layer does not take it for \"%1\"").arg(m_variable->Identifier().GetName()));
     return false;
 }
 
@@ -64,7 +57,7 @@ QVariant FormProperty::Retrieve() const
 {
     if (!m_property || m_property->IsAbsent())
         return QVariant();
-    return m_access->ReadPlain(m_property->owner->object, m_property->name);
+    return m_access->ReadPlain(m_property->owner->object);
 }
 
 bool FormProperty::Store(const QVariant& value)
@@ -78,7 +71,7 @@ bool FormProperty::Store(const QVariant& value)
     const std::shared_ptr<BoundStatement> statement = m_property->statement;
     if (statement && !statement->isWritable) {
         Refuse(QStringLiteral("it ends in %1 of %2, which only reads its statement")
-                   .arg(m_property->name, DescribeObject(m_property->owner->object)));
+                   .arg(*m_property->name, DescribeObject(m_property->owner->object)));
         return false;
     }
     if (statement && currentReport)
@@ -89,12 +82,11 @@ bool FormProperty::Store(const QVariant& value)
 bool FormProperty::Write(const QVariant& value)
 {
     const QPointer<QObject> object = m_property->owner->object;
-    const QString name = m_property->name;
     const std::shared_ptr<const BoundAccess> access = m_access;
     const QString refusal
-        = QStringLiteral("%1 of %2 does not take %3").arg(name, DescribeObject(object), FormValues::Describe(value));
-    access->Write(object, name, value);
-    if (object && access->Holds(object, name, access->Read(object, name), value))
+        = QStringLiteral("%1 of %2 does not take %3").arg(access->Name(), DescribeObject(object), FormValues::Describe(value));
+    access->Write(object, value);
+    if (object && access->Holds(object, access->Read(object), value))
         return true;
     Refuse(refusal);
     return false;

@@ -36,24 +36,27 @@ private:
 class FormVariable : public Expression
 {
 public:
-    FormVariable(const std::shared_ptr<WatchedVariable>& variable, bool readOnly);
+    FormVariable(WatchedVariable* variable, bool readOnly) : Expression(readOnly), m_variable(variable) {}
 
     QVariant Retrieve() const override;
     bool Store(const QVariant& value) override;
 
-    const std::shared_ptr<WatchedVariable>& Variable() const { return m_variable; }
+    WatchedVariable* Variable() const { return m_variable; }
 
     /// Of the statement; null for none.
     FormVariable* Next() const { return m_next; }
     void SetNext(FormVariable* next) { m_next = next; }
+    BoundStatement* Statement() const { return m_statement; }
+    void SetStatement(BoundStatement* statement) { m_statement = statement; }
     /// Among the readers of the variable.
     std::size_t Index() const { return m_index; }
     void SetIndex(std::size_t index) { m_index = static_cast<quint32>(index); }
 
 private:
     quint32 m_index = 0; // Beside what the base class has.
-    const std::shared_ptr<WatchedVariable> m_variable;
+    WatchedVariable* const m_variable;
     FormVariable* m_next = nullptr;
+    BoundStatement* m_statement = nullptr;
 };
 
 /// A reference to a property of an object, which need not exist yet. It has no value while the path leads
@@ -74,7 +77,7 @@ public:
     /// In the statement.
     const TextPlace& Place() const { return m_place; }
 
-    /// Of the statement; null for none.
+    /// As for FormVariable.
     FormProperty* Next() const { return m_next; }
     void SetNext(FormProperty* next) { m_next = next; }
     BoundStatement* Statement() const { return m_statement; }

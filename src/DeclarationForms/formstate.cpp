@@ -97,4 +97,5 @@ FormState::Guard::~Guard()
         return;
     // Deleting nodes runs nothing of the host.
     m_state.replaced.clear();
+    m_state.variables.Release();
 }

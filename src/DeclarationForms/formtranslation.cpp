@@ -97,7 +97,7 @@ void FormTranslation::Unbind(QObject* object, const QByteArray& name)
     // The next language may have a statement again.
     m_state.objects.WatchTexts(object);
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
-    if (statement && statement->marked == marked)
+    if (statement && *statement->marked == marked)
         m_binder.Unbind(statement);
 }
 
@@ -106,9 +106,9 @@ void FormTranslation::Bind(QObject* object, const QByteArray& name)
     const QString marked = QString::fromUtf8(name);
     const QVariant text = object->property(name);
     const std::shared_ptr<BoundStatement> statement = m_state.Find(object, PropertyInfo::ToNormal(marked));
-    if (!statement || (statement->marked == marked && statement->text != text.toString()))
+    if (!statement || (*statement->marked == marked && statement->text != text.toString()))
         m_binder.Bind(MarkedProperty{object, marked, text}, statement ? statement->source : m_state.source);
-    else if (statement->marked == marked)
+    else if (*statement->marked == marked)
         m_state.problems.RemoveFailed(object, marked);
     else
         m_binder.TellDuplicate(MarkedProperty{object, marked, text});

@@ -1,7 +1,6 @@
 #ifndef FORMWALK_H
 #define FORMWALK_H
 
-#include <QPointer>
 #include <QString>
 #include <QVariant>
 
@@ -12,7 +11,7 @@ class QObject;
 /// A marked dynamic property.
 struct MarkedProperty
 {
-    QPointer<QObject> object;
+    QObject* object;
     QString name; ///< With its marker.
     QVariant text;
     bool mayHaveFormat = true; ///< For its numbers, in another dynamic property.

@@ -21,18 +21,13 @@ FormProblem::Severity SeverityOf(FormProblem::Kind kind)
     }
 }
 
+/// Null where there is none.
 StandingProblem* Find(StandingProblems* problems, FormProblem::Kind kind, int cause)
 {
     const auto found = std::find_if(problems->begin(), problems->end(), [=](const StandingProblem& standing) {
         return standing.problem.kind == kind && standing.cause == cause;
     });
     return found == problems->end() ? nullptr : &*found;
-}
-
-template<typename Predicate>
-void Erase(StandingProblems* problems, Predicate isMeant)
-{
-    problems->erase(std::remove_if(problems->begin(), problems->end(), isMeant), problems->end());
 }
 
 } // namespace
@@ -58,12 +53,12 @@ FormProblem ProblemBook::Make(QObject* object, const QString& property, const QS
 FormProblem ProblemBook::Add(const std::shared_ptr<BoundStatement>& statement, FormProblem::Kind kind, int cause,
                              const QString& reason, const TextPlace& place)
 {
-    const FormProblem problem = Make(statement->object, statement->marked, statement->text, kind, reason, place);
+    const FormProblem problem = Make(statement->object, *statement->marked, statement->text, kind, reason, place);
     if (StandingProblem* const standing = Find(&statement->problems, kind, cause)) {
         standing->problem = problem;
         return problem;
     }
-    statement->problems.push_back({problem, cause, ++m_count});
+    statement->problems.push_front({problem, cause, ++m_count});
     m_untold.push_back({statement, problem, cause, false});
     return problem;
 }
@@ -72,15 +67,15 @@ void ProblemBook::Remove(BoundStatement* statement, FormProblem::Kind kind)
 {
     if (statement->problems.empty()) // As a rule.
         return;
-    Erase(&statement->problems, [=](const StandingProblem& standing) { return standing.problem.kind == kind; });
+    statement->problems.remove_if([=](const StandingProblem& standing) { return standing.problem.kind == kind; });
 }
 
 void ProblemBook::Remove(BoundStatement* statement, FormProblem::Kind kind, int cause)
 {
     if (statement->problems.empty())
         return;
-    Erase(&statement->problems,
-          [=](const StandingProblem& standing) { return standing.problem.kind == kind && standing.cause == cause; });
+    statement->problems.remove_if(
+        [=](const StandingProblem& standing) { return standing.problem.kind == kind && standing.cause == cause; });
 }
 
 bool ProblemBook::Has(const BoundStatement& statement, FormProblem::Kind kind)
@@ -100,23 +95,22 @@ void ProblemBook::AddFailed(const FormProblem& problem)
             && found->problem.statement == problem.statement;
         if (isKnown)
             return;
-        if (found != m_failed.end())
-            m_failed.erase(found);
-        m_failed.push_back({problem, 0, ++m_count});
+        m_failed.remove_if(isSame);
+        m_failed.push_front({problem, 0, ++m_count});
     }
     m_untold.push_back({std::weak_ptr<BoundStatement>(), problem, 0, true});
 }
 
 void ProblemBook::RemoveFailed(const QObject* object, const QString& property)
 {
-    Erase(&m_failed, [&](const StandingProblem& standing) {
+    m_failed.remove_if([&](const StandingProblem& standing) {
         return standing.problem.object == object && standing.problem.property == property;
     });
 }
 
 void ProblemBook::RemoveFailed(const std::function<bool(const QObject*)>& isMeant)
 {
-    Erase(&m_failed, [&](const StandingProblem& standing) {
+    m_failed.remove_if([&](const StandingProblem& standing) {
         return !standing.problem.object || isMeant(standing.problem.object);
     });
 }

@@ -2,9 +2,9 @@
 #define PROBLEMBOOK_H
 
 #include <QString>
-#include <QVector>
 
 #include <deque>
+#include <forward_list>
 #include <functional>
 #include <memory>
 
@@ -21,7 +21,7 @@ struct StandingProblem
     quint64 number; ///< In the order found.
 };
 
-typedef QVector<StandingProblem> StandingProblems;
+typedef std::forward_list<StandingProblem> StandingProblems; ///< One pointer: most statements have none.
 
 /// Keeps the problems of a form, and which of them have not been told yet.
 class ProblemBook

@@ -98,7 +98,7 @@ private:
 /// A bound that reads the value it bounds comes first all the same.
 bool IsBoundOf(const BoundStatement& statement, const WatchedProperty& property)
 {
-    return statement.property->owner == property.owner && PropertyOrder::Bounds(statement.name, property.name);
+    return statement.property->owner == property.owner && PropertyOrder::Bounds(statement.Name(), *property.name);
 }
 
 /// The statement that writes what the reference reads, if that makes the reader wait.
@@ -172,7 +172,7 @@ private:
         if (level == WithReferences || statement.property->owner->boundCount < 2)
             return;
         for (const WatchedProperty& sibling : statement.property->owner->properties) {
-            if (sibling.statement && PropertyOrder::Bounds(sibling.name, statement.name))
+            if (sibling.statement && PropertyOrder::Bounds(*sibling.name, statement.Name()))
                 AddEdge(node, *sibling.statement, graph);
         }
     }

@@ -61,7 +61,7 @@ bool StatementCompiler::Compile(const QString& statement, IDataPeer* peer, const
         compiled->properties = ReferenceChain<FormProperty>(m_propertyNodes);
         return true;
     }
-    for (const std::shared_ptr<WatchedVariable>& variable : m_found)
+    for (const WatchedVariable* const variable : m_found)
         m_variables->Discard(*variable);
     *compiled = CompiledStatement();
     return false;

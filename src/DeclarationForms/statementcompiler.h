@@ -55,7 +55,7 @@ private:
     WatchedVariables* const m_variables;
     Parser m_parser;
     std::vector<ReadToken> m_tokens;
-    std::vector<std::shared_ptr<WatchedVariable>> m_found;
+    std::vector<WatchedVariable*> m_found;
     std::vector<FormVariable*> m_variableNodes;
     std::vector<FormProperty*> m_propertyNodes;
     CompiledStatement* m_compiled = nullptr;

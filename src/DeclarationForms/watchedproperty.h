@@ -17,7 +17,7 @@ struct WatchedObject;
 struct WatchedProperty
 {
     WatchedObject* owner;
-    QString name;      ///< Without marker.
+    const QString* name = nullptr; ///< Without marker; one of those that FormObjects keeps.
     QVariant original; ///< What Designer gave: what it held when it was first bound.
     std::shared_ptr<BoundStatement> statement;
     std::vector<FormProperty*> readers;

@@ -1,5 +1,7 @@
 #include "DeclarationForms/watchedvariable.h"
 
+#include <utility>
+
 #include "DataLayer/idatapeer.h"
 #include "DeclarationForms/changegatherer.h"
 #include "DeclarationForms/formreferences.h"
@@ -54,30 +56,26 @@ void WatchedVariable::OnNotify(const VariableIdentifier&)
         m_owner->Gatherer()->Add(shared_from_this());
 }
 
-std::shared_ptr<WatchedVariable> WatchedVariables::Find(IDataPeer* peer, const VariableIdentifier& identifier)
+WatchedVariable* WatchedVariables::Find(IDataPeer* peer, const VariableIdentifier& identifier)
 {
-    std::weak_ptr<WatchedVariable>& known = m_variables[Key(peer, identifier)];
-    std::shared_ptr<WatchedVariable> variable = known.lock();
-    if (!variable) {
+    std::shared_ptr<WatchedVariable>& variable = m_variables[Key(peer, identifier)];
+    if (!variable)
         variable = std::make_shared<WatchedVariable>(peer, identifier, this);
-        known = variable;
-    }
-    return variable;
+    return variable.get();
 }
 
-void WatchedVariables::Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader,
-                           BoundStatement* statement)
+void WatchedVariables::Add(WatchedVariable* variable, FormVariable* reader)
 {
     reader->SetIndex(variable->readers.size());
-    variable->readers.push_back({reader, statement});
+    variable->readers.push_back(reader);
     if (variable->readers.size() == 1)
         variable->Subscribe();
 }
 
-void WatchedVariables::Remove(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader)
+void WatchedVariables::Remove(WatchedVariable* variable, FormVariable* reader)
 {
-    std::vector<WatchedVariable::Reader>& readers = variable->readers;
-    readers.back().node->SetIndex(reader->Index());
+    std::vector<FormVariable*>& readers = variable->readers;
+    readers.back()->SetIndex(reader->Index());
     readers[reader->Index()] = readers.back();
     readers.pop_back();
     if (!readers.empty())
@@ -88,6 +86,9 @@ void WatchedVariables::Remove(const std::shared_ptr<WatchedVariable>& variable, 
 
 void WatchedVariables::Discard(const WatchedVariable& variable)
 {
-    if (variable.readers.empty())
-        m_variables.erase(Key(variable.Peer(), variable.Identifier()));
+    const auto known = m_variables.find(Key(variable.Peer(), variable.Identifier()));
+    if (!variable.readers.empty() || known == m_variables.end())
+        return;
+    m_discarded.push_back(std::move(known->second));
+    m_variables.erase(known);
 }

@@ -12,7 +12,6 @@
 #include "DataLayer/variableidentifier.h"
 #include "DeclarationForms/variablecache.h"
 
-class BoundStatement;
 class ChangeGatherer;
 class FormVariable;
 class IDataPeer;
@@ -42,12 +41,7 @@ public:
     /// Whether it may have another value than at the last delivery.
     bool MayHaveChanged() const { return m_isGathered || !m_isObserved; }
 
-    struct Reader
-    {
-        FormVariable* node;
-        BoundStatement* statement;
-    };
-    std::vector<Reader> readers; ///< In the thread of the widgets.
+    std::vector<FormVariable*> readers; ///< In the thread of the widgets.
 
 private:
     const VariableIdentifier m_identifier;
@@ -67,11 +61,13 @@ public:
     VariableCache* Cache() { return &m_cache; }
 
     /// The variable, subscribed to as long as it has readers.
-    std::shared_ptr<WatchedVariable> Find(IDataPeer* peer, const VariableIdentifier& identifier);
-    void Add(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader, BoundStatement* statement);
-    void Remove(const std::shared_ptr<WatchedVariable>& variable, FormVariable* reader);
+    WatchedVariable* Find(IDataPeer* peer, const VariableIdentifier& identifier);
+    static void Add(WatchedVariable* variable, FormVariable* reader);
+    void Remove(WatchedVariable* variable, FormVariable* reader);
     /// Forgets a variable that was found and has no reader.
     void Discard(const WatchedVariable& variable);
+    /// Deletes what was forgotten; nodes may have used it until now.
+    void Release() { m_discarded.clear(); }
 
 private:
     typedef std::pair<IDataPeer*, VariableIdentifier> Key;
@@ -82,7 +78,8 @@ private:
 
     ChangeGatherer* const m_gatherer;
     VariableCache m_cache;
-    std::unordered_map<Key, std::weak_ptr<WatchedVariable>, KeyHash> m_variables;
+    std::unordered_map<Key, std::shared_ptr<WatchedVariable>, KeyHash> m_variables;
+    std::vector<std::shared_ptr<WatchedVariable>> m_discarded;
 };
 
 #endif
