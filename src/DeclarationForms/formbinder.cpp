@@ -31,37 +31,36 @@ FormBinder::FormBinder(FormState* state, FormEdits* edits, FormDelivery* deliver
 
 bool FormBinder::Bind(QObject* scope)
 {
-    MarkedProperties properties = FormWalk::Collect(scope);
-    // Any of them may be destroyed meanwhile.
-    for (const MarkedProperty& property : properties)
-        m_state.objects.Watch(property.object);
     bool hasNoError = true;
-    const QObject* object = nullptr;
-    QString first;
-    QSet<QString> names; // Of this object, whose properties follow each other; if it has more than the first.
-    // What is done makes room for what it was bound to.
-    for (; !properties.empty(); properties.pop_front()) {
-        const MarkedProperty& property = properties.front();
-        if (m_state.isClosed)
-            return false;
-        if (!m_state.objects.Find(property.object))
-            continue;
+    FormWalk::Visit(scope, [this, &hasNoError](QObject* object) {
+        hasNoError = BindMarked(object) && hasNoError;
+        return !m_state.isClosed;
+    });
+    ResolveAgain();
+    m_paths.Clear();
+    return hasNoError && !m_state.isClosed;
+}
+
+bool FormBinder::BindMarked(QObject* object)
+{
+    const MarkedProperties properties = FormWalk::MarkedOf(object);
+    if (properties.empty())
+        return true;
+    // What is read and told here may destroy it.
+    m_state.objects.Watch(object);
+    bool hasNoError = true;
+    QSet<QString> names;
+    for (const MarkedProperty& property : properties) {
+        if (m_state.isClosed || !m_state.objects.Find(object))
+            break;
         const QString name = NormalName(property.name);
-        bool isDuplicate = false;
-        if (property.object != object) {
-            object = property.object;
-            first = name;
-            names.clear();
-        } else {
-            isDuplicate = name == first || names.contains(name);
+        const bool isDuplicate = names.contains(name);
+        if (properties.size() > 1)
             names.insert(name);
-        }
         if (isDuplicate)
             TellDuplicate(property);
         hasNoError = !isDuplicate && Bind(property, m_state.source) && hasNoError;
     }
-    ResolveAgain();
-    m_paths.Clear();
     return hasNoError;
 }
 

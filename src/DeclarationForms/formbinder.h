@@ -50,6 +50,8 @@ public:
 private:
     typedef std::shared_ptr<const BoundAccess> Access;
 
+    /// The marked properties of one object.
+    bool BindMarked(QObject* object);
     bool Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
               const TextPlace& place = TextPlace(-1, 0));
     bool Check(const MarkedProperty& property, const QString& name);

@@ -215,7 +215,7 @@ void FormDelivery::Run(bool withVariables)
     UpdateOrder();
     if (withVariables)
         MarkVariables();
-    const VariableCache::Use cached(m_state.variables.Cache());
+    const WatchedVariables::Reader reader(&m_state.variables);
     const bool isInner = m_number != 0;
     if (isInner || !FormObserver::Installed()) {
         EvaluateMarked();

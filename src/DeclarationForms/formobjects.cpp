@@ -11,8 +11,13 @@
 
 WatchedObject* FormObjects::Find(const QObject* object)
 {
+    if (m_last && m_last->object == object)
+        return m_last;
     const auto found = m_objects.find(object);
-    return found == m_objects.end() ? nullptr : &found->second;
+    if (found == m_objects.end())
+        return nullptr;
+    m_last = &found->second;
+    return m_last;
 }
 
 WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
@@ -26,7 +31,10 @@ WatchedProperty* FormObjects::Find(WatchedObject* object, const QString& name)
 
 WatchedObject* FormObjects::Get(QObject* object)
 {
+    if (m_last && m_last->object == object)
+        return m_last;
     WatchedObject* const watched = &m_objects[object];
+    m_last = watched;
     if (!watched->object) {
         watched->object = object;
         watched->destroyedSlot = m_receiver->WatchDestruction(watched);
@@ -50,6 +58,7 @@ WatchedProperty* FormObjects::Get(QObject* object, const QString& name)
 
 FormObjects::Objects::node_type FormObjects::Take(const WatchedObject* object)
 {
+    m_last = nullptr;
     Objects::node_type taken = m_objects.extract(object->object);
     ForgetClasses();
     for (const WatchedProperty& property : taken.mapped().properties)

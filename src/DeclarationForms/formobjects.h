@@ -73,6 +73,7 @@ private:
     SignalReceiver* const m_receiver;
     QObject* const m_filter;
     Objects m_objects;
+    WatchedObject* m_last = nullptr; ///< Which was looked for last.
     std::unordered_set<QString> m_names;
     QHash<QPair<const QMetaObject*, QString>, std::shared_ptr<const BoundAccess>> m_accesses;
     std::size_t m_adapterCount = 0; ///< When the first of these was made.

@@ -1,44 +1,66 @@
 #include "DeclarationForms/formwalk.h"
 
 #include <QObject>
+#include <QPointer>
 
 #include <algorithm>
-#include <vector>
 
 namespace {
 
 const char* const FormatSuffix = "_format";
 
-/// Where the property before has the same name, both share it.
-QString NameOf(const QByteArray& name, const MarkedProperties& properties)
+/// An object whose children are visited.
+struct Level
 {
-    const QString text = QString::fromUtf8(name);
-    return !properties.empty() && properties.back().name == text ? properties.back().name : text;
-}
+    QPointer<QObject> parent;
+    int next;
+    const QObject* last; ///< Visited before the next one; null for none. It need not exist any more.
+};
 
-void CollectFrom(QObject* object, MarkedProperties* properties)
+/// The next child; null when there is none.
+QObject* TakeNext(Level* level)
 {
-    const QList<QByteArray> names = object->dynamicPropertyNames();
-    const bool mayHaveFormat = std::any_of(names.begin(), names.end(), FormWalk::IsFormat);
-    for (const QByteArray& name : names) {
-        if (FormWalk::IsMarked(name))
-            properties->push_back({object, NameOf(name, *properties), object->property(name), mayHaveFormat});
+    if (!level->parent)
+        return nullptr;
+    const QObjectList& children = level->parent->children();
+    // Others may have come or gone before it, or it itself.
+    if (level->last && children.value(level->next - 1) != level->last) {
+        const int place = static_cast<int>(children.indexOf(const_cast<QObject*>(level->last)));
+        level->next = place < 0 ? level->next - 1 : place + 1;
     }
+    QObject* const child = children.value(level->next++);
+    level->last = child;
+    return child;
 }
 
 } // namespace
 
-MarkedProperties FormWalk::Collect(QObject* scope)
+void FormWalk::Visit(QObject* scope, const std::function<bool(QObject*)>& visit)
+{
+    // Without recursion: nobody limits how deep a form is.
+    std::vector<Level> levels;
+    for (QObject* object = scope; object;) {
+        if (!object->children().isEmpty())
+            levels.push_back({object, 0, nullptr});
+        if (!visit(object))
+            return;
+        object = nullptr;
+        while (!object && !levels.empty()) {
+            object = TakeNext(&levels.back());
+            if (!object)
+                levels.pop_back();
+        }
+    }
+}
+
+MarkedProperties FormWalk::MarkedOf(QObject* object)
 {
     MarkedProperties properties;
-    // Without recursion: nobody limits how deep a form is.
-    std::vector<QObject*> waiting = {scope};
-    while (!waiting.empty()) {
-        QObject* const object = waiting.back();
-        waiting.pop_back();
-        CollectFrom(object, &properties);
-        const QObjectList& children = object->children();
-        waiting.insert(waiting.end(), children.rbegin(), children.rend());
+    const QList<QByteArray> names = object->dynamicPropertyNames();
+    const bool mayHaveFormat = std::any_of(names.begin(), names.end(), IsFormat);
+    for (const QByteArray& name : names) {
+        if (IsMarked(name))
+            properties.push_back({object, QString::fromUtf8(name), object->property(name), mayHaveFormat});
     }
     return properties;
 }

@@ -4,7 +4,8 @@
 #include <QString>
 #include <QVariant>
 
-#include <deque>
+#include <functional>
+#include <vector>
 
 class QObject;
 
@@ -17,14 +18,17 @@ struct MarkedProperty
     bool mayHaveFormat = true; ///< For its numbers, in another dynamic property.
 };
 
-typedef std::deque<MarkedProperty> MarkedProperties;
+typedef std::vector<MarkedProperty> MarkedProperties;
 
 /// The walk through the objects of a form.
 namespace FormWalk {
 
-/// The marked properties of \a scope and all below it, in the order of QObject::children(), each object with all
-/// below it before the next; of one object in the order in which they were set.
-MarkedProperties Collect(QObject* scope);
+/// Visits \a scope and all below it, in the order of QObject::children(), each object with all below it before the
+/// next, for as long as \a visit answers true. A visit may destroy any of them, which are not visited then.
+void Visit(QObject* scope, const std::function<bool(QObject*)>& visit);
+
+/// The marked properties of the object, in the order in which they were set.
+MarkedProperties MarkedOf(QObject* object);
 
 /// Whether the dynamic property of that name is a marked one, and not Qt's own.
 bool IsMarked(const QByteArray& name);

@@ -1,5 +1,6 @@
 #include "DeclarationForms/watchedvariable.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "DataLayer/idatapeer.h"
@@ -18,35 +19,33 @@ void WatchedVariable::Subscribe()
 
 void WatchedVariable::Unsubscribe()
 {
-    m_owner->Cache()->Forget(this);
     m_isObserved = false;
     if (m_peer)
         m_peer->RemoveObserver(this);
 }
 
-QVariant WatchedVariable::Read() const
+QVariant WatchedVariable::Read()
 {
     static const QVariant none;
     if (!m_peer)
         return none;
-    if (MayHaveChanged())
-        return m_peer->GetValue(m_identifier, none);
-    VariableCache* const cache = m_owner->Cache();
-    if (const QVariant* const known = cache->Find(this))
-        return *known;
-    const QVariant value = m_peer->GetValue(m_identifier, none);
+    const quint64 reading = MayHaveChanged() ? 0 : m_owner->Reading();
+    if (reading != 0 && reading == m_reading)
+        return m_value;
+    QVariant value = m_peer->GetValue(m_identifier, none);
     // The host's peer may have run anything.
-    if (!MayHaveChanged())
-        cache->Put(this, value);
+    if (reading != 0 && !MayHaveChanged() && reading == m_owner->Reading()) {
+        m_value = value;
+        m_reading = reading;
+    }
     return value;
 }
 
 bool WatchedVariable::Write(const QVariant& value)
 {
     const bool isTaken = m_peer && m_peer->ChangeValue(m_identifier, value, IDataPeer::ChangeValueFlags());
-    // Its peer may tell later.
-    if (m_isObserved)
-        m_owner->Cache()->Forget(this);
+    // The peer may tell later.
+    m_reading = 0;
     return isTaken;
 }
 
@@ -58,10 +57,20 @@ void WatchedVariable::OnNotify(const VariableIdentifier&)
 
 WatchedVariable* WatchedVariables::Find(IDataPeer* peer, const VariableIdentifier& identifier)
 {
-    std::shared_ptr<WatchedVariable>& variable = m_variables[Key(peer, identifier)];
-    if (!variable)
-        variable = std::make_shared<WatchedVariable>(peer, identifier, this);
-    return variable.get();
+    auto known = Position(peer, identifier);
+    if (known == m_variables.end())
+        known = m_variables.emplace(qHash(identifier), std::make_shared<WatchedVariable>(peer, identifier, this));
+    return known->second.get();
+}
+
+WatchedVariables::Variables::iterator WatchedVariables::Position(const IDataPeer* peer,
+                                                                 const VariableIdentifier& identifier)
+{
+    const auto range = m_variables.equal_range(qHash(identifier));
+    const auto known = std::find_if(range.first, range.second, [&](const Variables::value_type& variable) {
+        return variable.second->Peer() == peer && variable.second->Identifier() == identifier;
+    });
+    return known == range.second ? m_variables.end() : known;
 }
 
 void WatchedVariables::Add(WatchedVariable* variable, FormVariable* reader)
@@ -86,9 +95,22 @@ void WatchedVariables::Remove(WatchedVariable* variable, FormVariable* reader)
 
 void WatchedVariables::Discard(const WatchedVariable& variable)
 {
-    const auto known = m_variables.find(Key(variable.Peer(), variable.Identifier()));
+    const auto known = Position(variable.Peer(), variable.Identifier());
     if (!variable.readers.empty() || known == m_variables.end())
         return;
     m_discarded.push_back(std::move(known->second));
     m_variables.erase(known);
+}
+
+WatchedVariables::Reader::Reader(WatchedVariables* variables)
+    : m_variables(*variables), m_isInner(variables->m_reading != 0)
+{
+    m_variables.m_reading = ++m_variables.m_lastReading;
+}
+
+/// One that runs around it goes on with what this has read.
+WatchedVariables::Reader::~Reader()
+{
+    if (!m_isInner)
+        m_variables.m_reading = 0;
 }

@@ -10,7 +10,6 @@
 
 #include "DataLayer/idataobserver.h"
 #include "DataLayer/variableidentifier.h"
-#include "DeclarationForms/variablecache.h"
 
 class ChangeGatherer;
 class FormVariable;
@@ -31,8 +30,8 @@ public:
 
     const VariableIdentifier& Identifier() const { return m_identifier; }
     IDataPeer* Peer() const { return m_peer; }
-    /// While a delivery reads, what it has read, unless it has changed since.
-    QVariant Read() const;
+    /// What it holds. While a delivery reads it is asked for once, unless it changes meanwhile.
+    QVariant Read();
     bool Write(const QVariant& value);
 
     void OnNotify(const VariableIdentifier& identifier) override;
@@ -49,6 +48,8 @@ private:
     WatchedVariables* const m_owner; ///< It need not exist any more once this is not subscribed.
     std::atomic<bool> m_isGathered{false};
     bool m_isObserved = false; ///< The peer answered that it would tell.
+    QVariant m_value;          ///< As it was read last.
+    quint64 m_reading = 0;     ///< In which of the owner's that was; 0 for none.
 };
 
 /// The variables of a form. In the thread of the widgets.
@@ -58,7 +59,8 @@ public:
     explicit WatchedVariables(ChangeGatherer* gatherer) : m_gatherer(gatherer) {}
 
     ChangeGatherer* Gatherer() const { return m_gatherer; }
-    VariableCache* Cache() { return &m_cache; }
+    /// The number of the reading that runs; 0 for none.
+    quint64 Reading() const { return m_reading; }
 
     /// The variable, subscribed to as long as it has readers.
     WatchedVariable* Find(IDataPeer* peer, const VariableIdentifier& identifier);
@@ -69,16 +71,29 @@ public:
     /// Deletes what was forgotten; nodes may have used it until now.
     void Release() { m_discarded.clear(); }
 
-private:
-    typedef std::pair<IDataPeer*, VariableIdentifier> Key;
-    struct KeyHash
+    /// While one lives, what the variables hold is read once. What was read before it is not known any more.
+    class Reader
     {
-        std::size_t operator()(const Key& key) const { return qHash(key.second) ^ std::hash<IDataPeer*>()(key.first); }
+    public:
+        explicit Reader(WatchedVariables* variables);
+        ~Reader();
+
+    private:
+        Q_DISABLE_COPY(Reader)
+
+        WatchedVariables& m_variables;
+        const bool m_isInner;
     };
 
+private:
+    typedef std::unordered_multimap<uint, std::shared_ptr<WatchedVariable>> Variables;
+
+    Variables::iterator Position(const IDataPeer* peer, const VariableIdentifier& identifier);
+
     ChangeGatherer* const m_gatherer;
-    VariableCache m_cache;
-    std::unordered_map<Key, std::shared_ptr<WatchedVariable>, KeyHash> m_variables;
+    quint64 m_reading = 0;
+    quint64 m_lastReading = 0;
+    Variables m_variables; ///< By their identifiers' hashes: each names itself, and there are thousands.
     std::vector<std::shared_ptr<WatchedVariable>> m_discarded;
 };
 
