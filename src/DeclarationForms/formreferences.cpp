@@ -83,8 +83,8 @@ bool FormProperty::Write(const QVariant& value)
 {
     const QPointer<QObject> object = m_property->owner->object;
     const std::shared_ptr<const BoundAccess> access = m_access;
-    const QString refusal
-        = QStringLiteral("%1 of %2 does not take %3").arg(access->Name(), DescribeObject(object), FormValues::Describe(value));
+    const QString refusal = QStringLiteral("%1 of %2 does not take %3")
+                                .arg(access->Name(), DescribeObject(object), FormValues::Describe(value));
     access->Write(object, value);
     if (object && access->Holds(object, access->Read(object), value))
         return true;

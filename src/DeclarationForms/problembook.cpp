@@ -110,9 +110,8 @@ void ProblemBook::RemoveFailed(const QObject* object, const QString& property)
 
 void ProblemBook::RemoveFailed(const std::function<bool(const QObject*)>& isMeant)
 {
-    m_failed.remove_if([&](const StandingProblem& standing) {
-        return !standing.problem.object || isMeant(standing.problem.object);
-    });
+    m_failed.remove_if(
+        [&](const StandingProblem& standing) { return !standing.problem.object || isMeant(standing.problem.object); });
 }
 
 bool ProblemBook::TakeUntold(FormProblem* problem)

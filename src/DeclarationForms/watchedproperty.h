@@ -18,7 +18,7 @@ struct WatchedProperty
 {
     WatchedObject* owner;
     const QString* name = nullptr; ///< Without marker; one of those that FormObjects keeps.
-    QVariant original; ///< What Designer gave: what it held when it was first bound.
+    QVariant original;             ///< What Designer gave: what it held when it was first bound.
     std::shared_ptr<BoundStatement> statement;
     std::vector<FormProperty*> readers;
     int slot = -1;            ///< Of the SignalReceiver, for changes; -1 while they are not watched.
