@@ -10,26 +10,26 @@ namespace {
 const char* const FormatSuffix = "_format";
 
 /// An object whose children are visited.
-struct Level
+struct Parent
 {
-    QPointer<QObject> parent;
+    QPointer<QObject> object;
     int next;
     const QObject* last; ///< Visited before the next one; null for none. It need not exist any more.
 };
 
 /// The next child; null when there is none.
-QObject* TakeNext(Level* level)
+QObject* TakeNext(Parent* parent)
 {
-    if (!level->parent)
+    if (!parent->object)
         return nullptr;
-    const QObjectList& children = level->parent->children();
+    const QObjectList& children = parent->object->children();
     // Others may have come or gone before it, or it itself.
-    if (level->last && children.value(level->next - 1) != level->last) {
-        const int place = static_cast<int>(children.indexOf(const_cast<QObject*>(level->last)));
-        level->next = place < 0 ? level->next - 1 : place + 1;
+    if (parent->last && children.value(parent->next - 1) != parent->last) {
+        const int place = static_cast<int>(children.indexOf(const_cast<QObject*>(parent->last)));
+        parent->next = place < 0 ? parent->next - 1 : place + 1;
     }
-    QObject* const child = children.value(level->next++);
-    level->last = child;
+    QObject* const child = children.value(parent->next++);
+    parent->last = child;
     return child;
 }
 
@@ -38,17 +38,17 @@ QObject* TakeNext(Level* level)
 void FormWalk::Visit(QObject* scope, const std::function<bool(QObject*)>& visit)
 {
     // Without recursion: nobody limits how deep a form is.
-    std::vector<Level> levels;
+    std::vector<Parent> parents;
     for (QObject* object = scope; object;) {
         if (!object->children().isEmpty())
-            levels.push_back({object, 0, nullptr});
+            parents.push_back({object, 0, nullptr});
         if (!visit(object))
             return;
         object = nullptr;
-        while (!object && !levels.empty()) {
-            object = TakeNext(&levels.back());
+        while (!object && !parents.empty()) {
+            object = TakeNext(&parents.back());
             if (!object)
-                levels.pop_back();
+                parents.pop_back();
         }
     }
 }
