@@ -16,6 +16,7 @@ class FormDeliveryTest : public QObject
 
 private Q_SLOTS:
     void Burst();
+    void ReadOnce();
     void Interval();
     void Threads();
     void Translation_data();
@@ -29,6 +30,8 @@ private Q_SLOTS:
     void TranslationUnbinds();
     void Destruction_data();
     void Destruction();
+    void Getters_data();
+    void Getters();
 };
 
 void FormDeliveryTest::Burst()
@@ -52,6 +55,25 @@ void FormDeliveryTest::Burst()
     for (const BoundProperty& bound : form.m_binding->BoundProperties())
         QCOMPARE(bound.evaluations, quint64(3));
     QCOMPARE(labels.last()->text(), QString("99"));
+}
+
+/// A variable is asked for once in a delivery, and again when it changes meanwhile.
+void FormDeliveryTest::ReadOnce()
+{
+    Form form;
+    QLineEdit* const edit = form.Add<QLineEdit>("e", {{"~text", "a"}});
+    form.Add<QLabel>("first", {{"~text", "a + b"}});
+    QLabel* const last = form.Add<QLabel>("last", {{"~text", "b + a"}});
+    form.m_binding->Bind();
+    form.m_peer.m_reads.clear();
+    form.m_peer.Set("a", 1);
+    form.m_peer.Set("b", 2.0);
+    form.Turn();
+    QCOMPARE(form.m_peer.m_reads, QString("ab"));
+    connect(edit, &QLineEdit::textChanged, [&] { form.m_peer.Set("a", 5); });
+    form.m_peer.Set("a", 3);
+    form.Turn();
+    QCOMPARE(last->text(), QString("7"));
 }
 
 void FormDeliveryTest::Interval()
@@ -466,6 +488,78 @@ void FormDeliveryTest::Destruction()
     for (int i = 0; i < 3; ++i)
         QCoreApplication::processEvents();
     peer.m_called = [] {};
+    delete binding;
+    delete form;
+    QCOMPARE(peer.m_observers.count(), 0);
+}
+
+/// An object whose getter runs anything, once.
+class Meddler : public QObject
+{
+    Q_OBJECT
+    Q_PROPERTY(QString text READ Text WRITE SetText)
+
+public:
+    using QObject::QObject;
+    QString Text() const
+    {
+        if (m_meddle)
+            std::exchange(m_meddle, nullptr)();
+        return QString();
+    }
+    void SetText(const QString&) {}
+
+    mutable std::function<void()> m_meddle;
+};
+
+/// What a getter does when it is called first: by a binding, or by a format that is set later.
+void FormDeliveryTest::Getters_data()
+{
+    QTest::addColumn<bool>("isBound");
+    QTest::addColumn<QString>("action");
+    for (const char* action : {"object", "form", "binding", "unbind", "bind", "bind and unbind"}) {
+        QTest::addRow("bind, %s", action) << false << action;
+        QTest::addRow("format, %s", action) << true << action;
+    }
+}
+
+void FormDeliveryTest::Getters()
+{
+    QFETCH(bool, isBound);
+    QFETCH(QString, action);
+    FormPeer peer;
+    QPointer<QWidget> form = new QWidget;
+    QPointer<FormBinding> binding = new FormBinding(form);
+    binding->SetDataPeer(&peer);
+    const QPointer<Meddler> meddler = new Meddler(form);
+    QLabel* const other = new QLabel(form);
+    meddler->setProperty("_text", "v");
+    const auto meddle = [&] {
+        if (action == "object")
+            delete meddler;
+        else if (action == "form")
+            delete form;
+        else if (action == "binding")
+            delete binding;
+        if (action.startsWith("bind "))
+            binding->Bind(other, "~text", "v");
+        else if (action == "bind")
+            binding->Bind(meddler, "_text", "v + 0");
+        if (action.endsWith("unbind"))
+            binding->Unbind();
+    };
+    if (isBound)
+        binding->Bind();
+    meddler->m_meddle = meddle;
+    if (isBound)
+        meddler->setProperty("text_format", "{:.1f}");
+    else
+        QCOMPARE(binding->Bind(), action != "binding");
+    QCoreApplication::processEvents();
+    peer.Set("v", 1);
+    QCoreApplication::processEvents();
+    const bool hasReader = binding && meddler && (isBound ? !action.endsWith("unbind") : true);
+    QCOMPARE(peer.m_observers.count(), int(hasReader));
     delete binding;
     delete form;
     QCOMPARE(peer.m_observers.count(), 0);

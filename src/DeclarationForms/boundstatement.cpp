@@ -33,7 +33,7 @@ bool BoundStatement::HoldsTarget(const QVariant& held) const
     return IsPlain() ? Holds(held, value) : Holds(held, Target());
 }
 
-void BoundStatement::ReadFormat()
+void BoundStatement::ReadFormat(const QVariant& held)
 {
     QString text;
     // Most objects have few dynamic properties, and their classes many others.
@@ -42,7 +42,7 @@ void BoundStatement::ReadFormat()
         if (FormWalk::IsFormat(formatName) && FormWalk::FormattedBy(formatName) == Name())
             text = object->property(formatName).toString();
     }
-    const bool takesText = !text.isEmpty() && (Read().userType() == QMetaType::QString || property->isUnknown);
+    const bool takesText = !text.isEmpty() && (held.userType() == QMetaType::QString || property->isUnknown);
     format.reset(takesText ? new NumberFormat(text) : nullptr);
 }
 

@@ -40,8 +40,8 @@ public:
     /// As with Target().
     bool HoldsTarget(const QVariant& held) const;
 
-    /// Looks for a number format beside the property, if that is a text.
-    void ReadFormat();
+    /// Looks for a number format beside the property, which holds \a held, if that is a text.
+    void ReadFormat(const QVariant& held);
     /// In which numbers are written.
     QLocale Locale() const;
 

@@ -90,6 +90,11 @@ bool FormBinder::Bind(const MarkedProperty& property, quint16 source)
     const Access access = m_state.objects.Access(property.object, name);
     if (!access->IsWritable())
         return Fail(property, FormProblem::ReadOnlyProperty, QStringLiteral("the property cannot be written"));
+    m_state.objects.Watch(property.object);
+    // First, while nothing is made that the host's code may take away.
+    const QVariant held = access->Read(property.object);
+    if (m_state.isClosed || !m_state.objects.Find(property.object))
+        return !m_state.isClosed;
     CompiledStatement compiled;
     StatementCompiler::Fault fault;
     const bool isReadOnly = PropertyInfo::IsReadOnly(property.name);
@@ -97,9 +102,9 @@ bool FormBinder::Bind(const MarkedProperty& property, quint16 source)
     if (!m_compiler.Compile(property.text.toString(), FormState::PeerOf(variables), variables.package, isReadOnly,
                             &compiled, &fault))
         return Fail(property, fault.kind, fault.reason, fault.place);
-    const Statement statement = Prepare(property, name, access);
+    const Statement statement = Prepare(property, name, access, held);
     statement->source = source;
-    Install(property, statement, &compiled);
+    Install(property, statement, &compiled, held);
     return true;
 }
 
@@ -134,7 +139,8 @@ bool FormBinder::Check(const MarkedProperty& property, const QString& name)
     return true;
 }
 
-void FormBinder::Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled)
+void FormBinder::Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled,
+                         const QVariant& held)
 {
     m_state.problems.RemoveFailed(property.object, property.name);
     CompiledStatement replaced = std::exchange(statement->compiled, std::move(*compiled));
@@ -145,7 +151,7 @@ void FormBinder::Install(const MarkedProperty& property, const Statement& statem
     statement->marked = m_state.objects.Share(property.name);
     statement->isWritable = !PropertyInfo::IsReadOnly(property.name);
     if (property.mayHaveFormat)
-        statement->ReadFormat();
+        statement->ReadFormat(held);
     else
         statement->format.reset();
     Attach(statement);
@@ -180,7 +186,8 @@ void FormBinder::WatchUntold(const Statement& statement)
 }
 
 /// The statement of the property, which is bound from now on.
-FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name, const Access& access)
+FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const QString& name, const Access& access,
+                                          const QVariant& held)
 {
     WatchedProperty* const watched = m_state.objects.Get(property.object, name);
     if (watched->statement)
@@ -188,7 +195,7 @@ FormBinder::Statement FormBinder::Prepare(const MarkedProperty& property, const 
     const Statement statement = std::make_shared<BoundStatement>(watched, access);
     if (!watched->wasBound) {
         watched->isUnknown = !access->Exists(property.object);
-        watched->original = statement->Read();
+        watched->original = held;
         watched->wasBound = true;
     }
     statement->place = ++m_state.lastPlace;

@@ -55,8 +55,9 @@ private:
     bool Fail(const MarkedProperty& property, FormProblem::Kind kind, const QString& reason,
               const TextPlace& place = TextPlace(-1, 0));
     bool Check(const MarkedProperty& property, const QString& name);
-    Statement Prepare(const MarkedProperty& property, const QString& name, const Access& access);
-    void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled);
+    Statement Prepare(const MarkedProperty& property, const QString& name, const Access& access, const QVariant& held);
+    void Install(const MarkedProperty& property, const Statement& statement, CompiledStatement* compiled,
+                 const QVariant& held);
     void TellBound() const;
     void WatchUntold(const Statement& statement);
     void Watch(WatchedProperty* property, const BoundAccess& access);

@@ -368,11 +368,15 @@ void FormEngine::OnPropertySet(QObject* object, const QByteArray& name)
     }
     if (!FormWalk::IsFormat(name))
         return;
-    if (const Statement statement = m_state.Find(object, FormWalk::FormattedBy(name))) {
-        statement->ReadFormat();
-        statement->isOverwritten = true;
-        m_delivery.Mark(statement);
-    }
+    const Statement statement = m_state.Find(object, FormWalk::FormattedBy(name));
+    if (!statement)
+        return;
+    const QVariant held = statement->Read();
+    if (!statement->property)
+        return;
+    statement->ReadFormat(held);
+    statement->isOverwritten = true;
+    m_delivery.Mark(statement);
 }
 
 /// Numbers are written in another way.

@@ -5,6 +5,7 @@
 #include <QDynamicPropertyChangeEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QPointer>
 
 namespace {
 
@@ -14,6 +15,15 @@ bool IsConfirmation(const QObject* object, const QKeyEvent& event)
     const bool isReturn = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
     const QComboBox* const comboBox = isReturn ? qobject_cast<const QComboBox*>(object) : nullptr;
     return comboBox && comboBox->isEditable();
+}
+
+/// Whether the call, which runs code of the host, destroys the object: nobody else gets the event then.
+template<typename Call>
+bool Destroys(QObject* object, Call call)
+{
+    const QPointer<QObject> guarded = object;
+    call();
+    return !guarded;
 }
 
 } // namespace
@@ -55,12 +65,15 @@ bool FormFilter::eventFilter(QObject* object, QEvent* event)
         return false;
     switch (event->type()) {
     case QEvent::DynamicPropertyChange:
-        m_listener->OnPropertySet(object, static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName());
-        break;
+        return Destroys(object, [=] {
+            m_listener->OnPropertySet(object, static_cast<QDynamicPropertyChangeEvent*>(event)->propertyName());
+        });
     case QEvent::FocusOut:
-        return static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason && Leave(object);
+        return static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason
+            && Destroys(object, [=] { m_listener->OnLeft(object); });
     case QEvent::KeyPress:
-        return IsConfirmation(object, *static_cast<QKeyEvent*>(event)) && Leave(object);
+        return IsConfirmation(object, *static_cast<QKeyEvent*>(event))
+            && Destroys(object, [=] { m_listener->OnLeft(object); });
     case QEvent::LocaleChange:
         m_listener->OnLocaleChange(object);
         break;
@@ -68,14 +81,6 @@ bool FormFilter::eventFilter(QObject* object, QEvent* event)
         break;
     }
     return false;
-}
-
-/// Answers whether the object is gone, destroyed by a slot: nobody else gets the event then.
-bool FormFilter::Leave(QObject* object)
-{
-    const QPointer<QObject> guarded = object;
-    m_listener->OnLeft(object);
-    return !guarded;
 }
 
 void FormFilter::Ancestors::Install(QObject* form)

@@ -39,8 +39,6 @@ protected:
     bool eventFilter(QObject* object, QEvent* event) override;
 
 private:
-    bool Leave(QObject* object);
-
     /// Apart, since the form may be bound as well.
     class Ancestors : public QObject
     {

@@ -33,6 +33,7 @@ public:
     QVariant GetValue(const VariableIdentifier& identifier, const QVariant& defaultValue) override
     {
         const std::lock_guard<std::recursive_mutex> lock(m_mutex);
+        m_reads += identifier.GetName();
         return m_values.value(identifier.GetName(), defaultValue);
     }
 
@@ -73,6 +74,7 @@ public:
     QStringList m_refused;
     QMultiHash<QString, IDataObserver*> m_observers;
     int m_writes = 0;
+    QString m_reads; ///< The names, in the order in which they were asked for.
 };
 
 /// A form with widgets named by their kind and a letter: «label a» or «spin b».
