@@ -62,6 +62,7 @@ public:
     bool isUnwatched = false;   ///< In the list of those that do not tell of edits.
     bool isReverting = false;   ///< The next evaluation overwrites an edit.
     bool isOverwritten = false; ///< To be written, though it is as before by all that can be compared.
+    bool isFaulty = false;      ///< In the list of those with problems.
     bool isUnresolved = false;  ///< In the list of those with a path that leads nowhere.
     bool isAlone = false;       ///< Nothing else of the object is bound.
     bool isRead = false;        ///< By statements.

@@ -3,49 +3,11 @@
 #include <algorithm>
 
 #include "DeclarationForms/boundstatement.h"
-#include "DeclarationForms/formstate.h"
 #include "DeclarationForms/formvalues.h"
+#include "DeclarationForms/problembook.h"
 #include "DeclarationForms/watchedproperty.h"
 
 namespace {
-
-/// Takes out those that are not meant any more, and gives those in the scope to \a found, if that is not null.
-void Prune(std::vector<std::weak_ptr<BoundStatement>>* statements, bool (*isMeant)(const BoundStatement&),
-           const QObject* scope = nullptr, FormEdits::Statements* found = nullptr)
-{
-    auto kept = statements->begin();
-    for (std::weak_ptr<BoundStatement>& known : *statements) {
-        std::shared_ptr<BoundStatement> statement = known.lock();
-        if (!statement || !statement->property || !isMeant(*statement))
-            continue;
-        kept->swap(known);
-        ++kept;
-        if (found && FormState::IsIn(statement->object, scope))
-            found->push_back(std::move(statement));
-    }
-    statements->erase(kept, statements->end());
-}
-
-bool IsTouched(const BoundStatement& statement)
-{
-    return statement.isTouched;
-}
-
-bool IsBound(const BoundStatement& statement)
-{
-    return statement.property;
-}
-
-/// Where memory would be taken, that of others is let go first.
-void Append(std::vector<std::weak_ptr<BoundStatement>>* statements, const std::shared_ptr<BoundStatement>& statement,
-            bool (*isMeant)(const BoundStatement&))
-{
-    if (statements->size() == statements->capacity()) {
-        Prune(statements, isMeant);
-        statements->reserve(2 * (statements->size() + 1));
-    }
-    statements->push_back(statement);
-}
 
 void ForgetRefusal(BoundStatement* statement)
 {
@@ -54,6 +16,8 @@ void ForgetRefusal(BoundStatement* statement)
 }
 
 } // namespace
+
+FormEdits::FormEdits() : m_touched(&BoundStatement::isTouched), m_unwatched(&BoundStatement::isUnwatched) {}
 
 bool FormEdits::IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target)
 {
@@ -114,28 +78,12 @@ void FormEdits::Set(const std::shared_ptr<BoundStatement>& statement, bool isEdi
         Touch(statement);
 }
 
-void FormEdits::AddUnwatched(const std::shared_ptr<BoundStatement>& statement)
-{
-    if (statement->isUnwatched)
-        return;
-    statement->isUnwatched = true;
-    Append(&m_unwatched, statement, IsBound);
-}
-
-void FormEdits::Touch(const std::shared_ptr<BoundStatement>& statement)
-{
-    if (statement->isTouched)
-        return;
-    Append(&m_touched, statement, IsTouched);
-    statement->isTouched = true;
-}
-
 FormEdits::Statements FormEdits::Candidates(const QObject* scope)
 {
     Statements found;
-    found.reserve(scope ? 0 : m_touched.size() + m_unwatched.size());
-    Prune(&m_touched, IsTouched, scope, &found);
-    Prune(&m_unwatched, IsBound, scope, &found);
+    found.reserve(scope ? 0 : m_touched.MaxCount() + m_unwatched.MaxCount());
+    m_touched.Find(scope, &found);
+    m_unwatched.Find(scope, &found);
     const auto comesBefore = [](const auto& left, const auto& right) { return left->place < right->place; };
     if (!std::is_sorted(found.begin(), found.end(), comesBefore)) // As a rule it is.
         std::sort(found.begin(), found.end(), comesBefore);

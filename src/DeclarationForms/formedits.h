@@ -4,7 +4,8 @@
 #include <QVariant>
 
 #include <memory>
-#include <vector>
+
+#include "DeclarationForms/statementlist.h"
 
 class BoundStatement;
 class QObject;
@@ -13,7 +14,9 @@ class QObject;
 class FormEdits
 {
 public:
-    typedef std::vector<std::shared_ptr<BoundStatement>> Statements;
+    typedef StatementList::Statements Statements;
+
+    FormEdits();
 
     /// Whether a property that holds \a held has been edited, where its statement would show \a target.
     static bool IsEdit(const BoundStatement& statement, const QVariant& held, const QVariant& target);
@@ -27,21 +30,21 @@ public:
     /// It is saved or given up: what was refused does not matter any more.
     void End(const std::shared_ptr<BoundStatement>& statement);
     /// It may be edited from now on.
-    void Touch(const std::shared_ptr<BoundStatement>& statement);
+    void Touch(const std::shared_ptr<BoundStatement>& statement) { m_touched.Add(statement); }
 
     /// Whether any property is.
     bool HasEdits() const { return m_count > 0; }
     /// Those that may be edited, without looking at properties that tell of their changes by themselves.
     Statements Candidates(const QObject* scope);
     /// One that does not tell of its changes.
-    void AddUnwatched(const std::shared_ptr<BoundStatement>& statement);
+    void AddUnwatched(const std::shared_ptr<BoundStatement>& statement) { m_unwatched.Add(statement); }
 
 private:
     bool Look(const std::shared_ptr<BoundStatement>& statement, bool isCompared, QVariant* held);
 
     int m_count = 0;
-    std::vector<std::weak_ptr<BoundStatement>> m_touched;
-    std::vector<std::weak_ptr<BoundStatement>> m_unwatched;
+    StatementList m_touched;
+    StatementList m_unwatched;
 };
 
 #endif

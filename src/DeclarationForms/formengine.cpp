@@ -133,8 +133,10 @@ void FormEngine::Unbind(QObject* scope)
 QVector<FormProblem> FormEngine::Problems(QObject* scope)
 {
     const std::shared_ptr<FormEngine> self = shared_from_this();
+    StatementList::Statements faulty;
+    m_state.problems.FindFaulty(scope, &faulty);
     std::vector<StandingProblem> found;
-    for (const Statement& statement : m_state.In(scope)) {
+    for (const Statement& statement : faulty) {
         if (statement->refused)
             RefreshEdit(statement);
         found.insert(found.end(), statement->problems.begin(), statement->problems.end());

@@ -30,9 +30,16 @@ StandingProblem* Find(StandingProblems* problems, FormProblem::Kind kind, int ca
     return found == problems->end() ? nullptr : &*found;
 }
 
+bool HasProblems(const BoundStatement& statement)
+{
+    return !statement.problems.empty();
+}
+
 } // namespace
 
 const TextPlace ProblemBook::NoPlace(-1, 0);
+
+ProblemBook::ProblemBook() : m_faulty(&BoundStatement::isFaulty, HasProblems) {}
 
 FormProblem ProblemBook::Make(QObject* object, const QString& property, const QString& statement,
                               FormProblem::Kind kind, const QString& reason, const TextPlace& place)
@@ -59,6 +66,7 @@ FormProblem ProblemBook::Add(const std::shared_ptr<BoundStatement>& statement, F
         return problem;
     }
     statement->problems.push_front({problem, cause, ++m_count});
+    m_faulty.Add(statement);
     m_untold.push_back({statement, problem, cause, false});
     return problem;
 }

@@ -10,6 +10,7 @@
 
 #include "Common/textplace.h"
 #include "DeclarationForms/formproblem.h"
+#include "DeclarationForms/statementlist.h"
 
 class BoundStatement;
 
@@ -29,6 +30,8 @@ class ProblemBook
 public:
     static const TextPlace NoPlace;
 
+    ProblemBook();
+
     static FormProblem Make(QObject* object, const QString& property, const QString& statement, FormProblem::Kind kind,
                             const QString& reason, const TextPlace& place);
 
@@ -39,6 +42,8 @@ public:
     static void Remove(BoundStatement* statement, FormProblem::Kind kind);
     static void Remove(BoundStatement* statement, FormProblem::Kind kind, int cause);
     static bool Has(const BoundStatement& statement, FormProblem::Kind kind);
+    /// Appends the statements in the scope that have problems to \a found.
+    void FindFaulty(const QObject* scope, StatementList::Statements* found) { m_faulty.Find(scope, found); }
 
     /// A declaration that could not be bound. Without an object it is told and not kept.
     void AddFailed(const FormProblem& problem);
@@ -59,6 +64,7 @@ private:
         bool isFailure;
     };
 
+    StatementList m_faulty;
     StandingProblems m_failed;
     std::deque<Untold> m_untold;
     quint64 m_count = 0;
