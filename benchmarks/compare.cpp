@@ -82,6 +82,8 @@ Row Forms(const QString& title, const QString& workload, const QString& referenc
           double peerLimit = qInf())
 {
     Row row = Against(title, workload, limit, peerLimit);
+    // What knows no texts cannot show a form.
+    row.peers.removeAll("muParser/" + workload);
     row.measured = "forms/" + workload;
     row.reference = reference.contains('/') ? reference : reference + '/' + workload;
     return row;
