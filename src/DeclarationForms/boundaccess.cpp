@@ -92,12 +92,12 @@ QVariant BoundAccess::Read(const QObject* object) const
 
 QVariant BoundAccess::ReadPlain(const QObject* object) const
 {
-    if (m_adapter)
-        return m_adapter->read(object);
     QVariant value;
-    if (object->metaObject() == m_metaObject && m_direct.Read(object, &value))
-        return value;
-    return m_index < 0 ? QtCompat::ReadProperty(m_name.toUtf8(), object) : m_access.Read(object, m_name);
+    if (m_adapter)
+        value = m_adapter->read(object);
+    else if (object->metaObject() != m_metaObject || !m_direct.Read(object, &value))
+        value = m_index < 0 ? QtCompat::ReadProperty(m_name.toUtf8(), object) : m_access.Read(object, m_name);
+    return value;
 }
 
 bool BoundAccess::Write(QObject* object, const QVariant& value) const
@@ -115,11 +115,14 @@ bool BoundAccess::Write(QObject* object, const QVariant& value) const
     return isTaken;
 }
 
-QVariant BoundAccess::AsHeld(const QObject* object, const QVariant& value) const
+const QVariant& BoundAccess::AsHeld(const QObject* object, const QVariant& value, QVariant* text) const
 {
     const bool isText = m_kind == Plain && !m_adapter && m_direct.Type() == QMetaType::QString;
     const bool isMade = isText && value.userType() == QMetaType::Double && object->metaObject() == m_metaObject;
-    return isMade ? QVariant(value.toString()) : value;
+    if (!isMade)
+        return value;
+    *text = value.toString();
+    return *text;
 }
 
 void BoundAccess::Mirror(QObject* object) const

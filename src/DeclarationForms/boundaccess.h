@@ -37,8 +37,8 @@ public:
     bool Write(QObject* object, const QVariant& value) const;
 
     /// What a write of the value leaves where the property holds texts and the value is a number, whose text takes
-    /// time to make; else the value.
-    QVariant AsHeld(const QObject* object, const QVariant& value) const;
+    /// time to make, put into \a text; else the value.
+    const QVariant& AsHeld(const QObject* object, const QVariant& value, QVariant* text) const;
 
     /// Puts what the adapter reads into the dynamic property of that name, for whoever does not know of adapters.
     void Mirror(QObject* object) const;

@@ -24,7 +24,8 @@ bool ReadAs(const QObject* object, int index, QVariant* result)
     QMetaObject::metacall(const_cast<QObject*>(object), QMetaObject::ReadProperty, index, arguments);
     if (status != Untouched || arguments[0] != &value)
         return false;
-    *result = QVariant(value);
+    QVariant read(value);
+    result->swap(read);
     return true;
 }
 
