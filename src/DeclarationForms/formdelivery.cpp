@@ -319,7 +319,7 @@ void FormDelivery::Evaluate(const Statement& statement)
     QVariant value = evaluation.Retrieve(*tree);
     if (!statement->property || statement->compiled.tree.get() != tree)
         return;
-    // To swap variants takes half as long as to move them, here and below.
+    // To swap variants is cheaper than to move them, here and below.
     statement->value.swap(value);
     const QVariant& previous = value;
     TellEvaluation(statement, evaluation);
